@@ -1,0 +1,23 @@
+# Installed form: the library, its headers, a CMake package (find_package(zdm), target zdm::zdm)
+# and a pkg-config file.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS zdm EXPORT zdmTargets
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+foreach(folder IN ITEMS platform zdm)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}
+          DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zdm
+          FILES_MATCHING PATTERN "*.h" PATTERN "*.inl" PATTERN "*.def")
+endforeach()
+install(EXPORT zdmTargets NAMESPACE zdm:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zdm)
+
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/zdmConfigVersion.cmake
+                                 COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_SOURCE_DIR}/cmake/zdmConfig.cmake
+              ${PROJECT_BINARY_DIR}/zdmConfigVersion.cmake
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zdm)
+
+configure_file(${PROJECT_SOURCE_DIR}/cmake/zdm.pc.in ${PROJECT_BINARY_DIR}/zdm.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/zdm.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

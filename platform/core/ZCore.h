@@ -1,0 +1,45 @@
+// The factory: creates objects by class identifier and knows every registered class.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "platform/core/CZObject.h"
+#include "platform/core/CZRClass.h"
+
+class ZDM_API CZFactory {
+ public:
+  /// Called for every object that RegisterCreated announces.
+  using CreateReactor = std::function<void(CZObject* object, const GUID& classId)>;
+
+  /// A new object of class `classId` (one reference for the caller), or null when the class is not
+  /// registered or there is no memory. A `moduleId` that is neither null nor GUID_NULL limits the
+  /// search to the classes of that module.
+  CZObject* Create(const GUID& classId, const GUID* moduleId = nullptr) const;
+  bool IsRegistered(const GUID& classId) const { return Find(classId) != nullptr; }
+  /// The descriptor (borrowed), or null.
+  CZRClass* Find(const GUID& classId) const;
+  /// Descriptors in order of registration (borrowed).
+  const std::vector<CZRClass*>& GetClasses() const;
+
+  /// Takes over a descriptor; see newZRClass.
+  CZRClass* RegisterClass(const CZRClass& description);
+  /// Announces an object that was made outside Create, such as a copy. Null does nothing.
+  void RegisterCreated(CZObject* object, const GUID& classId) const;
+  /// Replaces the reactor that RegisterCreated calls; empty for none. Returns the former one.
+  CreateReactor SetCreateReactor(CreateReactor reactor);
+
+ private:
+  friend class ZCore;
+  CZFactory();
+  ~CZFactory();
+
+  struct Table;
+  Table* table_;
+};
+
+class ZDM_API ZCore {
+ public:
+  /// The process's one factory (borrowed, never null).
+  static CZFactory* GetZFactory();
+};
