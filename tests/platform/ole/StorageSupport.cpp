@@ -42,7 +42,9 @@ std::filesystem::path Native(const Name& path) {
 
 void ExpectRefused(HRESULT result, HRESULT expected) {
   EXPECT_TRUE(FAILED(result));
-  if (kOurClasses) EXPECT_EQ(result, expected);
+  if (kOurClasses) {
+    EXPECT_EQ(result, expected);
+  }
 }
 
 Name FreshPath(const char* name) {

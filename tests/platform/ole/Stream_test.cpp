@@ -102,7 +102,9 @@ TEST_P(AnyStream, SeeksFromEachOriginAndNotBeforeTheStart) {
   EXPECT_EQ(stream_->Seek(Move(100), STREAM_SEEK_END, &position), S_OK);
   EXPECT_EQ(position.QuadPart, 150U);
   EXPECT_EQ(stream_->Seek(Move(7), STREAM_SEEK_SET, nullptr), S_OK);
-  if (kOurClasses) EXPECT_TRUE(FAILED(stream_->Seek(Move(-8), STREAM_SEEK_CUR, nullptr)));
+  if (kOurClasses) {
+    EXPECT_TRUE(FAILED(stream_->Seek(Move(-8), STREAM_SEEK_CUR, nullptr)));
+  }
   EXPECT_TRUE(FAILED(stream_->Seek(Move(0), 3, nullptr)));
   EXPECT_EQ(Position(stream_), 7U);
 }
@@ -115,7 +117,9 @@ TEST_P(AnyStream, KeepsThePositionWhenItsSizeIsSet) {
   STATSTG stat;
   EXPECT_EQ(stream_->Stat(&stat, STATFLAG_NONAME), S_OK);
   EXPECT_EQ(stat.cbSize.QuadPart, 100U);
-  if (kOurClasses) EXPECT_EQ(stat.type, static_cast<DWORD>(STGTY_STREAM));
+  if (kOurClasses) {
+    EXPECT_EQ(stat.type, static_cast<DWORD>(STGTY_STREAM));
+  }
   EXPECT_EQ(stat.pwcsName, nullptr);
 }
 
@@ -249,7 +253,9 @@ TEST(ClassStream, WritesSixteenBytesAndReadsThemBack) {
   EXPECT_TRUE(read == kClass);
   ASSERT_EQ(place.stream->Seek(Move(2), STREAM_SEEK_SET, nullptr), S_OK);
   EXPECT_EQ(ReadClassStm(place.stream.Get(), &read), STG_E_READFAULT);
-  if (kOurClasses) EXPECT_TRUE(read == CLSID_NULL);
+  if (kOurClasses) {
+    EXPECT_TRUE(read == CLSID_NULL);
+  }
 }
 
 #if !defined(_WIN32)
