@@ -41,19 +41,27 @@ void Destroy(CZObject* object) { delete object; }
 /// memcpy for lengths known only at run time; the common ones do not pay for a call.
 inline void Copy(void* to, const void* from, ULONG length) {
   switch (length) {
-    case 1: std::memcpy(to, from, 1); break;
-    case 4: std::memcpy(to, from, 4); break;
-    case 8: std::memcpy(to, from, 8); break;
-    case 16: std::memcpy(to, from, 16); break;
-    default: std::memcpy(to, from, length); break;
+    case 1:
+      std::memcpy(to, from, 1);
+      break;
+    case 4:
+      std::memcpy(to, from, 4);
+      break;
+    case 8:
+      std::memcpy(to, from, 8);
+      break;
+    case 16:
+      std::memcpy(to, from, 16);
+      break;
+    default:
+      std::memcpy(to, from, length);
+      break;
   }
 }
 
 }  // namespace
 
-CZStream::~CZStream() {
-  AttachStream(nullptr);
-}
+CZStream::~CZStream() { AttachStream(nullptr); }
 
 CZRClass* CZStream::getZRClass() const { return gpDesc; }
 bool CZStream::IsA(unsigned short id) { return _GetOffsetofClass(id) != ~ULONGLONG{0}; }
@@ -109,7 +117,8 @@ ULONGLONG CZStream::Seek(LONGLONG offset, ULONG origin) {
   const bool wrapped = offset < 0 ? target > from : target < from;
   if (wrapped || target > static_cast<ULONGLONG>(INT64_MAX)) throw CAtlException(E_INVALIDARG);
   Resume();
-  if (target >= windowStart_ && target - windowStart_ <= static_cast<ULONGLONG>(valid_ - buffer_.get())) {
+  if (target >= windowStart_ &&
+      target - windowStart_ <= static_cast<ULONGLONG>(valid_ - buffer_.get())) {
     current_ = buffer_.get() + (target - windowStart_);
   } else {
     Flush();
@@ -333,5 +342,6 @@ ULONGLONG CZStream::GetSize() {
     sizeBelow_ = stat.cbSize.QuadPart;
     sizeKnown_ = true;
   }
-  return std::max(sizeBelow_, windowStart_ + static_cast<ULONGLONG>(dirty_ ? valid_ - buffer_.get() : 0));
+  return std::max(sizeBelow_,
+                  windowStart_ + static_cast<ULONGLONG>(dirty_ ? valid_ - buffer_.get() : 0));
 }

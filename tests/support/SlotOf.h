@@ -42,8 +42,8 @@ struct Slot {
 #define ZDM_SLOT(Interface, operation) \
   zdm::test::Slot { #Interface "::" #operation, zdm::test::SlotOf(&Interface::operation) }
 /// For an overloaded operation: its result and argument types in parentheses.
-#define ZDM_SLOT_OF(Interface, operation, Result, Arguments)                         \
-  zdm::test::Slot {                                                                  \
-    #Interface "::" #operation #Arguments,                                           \
-        zdm::test::SlotOf(static_cast<Result(Interface::*) Arguments>(&Interface::operation)) \
+#define ZDM_SLOT_OF(Interface, operation, Result, Arguments)                                   \
+  zdm::test::Slot {                                                                            \
+#Interface "::" #operation #Arguments,                                                     \
+        zdm::test::SlotOf(static_cast <Result(Interface::*) Arguments>(&Interface::operation)) \
   }
