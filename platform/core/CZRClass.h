@@ -37,7 +37,7 @@ class ZDM_API CZRClass {
   unsigned short flag_;
 };
 
-/// Registers a class with the factory. Returns its descriptor, which lives until the process ends;
+/// Registers a class with the factory. Returns its descriptor, which lives until the library is unloaded;
 /// for a class identifier that is registered already, the descriptor of the first registration.
 /// Null when the creator or the destroyer is missing.
 ZDM_API CZRClass* newZRClass(const GUID& moduleId, const char* moduleName, const GUID& classId,
