@@ -16,10 +16,10 @@ struct tagZVARIANT {
   VARTYPE vt;
   union Value {
     LONGLONG llVal;
-    SHORT iVal;   // VT_I2
-    LONG lVal;    // VT_I4
-    FLOAT fltVal; // VT_R4
-    ULONG ulVal;  // VT_UI4
+    SHORT iVal;    // VT_I2
+    LONG lVal;     // VT_I4
+    FLOAT fltVal;  // VT_R4
+    ULONG ulVal;   // VT_UI4
   };
   alignas(8) Value value;
 };

@@ -131,7 +131,7 @@ using VARIANTARG = VARIANT;
 
 static_assert(sizeof(DECIMAL) == 16 && sizeof(VARIANT) == 24);
 
-// VARCMP_LT, VARCMP_EQ, VARCMP_GT, VARCMP_NULL: with VarBstrCmp.
+constexpr HRESULT VARCMP_NULL = 3;  // the other outcomes: with VarBstrCmp
 
 constexpr LCID LOCALE_INVARIANT = 0x7F;
 constexpr USHORT VARIANT_NOVALUEPROP = 0x01;
@@ -166,6 +166,6 @@ ZDM_API HRESULT VariantChangeType(VARIANTARG* target, const VARIANTARG* source, 
                                   VARTYPE type);
 
 /// VARCMP_LT, _EQ, _GT; VARCMP_NULL when either side is VT_NULL. Any text is above any number.
-/// DISP_E_TYPEMISMATCH for VT_I1, VT_UI2, VT_UI4, objects and one error against another type;
-/// DISP_E_BADVARTYPE for VT_INT on the right, VT_UINT, VT_UI8, arrays and references.
+/// DISP_E_TYPEMISMATCH for VT_I1, VT_UI2, VT_UI4, VT_UI8 on the left, objects, and an error against
+/// another type; DISP_E_BADVARTYPE for VT_INT and VT_UI8 on the right, VT_UINT, arrays, references.
 ZDM_API HRESULT VarCmp(VARIANT* left, VARIANT* right, LCID locale, ULONG flags);

@@ -85,7 +85,7 @@ bool IsComparable(VARTYPE type) {
 
 /// Types whose code the comparison does not know.
 bool IsUnknown(VARTYPE type) {
-  return type == VT_UI8 || type == VT_INT || type == VT_UINT || !zdm::IsVariantType(type) ||
+  return type == VT_INT || type == VT_UINT || !zdm::IsVariantType(type) ||
          (type & ~VT_TYPEMASK) != 0;
 }
 
@@ -93,10 +93,11 @@ bool IsUnknown(VARTYPE type) {
 
 HRESULT VarCmp(VARIANT* left, VARIANT* right, LCID locale, ULONG flags) {
   if (left == nullptr || right == nullptr) return E_INVALIDARG;
-  // A machine integer is taken for 32 bits on the left, and refused on the right.
+  // The system takes a machine integer for 32 bits on the left and does not know it on the right,
+  // where 64 unsigned bits are unknown, too.
   const VARTYPE leftType = left->vt == VT_INT ? VARTYPE{VT_I4} : left->vt;
   const VARTYPE rightType = right->vt;
-  if (IsUnknown(leftType) || IsUnknown(rightType)) return DISP_E_BADVARTYPE;
+  if (IsUnknown(leftType) || IsUnknown(rightType) || rightType == VT_UI8) return DISP_E_BADVARTYPE;
   if (leftType == VT_ERROR && rightType == VT_ERROR) return static_cast<HRESULT>(VARCMP_EQ);
   if (!IsComparable(leftType) || !IsComparable(rightType)) return DISP_E_TYPEMISMATCH;
 

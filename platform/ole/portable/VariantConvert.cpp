@@ -22,15 +22,15 @@ using zdm::Uint128;
 /// A number on its way from one type to another.
 struct Number {
   enum Kind { kExact, kReal, kText } kind = kExact;
-  Decimal exact;          // kExact
-  double real = 0;        // kReal
-  DigitText text;         // kText
+  Decimal exact;                        // kExact
+  double real = 0;                      // kReal
+  DigitText text;                       // kText
   int realDigits = zdm::kDoubleDigits;  // kReal: what counts when it becomes a DECIMAL
   // For integers: the bits, which an integer of the same width takes over as they are.
   std::optional<ULONGLONG> bits;
   int width = 0;  // of `bits` in bytes, or one of the two below
 };
-constexpr int kAnyWidth = 0;     // as many bits as the other has
+constexpr int kAnyWidth = 0;       // as many bits as the other has
 constexpr int kFittingWidth = -1;  // if no set bit is lost
 
 Number Exact(const Decimal& value) {
@@ -164,8 +164,8 @@ std::optional<Scaled> Scale(const Number& number, int scale) {
     return Scaled{negative, magnitude};
   }
   const bool text = number.kind == Number::kText;
-  const auto magnitude = text ? ScaledMagnitude(number.text, scale)
-                              : ScaledMagnitude(number.exact, scale);
+  const auto magnitude =
+      text ? ScaledMagnitude(number.text, scale) : ScaledMagnitude(number.exact, scale);
   if (!magnitude) return std::nullopt;
   return Scaled{text ? number.text.negative : number.exact.negative, *magnitude};
 }

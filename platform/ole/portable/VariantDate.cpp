@@ -22,7 +22,8 @@ std::optional<int> WholeDays(int year, int month, int day) {
   constexpr int kPivot = 50;
   if (year < kCentury) year += year < kPivot ? 2000 : 1900;
   if (year > 9999 || month < 1 || month > 12 || day < 1 || day > 31) return std::nullopt;
-  const year_month_day date{std::chrono::year{year}, std::chrono::month(static_cast<unsigned>(month)),
+  const year_month_day date{std::chrono::year{year},
+                            std::chrono::month(static_cast<unsigned>(month)),
                             std::chrono::day(static_cast<unsigned>(day))};
   if (!date.ok()) return std::nullopt;
   return (sys_days{date} - kDayZero).count();
@@ -52,9 +53,9 @@ int Find(const std::array<std::u16string_view, N>& names, std::u16string_view wo
 /// A text as numbers, lower-case words and separators; the text is walked once.
 struct Token {
   enum Kind { kNumber, kWord, kSeparator } kind;
-  int number = 0;         // kNumber
-  std::u16string word;    // kWord
-  char16_t separator = 0; // kSeparator
+  int number = 0;          // kNumber
+  std::u16string word;     // kWord
+  char16_t separator = 0;  // kSeparator
 };
 
 std::optional<std::vector<Token>> Split(std::u16string_view text) {
