@@ -10,7 +10,9 @@ ZGeIOData& ZGeIOData::operator=(const ZGeIOData& other) {
   return *this;
 }
 
-ZGeIOData::~ZGeIOData() { SetGeometry(nullptr); }
+ZGeIOData::~ZGeIOData() {
+  SetGeometry(nullptr);
+}
 
 void ZGeIOData::SetGeometry(IZObject* geometry) {
   IZObject* former = geometry_;
