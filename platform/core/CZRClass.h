@@ -7,7 +7,7 @@
 
 class CZObject;
 
-using ZClassCreator = CZObject* (*)();           // a new object, count 1; null without memory
+using ZClassCreator = CZObject* (*)();               // a new object, count 1; null without memory
 using ZClassDestroyer = void (*)(CZObject* object);  // destroys and frees; null does nothing
 
 class ZDM_API CZRClass {
