@@ -64,18 +64,14 @@ void GeArc::SetAngles(double startAngle, double endAngle) {
   if (sweep_ < CMT::GetAngle() || kFullTurn - sweep_ < CMT::GetAngle()) sweep_ = kFullTurn;
 }
 
-bool GeArc::IsCircle() const {
-  return sweep_ == kFullTurn;
-}
+bool GeArc::IsCircle() const { return sweep_ == kFullTurn; }
 
 XYZ GeArc::GetPointAt(double angle) const {
   return center_ + (refDir_ * std::cos(angle) + GetSideDir() * std::sin(angle)) * radius_;
 }
 
 // From the start counter-clockwise to the direction of `angle`.
-double GeArc::GetOffset(double angle) const {
-  return ToOneTurn(angle - start_);
-}
+double GeArc::GetOffset(double angle) const { return ToOneTurn(angle - start_); }
 
 double GeArc::GetClosest(const XYZ& point) const {
   const XYZ d = point - center_;

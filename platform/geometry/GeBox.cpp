@@ -7,12 +7,8 @@ namespace {
 constexpr double kEmpty = 1e20;
 
 // The argument that is kept when the other is not a number comes first.
-constexpr double Smaller(double kept, double other) {
-  return other < kept ? other : kept;
-}
-constexpr double Larger(double kept, double other) {
-  return other > kept ? other : kept;
-}
+constexpr double Smaller(double kept, double other) { return other < kept ? other : kept; }
+constexpr double Larger(double kept, double other) { return other > kept ? other : kept; }
 
 XYZ Smaller(const XYZ& kept, const XYZ& other) {
   return {Smaller(kept.x, other.x), Smaller(kept.y, other.y), Smaller(kept.z, other.z)};
@@ -53,17 +49,11 @@ void GeBox::UnionBoxToSelf(const GeBox& other) {
   max_ = Larger(max_, other.max_);
 }
 
-void GeBox::UnionPointToSelf(const XYZ& point) {
-  UnionBoxToSelf(GeBox(point, point));
-}
+void GeBox::UnionPointToSelf(const XYZ& point) { UnionBoxToSelf(GeBox(point, point)); }
 
-bool GeBox::IsEmpty() const {
-  return !(min_.x <= max_.x && min_.y <= max_.y && min_.z <= max_.z);
-}
+bool GeBox::IsEmpty() const { return !(min_.x <= max_.x && min_.y <= max_.y && min_.z <= max_.z); }
 
-XYZ GeBox::GetSize() const {
-  return IsEmpty() ? XYZ() : max_ - min_;
-}
+XYZ GeBox::GetSize() const { return IsEmpty() ? XYZ() : max_ - min_; }
 
 bool GeBox::Contains(const XYZ& point, double tolerance) const {
   return Intersects(GeBox(point, point), tolerance);

@@ -51,9 +51,7 @@ bool GeCurve::Append(const Piece& piece) {
   return true;
 }
 
-bool GeCurve::IsClosed() const {
-  return !pieces_.empty() && GetStartPoint().IsSame(GetEndPoint());
-}
+bool GeCurve::IsClosed() const { return !pieces_.empty() && GetStartPoint().IsSame(GetEndPoint()); }
 
 double GeCurve::GetLength() const {
   double length = 0.0;
@@ -61,13 +59,9 @@ double GeCurve::GetLength() const {
   return length;
 }
 
-XYZ GeCurve::GetStartPoint() const {
-  return pieces_.empty() ? XYZ() : StartOf(pieces_.front());
-}
+XYZ GeCurve::GetStartPoint() const { return pieces_.empty() ? XYZ() : StartOf(pieces_.front()); }
 
-XYZ GeCurve::GetEndPoint() const {
-  return pieces_.empty() ? XYZ() : EndOf(pieces_.back());
-}
+XYZ GeCurve::GetEndPoint() const { return pieces_.empty() ? XYZ() : EndOf(pieces_.back()); }
 
 XYZ GeCurve::GetPointAt(double distance) const {
   if (!(distance > 0.0)) return GetStartPoint();

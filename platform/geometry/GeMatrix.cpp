@@ -127,9 +127,7 @@ bool GeMatrix::GetInverse(GeMatrix& inverse) const {
   return true;
 }
 
-double GeMatrix::GetDeterminant() const {
-  return rows_[0].Dot(rows_[1].Cross(rows_[2]));
-}
+double GeMatrix::GetDeterminant() const { return rows_[0].Dot(rows_[1].Cross(rows_[2])); }
 
 bool GeMatrix::IsSimilarity(double* scale) const {
   const double length = rows_[0].GetLength();

@@ -42,9 +42,7 @@ HRESULT SubID::Append(ULONG index) {
   return S_OK;
 }
 
-SubID* SubID::Clone() const {
-  return New(*this);
-}
+SubID* SubID::Clone() const { return New(*this); }
 
 // SubID record, 1 byte or 4 + 4n bytes, little-endian.
 //   offset  size  field

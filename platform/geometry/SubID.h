@@ -8,6 +8,7 @@
 #include <array>
 #include <compare>
 #include <initializer_list>
+#include <tuple>
 
 #include "platform/ole/ole.h"
 
@@ -46,7 +47,9 @@ class ZDM_API SubID {
   /// Same kind and same path. Null is the whole object and so never the same as a SubID.
   bool IsSame(const SubID* other) const { return other != nullptr && *this == *other; }
   /// A strict total order: by kind, then by depth, then by the indices, outermost first.
-  friend std::strong_ordering operator<=>(const SubID&, const SubID&) = default;
+  friend std::strong_ordering operator<=>(const SubID& a, const SubID& b) {
+    return std::tie(a.kind_, a.depth_, a.path_) <=> std::tie(b.kind_, b.depth_, b.path_);
+  }
   friend bool operator==(const SubID&, const SubID&) = default;
 
  private:

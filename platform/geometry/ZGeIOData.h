@@ -8,8 +8,8 @@ class GiContext;
 
 struct ZDM_API ZGeIOData {
   explicit ZGeIOData(GiContext* context = nullptr) : Context(context) {}
-  ZGeIOData(const ZGeIOData& other);
-  ZGeIOData& operator=(const ZGeIOData& other);
+  ZGeIOData(const ZGeIOData&) = delete;
+  ZGeIOData& operator=(const ZGeIOData&) = delete;
   ~ZGeIOData();
 
   /// The answer; borrowed, null when there is none.

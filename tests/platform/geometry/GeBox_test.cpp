@@ -19,9 +19,7 @@ constexpr Six kEmpty = {1e20, 1e20, 1e20, -1e20, -1e20, -1e20};
 constexpr Six kRelation = {1e20, 1e20, 1e20, 1e20, 1e20, 1e20};  // what a plain relation answers
 constexpr Six kSmall = {1, 2, 3, 4, 5, 6};
 
-GeBox Box(const Six& v) {
-  return {{v[0], v[1], v[2]}, {v[3], v[4], v[5]}};
-}
+GeBox Box(const Six& v) { return {{v[0], v[1], v[2]}, {v[3], v[4], v[5]}}; }
 
 Six ValuesOf(const GeBox& box) {
   Six values;

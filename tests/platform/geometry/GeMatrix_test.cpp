@@ -159,11 +159,11 @@ TEST(GeMatrix, SaysWhenThereIsNoInverse) {
 
 TEST(GeMatrix, IsUnitWithinItsTolerances) {
   const struct {
-    int row;
     double offset;
+    int row;
     bool isUnit;
-  } rows[] = {{0, 0.9e-9, true},  {1, 1.1e-9, false}, {2, -1.1e-9, false}, {3, 0.9e-5, true},
-              {3, 1.1e-5, false}, {3, kNan, false},   {0, kNan, false},    {3, -kInf, false}};
+  } rows[] = {{0.9e-9, 0, true},  {1.1e-9, 1, false}, {-1.1e-9, 2, false}, {0.9e-5, 3, true},
+              {1.1e-5, 3, false}, {kNan, 3, false},   {kNan, 0, false},    {-kInf, 3, false}};
   for (const auto& row : rows) {
     for (int column = 0; column < 3; ++column) {
       double entries[4][3];

@@ -15,9 +15,7 @@ using SubIDPtr = std::unique_ptr<SubID>;
 
 const Bytes kEdgeBytes = {1, 2, 2, 0, 7, 0, 0, 0, 0x04, 0x03, 0x02, 0x81};
 
-SubID Edge() {
-  return SubID(SubID::kEdge, {7, 0x81020304});
-}
+SubID Edge() { return SubID(SubID::kEdge, {7, 0x81020304}); }
 
 SubID Deepest() {
   SubID id(static_cast<SubID::Kind>(0xFFFF));
@@ -104,7 +102,7 @@ TEST(SubIDStream, ADepthAboveTheLimitIsDamageEvenWithItsBytesThere) {
   const SubID deepest = Deepest();
   Bytes bytes = Save(&deepest);
   bytes[1] = SubID::kMaxDepth + 1;
-  bytes.resize(bytes.size() + 4 * 300);
+  bytes.resize(bytes.size() + 1200);
   HRESULT result = S_OK;
   ULONGLONG used = 0;
   Load(bytes, result, used);
