@@ -10,6 +10,8 @@
 #include "platform/core/CAtlException.h"
 #include "platform/core/IZStream.h"
 
+namespace zdm::test {
+
 class MemoryZStream final : public IZStream {
  public:
   MemoryZStream() = default;
@@ -71,3 +73,5 @@ class MemoryZStream final : public IZStream {
   std::vector<BYTE> bytes_;
   ULONGLONG position_ = 0;
 };
+
+}  // namespace zdm::test

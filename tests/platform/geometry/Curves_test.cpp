@@ -68,6 +68,10 @@ TEST(GePlane, AxesFormARightHandedFrame) {
   XYZ y;
   GePlane({}, {0, 0, -1}).GetAxes(x, y);  // a drawing seen from behind
   EXPECT_TRUE(IsNear(x, {-1, 0, 0}));
+  GePlane({}, {0.016, 0, 1}).GetAxes(x, y);  // 1/64 is 0.015625
+  EXPECT_TRUE(IsNear(x, {0, 1, 0}));
+  GePlane({}, {0, 0.015, 1}).GetAxes(x, y);
+  EXPECT_TRUE(IsNear(x, {1, 0, 0}));
 }
 
 TEST(GePlane, MeetsLines) {
