@@ -59,8 +59,8 @@ class ZDM_API CZObject {
   /// Returns the new count; the object ends when the count before was 1.
   ULONG DecrementCount();
   ULONG GetReferenceCount() const { return count_; }
-  /// For Clone: a copy is handed out without a reference.
-  void ResetCount() { count_ = 0; }
+  /// Takes one reference back without ending the object, also at 0: what Clone hands out.
+  ULONG ForgetReference() { return --count_; }
 
  private:
   friend class ZWeakHandle;

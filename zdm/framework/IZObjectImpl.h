@@ -1,0 +1,13 @@
+// The three operations of IZObject for any interface T: counted, and not copyable unless the class
+// overrides Clone.
+#pragma once
+
+#include "platform/core/IZObject.h"
+
+template <class T>
+class IZObjectImpl : public T {
+ public:
+  ULONG Release() override { return this->DecrementCount(); }
+  ULONG AddRef() override { return this->IncrementCount(); }
+  IZObject* Clone() override { return nullptr; }
+};

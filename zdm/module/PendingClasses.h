@@ -1,0 +1,61 @@
+// The classes whose rows stand in ClassTable.def before their code does. Registration leaves their
+// rows out; a class that arrives takes its line away here and adds its header to Registration.cpp.
+#pragma once
+
+#include "zdm/module/ClassTable.h"
+
+namespace zdm {
+
+template <class C>
+inline constexpr bool kPending = false;
+
+#define ZDM_PENDING(Class) \
+  template <>              \
+  inline constexpr bool kPending<Class> = true;
+ZDM_PENDING(CZCategoryReltn)
+ZDM_PENDING(CZDMCategory)
+ZDM_PENDING(CZDMCategoryMgr)
+ZDM_PENDING(CZPropertyCsCurve)
+ZDM_PENDING(CZPropertyText)
+ZDM_PENDING(CZPropertyXYZ)
+ZDM_PENDING(CZPropKeyArray)
+ZDM_PENDING(CZDMDictionary)
+ZDM_PENDING(CZDMObjEmbed)
+ZDM_PENDING(CZDMProxyObject)
+ZDM_PENDING(CZDefinition)
+ZDM_PENDING(CZDefinitionMgr)
+ZDM_PENDING(CZDMParameter)
+ZDM_PENDING(CZDMParameterMgr)
+ZDM_PENDING(CZParameter)
+ZDM_PENDING(CZParameterArray)
+ZDM_PENDING(CZParameterColl)
+ZDM_PENDING(CZProperty)
+ZDM_PENDING(CZPropertyArray)
+ZDM_PENDING(CZPropertyColl)
+ZDM_PENDING(CZPropertyGroup)
+ZDM_PENDING(CZPropertyGroupColl)
+ZDM_PENDING(CZPropertyIndex)
+ZDM_PENDING(CZPropertyPair)
+ZDM_PENDING(CZPropertyPairs)
+ZDM_PENDING(CZPropertyPoint)
+ZDM_PENDING(CZPropertyScaleIndex)
+ZDM_PENDING(CZPropertyYesNo)
+ZDM_PENDING(CZReltnRecordObjInReltns)
+ZDM_PENDING(ZReltnVisitorDeduce)
+ZDM_PENDING(ZReltnVisitorIsDirectTo)
+ZDM_PENDING(ZReltnVisitorMapID)
+ZDM_PENDING(ZReltnVisitorRecord)
+ZDM_PENDING(ZReltnVisitorSelfContained)
+ZDM_PENDING(CZDMObjColl)
+ZDM_PENDING(CZDMObjMgr)
+ZDM_PENDING(CZExtDataCollection)
+ZDM_PENDING(CZExtDataMgr)
+ZDM_PENDING(CZExtDataObj)
+ZDM_PENDING(CZProxyExtDataObj)
+ZDM_PENDING(CZReltnColl)
+ZDM_PENDING(ZReltnVisitorDiffuse)
+ZDM_PENDING(ZReltnVisitorMapIDForPaste)
+ZDM_PENDING(ZReltnVisitorStatus)
+#undef ZDM_PENDING
+
+}  // namespace zdm

@@ -1,0 +1,54 @@
+// What happens when the library is loaded, in one place: interface names get their ids, then the
+// creatable classes are registered with the factory in the order of the class table.
+#include <array>
+
+#include "zdm/module/ClassTable.h"
+#include "zdm/module/PendingClasses.h"
+
+unsigned short zdm::interfaceIDs[zdm::kInterfaceNameCount];
+
+namespace {
+
+template <class C>
+void InitClass() {
+  if constexpr (!zdm::kPending<C>) C::zInit();
+}
+
+bool RegisterAll() {
+#define ZDM_INTERFACE_NAME(name) \
+  zdm::interfaceIDs[zdm::kIndex_##name] = CZObject::AddInterface(#name);
+#include "zdm/framework/InterfaceNames.def"
+
+#define ZDM_CLASS(Class, ...) InitClass<Class>();
+#define ZDM_CLASS_NOT_CREATABLE(Class, ...) InitClass<Class>();
+#include "zdm/module/ClassTable.def"
+  return true;
+}
+
+[[maybe_unused]] const bool registered = RegisterAll();
+
+template <class List>
+struct NamesOf;
+
+template <class... I>
+struct NamesOf<zdm::InterfaceList<I...>> {
+  static constexpr std::array<const char*, sizeof...(I)> kNames = {ZInterface<I>::kName...};
+};
+
+template <class C>
+constexpr zdm::ClassInfo InfoOf() {
+  using Row = zdm::ClassRow<C>;
+  return {Row::kName, Row::kClassID, Row::kCreatable, !zdm::kPending<C>,
+          NamesOf<typename Row::Interfaces>::kNames};
+}
+
+}  // namespace
+
+std::span<const zdm::ClassInfo> zdm::GetClassTable() {
+  static constexpr ClassInfo kTable[] = {
+#define ZDM_CLASS(Class, ...) InfoOf<Class>(),
+#define ZDM_CLASS_NOT_CREATABLE(Class, ...) InfoOf<Class>(),
+#include "zdm/module/ClassTable.def"
+  };
+  return kTable;
+}
