@@ -1,9 +1,8 @@
-// What every host interface promises: one base, no data, all operations pure. A host class that
-// combines several of them overrides each separately.
-#include <gtest/gtest.h>
-
+// Checked by the compiler: every host interface has a name the framework knows, no data and no
+// second base.
 #include <type_traits>
 
+#include "zdm/framework/ZInterface.h"
 #include "zdm/host/IZCategoryDispAttrib.h"
 #include "zdm/host/IZDMEntity.h"
 #include "zdm/host/IZDMModel.h"
@@ -17,5 +16,27 @@
 #include "zdm/host/IZPropertyIterator.h"
 #include "zdm/host/IZTreeData.h"
 #include "zdm/host/IZUpdater.h"
-#include "zdm/host/ZGeIOData.h"
 #include "zdm/host/eZGiDraw.h"
+
+namespace {
+
+template <class T>
+concept HostInterface = std::is_base_of_v<IZObject, T> && sizeof(T) == sizeof(IZObject) &&
+                        sizeof(ZInterface<T>::kName) != 0;
+
+static_assert(HostInterface<IZCategoryDispAttrib>);
+static_assert(HostInterface<IZDMEntity>);
+static_assert(HostInterface<IZDMModel>);
+static_assert(HostInterface<IZDMObjExt>);
+static_assert(HostInterface<IZDatabase>);
+static_assert(HostInterface<IZGiDevice>);
+static_assert(HostInterface<IZMergeStrategy>);
+static_assert(HostInterface<IZOptPath>);
+static_assert(HostInterface<IZPersistStrategy>);
+static_assert(HostInterface<IZProgressMeter>);
+static_assert(HostInterface<IZPropertyIterator>);
+static_assert(HostInterface<IZTreeData>);
+static_assert(HostInterface<IZUpdater>);
+static_assert(sizeof(eZGiDraw) == 4 && sizeof(eZMergeOption) == 1);
+
+}  // namespace

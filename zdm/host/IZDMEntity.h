@@ -15,9 +15,9 @@ struct ZGeIOData;
 struct ZDM_INTERFACE IZDMEntity : IZObject {
   /// `*out`: one reference for the caller, null when `sub` is no curve. It may be the entity's own:
   /// whoever changes it clones it first.
-  virtual void GetCurve(SubID* sub, GiContext* context, IGeCurve** out, bool* valid) = 0;  // 3
-  /// As GetCurve, for a plane.
-  virtual void GetPlane(SubID* sub, GiContext* context, IGePlane** out, bool* valid) = 0;  // 4
-  /// As GetCurve, for geometry of any kind. `data` comes with its request filled in, and no result.
+  virtual void GetGeCurve(SubID* sub, GiContext* context, IGeCurve** out, bool* valid) = 0;  // 3
+  /// As GetGeCurve, for a plane.
+  virtual void GetGePlane(SubID* sub, GiContext* context, IGePlane** out, bool* valid) = 0;  // 4
+  /// As GetGeCurve, for geometry of any kind. `data` comes without an answer.
   virtual void GetGeometry(SubID* sub, ZGeIOData& data, bool* valid) = 0;  // 5
 };
