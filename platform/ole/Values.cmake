@@ -1,4 +1,8 @@
 if(NOT WIN32)
   target_sources(zdm PRIVATE
-    portable/Guid.cpp)
+    portable/Bstr.cpp
+    portable/Guid.cpp
+    portable/StringCollator.cpp
+    portable/StringCompare.cpp
+    portable/TaskMemory.cpp)
 endif()

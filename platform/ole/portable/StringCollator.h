@@ -1,0 +1,48 @@
+// The user's collation order, with a short way for text of printable ASCII characters.
+// It tells apart what differs by letter, accent or case (tertiary strength), counts punctuation and
+// spaces, and takes digits one by one, in whatever locale; it never changes once made.
+#pragma once
+
+#include <unicode/ucol.h>
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "platform/ole/portable/Types.h"
+
+namespace zdm {
+
+class StringCollator {
+ public:
+  /// The collator of the default locale, made at the first call and kept.
+  static const StringCollator& ForUser();
+
+  /// Without a collator (no locale data) texts are compared code unit by code unit.
+  explicit StringCollator(const char* locale);
+
+  /// Negative, 0 or positive.
+  int Compare(std::basic_string_view<OLECHAR> left, std::basic_string_view<OLECHAR> right) const;
+  /// The same after folding case, character by character. Throws std::bad_alloc.
+  int CompareIgnoringCase(std::basic_string_view<OLECHAR> left,
+                          std::basic_string_view<OLECHAR> right) const;
+
+ private:
+  // Place of an ASCII character among the others. Only characters that always stand for themselves
+  // have one: printable, not part of a contraction such as "ch", not expanded.
+  struct Place {
+    std::uint8_t letter = 0;   // equal for characters that differ in case only; 0: no place
+    std::uint8_t variant = 0;  // order among those
+  };
+
+  void FillPlaces(UCollator* letters);
+  void RemovePlacesOfSequences();
+  std::optional<int> CompareByPlaces(std::basic_string_view<OLECHAR> left,
+                                     std::basic_string_view<OLECHAR> right) const;
+
+  std::unique_ptr<UCollator, void (*)(UCollator*)> collator_;
+  std::array<Place, 128> places_{};
+};
+
+}  // namespace zdm
