@@ -1,0 +1,337 @@
+#include "platform/core/CZStream.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "platform/core/CAtlException.h"
+#include "platform/core/CZRClass.h"
+
+const GUID CZStream::kClassID = {
+    0x65808542, 0x5A64, 0x45F2, {0xB7, 0x1A, 0xA6, 0xA6, 0xD0, 0x3C, 0xD2, 0xD5}};
+CZRClass* CZStream::gpDesc = nullptr;
+
+namespace {
+
+constexpr std::size_t kBufferSize = 64 * 1024;  // a read or write of this size goes straight below
+
+// The module of the framework's own classes.
+constexpr GUID kCoreModuleID = {
+    0x2B9C6D57, 0x0E1F, 0x4C83, {0x8F, 0x3A, 0x61, 0x5D, 0xC2, 0x70, 0x94, 0xAB}};
+
+unsigned short ObjectID() {
+  static const unsigned short id = CZObject::AddInterface("IZObject");
+  return id;
+}
+
+unsigned short StreamID() {
+  static const unsigned short id = CZObject::AddInterface("IZStream");
+  return id;
+}
+
+CZObject* Create() { return new (std::nothrow) CZStream; }
+void Destroy(CZObject* object) { delete object; }
+
+[[maybe_unused]] const bool registered = [] {
+  CZStream::gpDesc =
+      newZRClass(kCoreModuleID, "ZCORE", CZStream::kClassID, "CZStream", &Create, &Destroy, 1);
+  return true;
+}();
+
+/// memcpy for lengths known only at run time; the common ones do not pay for a call.
+inline void Copy(void* to, const void* from, ULONG length) {
+  switch (length) {
+    case 1: std::memcpy(to, from, 1); break;
+    case 4: std::memcpy(to, from, 4); break;
+    case 8: std::memcpy(to, from, 8); break;
+    case 16: std::memcpy(to, from, 16); break;
+    default: std::memcpy(to, from, length); break;
+  }
+}
+
+}  // namespace
+
+CZStream::~CZStream() {
+  AttachStream(nullptr);
+}
+
+CZRClass* CZStream::getZRClass() const { return gpDesc; }
+bool CZStream::IsA(unsigned short id) { return _GetOffsetofClass(id) != ~ULONGLONG{0}; }
+
+ULONGLONG CZStream::_GetOffsetofClass(unsigned short id) {
+  if (id != ObjectID() && id != StreamID()) return ~ULONGLONG{0};
+  return static_cast<ULONGLONG>(reinterpret_cast<char*>(static_cast<IZStream*>(this)) -
+                                reinterpret_cast<char*>(this));
+}
+
+IZObject* CZStream::GetIZObject() { return this; }
+void* CZStream::GetLPVOID() { return this; }
+
+ULONG CZStream::Release() { return DecrementCount(); }
+ULONG CZStream::AddRef() { return IncrementCount(); }
+IZObject* CZStream::Clone() { return nullptr; }
+
+void CZStream::Read(void* data, ULONG length, bool* complete) {
+  ULONG read = length;
+  if (length <= static_cast<std::size_t>(valid_ - current_)) {
+    Copy(data, current_, length);
+    current_ += length;
+  } else {
+    read = ReadSlowly(static_cast<BYTE*>(data), length);
+  }
+  if (complete != nullptr) *complete = read == length;
+  if (read == length) return;
+  std::memset(static_cast<BYTE*>(data) + read, 0, length - read);
+  if (complete == nullptr) throw CAtlException(E_FAIL);
+}
+
+void CZStream::Write(const void* data, ULONG length) {
+  if (length > static_cast<std::size_t>(limit_ - current_)) {
+    WriteSlowly(static_cast<const BYTE*>(data), length);
+    return;
+  }
+  Copy(current_, data, length);
+  current_ += length;
+  valid_ = std::max(valid_, current_);
+  dirty_ = true;
+}
+
+ULONGLONG CZStream::Seek(LONGLONG offset, ULONG origin) {
+  ULONGLONG from = 0;
+  if (origin == STREAM_SEEK_CUR) {
+    from = GetPosition();
+  } else if (origin == STREAM_SEEK_END) {
+    from = GetSize();
+  } else if (origin != STREAM_SEEK_SET) {
+    throw CAtlException(E_INVALIDARG);
+  }
+  const ULONGLONG target = from + static_cast<ULONGLONG>(offset);
+  const bool wrapped = offset < 0 ? target > from : target < from;
+  if (wrapped || target > static_cast<ULONGLONG>(INT64_MAX)) throw CAtlException(E_INVALIDARG);
+  Resume();
+  if (target >= windowStart_ && target - windowStart_ <= static_cast<ULONGLONG>(valid_ - buffer_.get())) {
+    current_ = buffer_.get() + (target - windowStart_);
+  } else {
+    Flush();
+    OpenWindow(target);
+  }
+  return target;
+}
+
+ULONGLONG CZStream::GetPosition() {
+  Resume();
+  return windowStart_ + static_cast<ULONGLONG>(current_ - buffer_.get());
+}
+
+void CZStream::ReadBSTR(BSTR* out) {
+  *out = nullptr;
+  ULONG bytes = 0;
+  Read(&bytes, sizeof(bytes));
+  if (bytes == 0) return;
+  if (bytes % 2 != 0 || bytes > GetBytesLeft()) throw CAtlException(E_FAIL);
+  const ULONG units = bytes / 2 - 1;
+  BSTR text = SysAllocStringLen(nullptr, units);
+  if (text == nullptr) throw CAtlException(E_OUTOFMEMORY);
+  bool complete = false;
+  Read(text, bytes, &complete);
+  text[units] = 0;
+  if (!complete) {
+    SysFreeString(text);
+    throw CAtlException(E_FAIL);
+  }
+  *out = text;
+}
+
+void CZStream::WriteBSTR(BSTR text) {
+  const ULONG bytes = text != nullptr ? SysStringLen(text) * 2 + 2 : 0;
+  Write(&bytes, sizeof(bytes));
+  // The units are followed by their terminator in memory as in the stream.
+  if (bytes != 0) Write(text, bytes);
+}
+
+bool CZStream::ReadFlag() {
+  BYTE flag = 0;
+  Read(&flag, 1);
+  return flag != 0;
+}
+
+void CZStream::WriteFlag(bool flag) {
+  const BYTE value = flag ? 1 : 0;
+  Write(&value, 1);
+}
+
+LONG CZStream::ReadCount() {
+  LONG count = 0;
+  Read(&count, sizeof(count));
+  return count;
+}
+
+void CZStream::WriteCount(LONG count) { Write(&count, sizeof(count)); }
+
+HRESULT CZStream::AttachStream(IStream* stream) {
+  HRESULT result = S_OK;
+  try {
+    if (stream_ != nullptr) GetIStream();  // leaves the IStream where this stream stands
+  } catch (const CAtlException& failure) {
+    result = failure;
+  }
+  if (stream != nullptr) stream->AddRef();
+  if (IStream* old = std::exchange(stream_, stream)) old->Release();
+  states_ = 0;
+  dirty_ = false;
+  windowStart_ = 0;
+  CloseWindow();
+  if (stream_ == nullptr) return result;
+  if (buffer_ == nullptr) buffer_ = std::make_unique<BYTE[]>(kBufferSize);
+  CloseWindow();
+  lent_ = true;
+  return result;
+}
+
+IStream* CZStream::GetIStream() {
+  if (stream_ == nullptr) return nullptr;
+  const ULONGLONG position = GetPosition();
+  Flush();
+  SeekBelow(position);
+  CloseWindow();
+  lent_ = true;
+  return stream_;
+}
+
+void CZStream::Recover(ULONG states) { states_ &= ~states; }
+
+ULONGLONG CZStream::GetBytesLeft() {
+  const ULONGLONG position = GetPosition();
+  const ULONGLONG size = GetSize();
+  return size > position ? size - position : 0;
+}
+
+/// After the IStream was handed out: goes on where it stands now.
+void CZStream::Resume() {
+  if (!lent_) return;
+  ULARGE_INTEGER position = {};
+  const HRESULT result = stream_->Seek(LARGE_INTEGER{}, STREAM_SEEK_CUR, &position);
+  if (FAILED(result)) throw CAtlException(result);
+  lent_ = false;
+  positionBelow_ = position.QuadPart;
+  sizeKnown_ = false;
+  OpenWindow(positionBelow_);
+}
+
+void CZStream::OpenWindow(ULONGLONG position) {
+  windowStart_ = position;
+  current_ = valid_ = limit_ = buffer_.get();
+  if (stream_ != nullptr) limit_ += kBufferSize;
+}
+
+/// Every read and write then takes the slow way.
+void CZStream::CloseWindow() { current_ = valid_ = limit_ = buffer_.get(); }
+
+void CZStream::Flush() {
+  if (!dirty_) return;
+  SeekBelow(windowStart_);
+  WriteBelow(buffer_.get(), static_cast<ULONG>(valid_ - buffer_.get()));
+  dirty_ = false;
+}
+
+void CZStream::Refill() {
+  const ULONGLONG position = GetPosition();
+  Flush();
+  SeekBelow(position);
+  OpenWindow(position);
+  valid_ += ReadBelow(buffer_.get(), kBufferSize);
+}
+
+void CZStream::SeekBelow(ULONGLONG position) {
+  if (positionBelow_ == position) return;
+  LARGE_INTEGER to = {};
+  to.QuadPart = static_cast<LONGLONG>(position);
+  const HRESULT result = stream_->Seek(to, STREAM_SEEK_SET, nullptr);
+  if (FAILED(result)) throw CAtlException(result);
+  positionBelow_ = position;
+}
+
+/// The number of bytes read; fewer at the end of the IStream and when it fails.
+ULONG CZStream::ReadBelow(void* data, ULONG length) {
+  ULONG total = 0;
+  while (total < length && (states_ & kReadFailed) == 0) {
+    ULONG read = 0;
+    const HRESULT result = stream_->Read(static_cast<BYTE*>(data) + total, length - total, &read);
+    if (FAILED(result)) {
+      states_ |= kReadFailed;
+    } else if (read == 0) {
+      break;
+    }
+    total += read;
+    positionBelow_ += read;
+  }
+  return total;
+}
+
+void CZStream::WriteBelow(const void* data, ULONG length) {
+  if ((states_ & kWriteFailed) != 0) throw CAtlException(E_FAIL);
+  ULONG written = 0;
+  const HRESULT result = stream_->Write(data, length, &written);
+  positionBelow_ += written;
+  if (sizeKnown_) sizeBelow_ = std::max(sizeBelow_, positionBelow_);
+  if (SUCCEEDED(result) && written == length) return;
+  states_ |= kWriteFailed;
+  throw CAtlException(FAILED(result) ? result : STG_E_MEDIUMFULL);
+}
+
+ULONG CZStream::ReadSlowly(BYTE* data, ULONG length) {
+  if (stream_ == nullptr) return 0;
+  Resume();
+  ULONG total = 0;
+  while (total < length) {
+    const ULONG wanted = length - total;
+    const ULONG ready = std::min(wanted, static_cast<ULONG>(valid_ - current_));
+    std::memcpy(data + total, current_, ready);
+    current_ += ready;
+    total += ready;
+    if (total == length) break;
+    if (length - total >= kBufferSize) {
+      const ULONGLONG position = GetPosition();
+      Flush();
+      SeekBelow(position);
+      const ULONG read = ReadBelow(data + total, length - total);
+      OpenWindow(position + read);
+      return total + read;
+    }
+    Refill();
+    if (valid_ == current_) break;
+  }
+  return total;
+}
+
+void CZStream::WriteSlowly(const BYTE* data, ULONG length) {
+  if (stream_ == nullptr) throw CAtlException(E_FAIL);
+  const ULONGLONG position = GetPosition();
+  if (length <= static_cast<std::size_t>(limit_ - current_)) {
+    Write(data, length);  // the window was only closed
+    return;
+  }
+  Flush();
+  if (length >= kBufferSize) {
+    SeekBelow(position);
+    OpenWindow(position);
+    WriteBelow(data, length);
+    OpenWindow(position + length);
+  } else {
+    OpenWindow(position);
+    Write(data, length);
+  }
+}
+
+ULONGLONG CZStream::GetSize() {
+  Resume();
+  if (stream_ == nullptr) return 0;
+  if (!sizeKnown_) {
+    STATSTG stat = {};
+    const HRESULT result = stream_->Stat(&stat, STATFLAG_NONAME);
+    if (FAILED(result)) throw CAtlException(result);
+    sizeBelow_ = stat.cbSize.QuadPart;
+    sizeKnown_ = true;
+  }
+  return std::max(sizeBelow_, windowStart_ + static_cast<ULONGLONG>(dirty_ ? valid_ - buffer_.get() : 0));
+}

@@ -1,0 +1,288 @@
+// The list behind every collection: order, positions, references and misuse.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+#include "tests/support/TestClasses.h"
+
+namespace {
+
+using namespace zdm::test;
+
+/// Runs `call` and answers the code of the exception it throws; S_OK when it throws none.
+template <class Call>
+HRESULT Thrown(Call call) {
+  try {
+    call();
+  } catch (const CAtlException& failure) {
+    return failure;
+  }
+  return S_OK;
+}
+
+/// Forwards and backwards at once, so that no broken link goes unseen.
+void ExpectNames(ITestColl& coll, const std::string& names) {
+  EXPECT_EQ(NamesIn(coll), names);
+  std::string reversed = NamesBackwards(coll);
+  std::reverse(reversed.begin(), reversed.end());  // names are single letters
+  EXPECT_EQ(reversed, names);
+  EXPECT_EQ(coll.GetCount(), static_cast<LONG>((names.size() + 1) / 2));
+}
+
+TEST(List, EmptyListAnswersAbsenceAndThrowsOnRemoval) {
+  auto coll = MakeColl();
+  ITestElement* out = nullptr;
+  EXPECT_EQ(coll->GetHead(), nullptr);
+  EXPECT_EQ(coll->GetTail(), nullptr);
+  EXPECT_EQ(coll->GetHeadPosition(), 0);
+  EXPECT_EQ(coll->FindIndex(0), 0);
+  EXPECT_TRUE(coll->IsEmpty());
+  EXPECT_EQ(coll->RemoveHead(nullptr), E_INVALIDARG);
+  EXPECT_EQ(Thrown([&] { coll->RemoveHead(&out); }), E_FAIL);
+  EXPECT_EQ(Thrown([&] { coll->RemoveTail(&out); }), E_FAIL);
+  EXPECT_EQ(Thrown([&] { coll->RemoveHeadNoReturn(); }), E_FAIL);
+  EXPECT_EQ(Thrown([&] { coll->RemoveTailNoReturn(); }), E_FAIL);
+  EXPECT_EQ(coll->MovePrev(nullptr), E_FAIL);
+  EXPECT_EQ(coll->RemoveAll(), S_OK);
+}
+
+TEST(List, PositionZeroIsMisuse) {
+  auto coll = MakeColl("a");
+  LONGLONG none = 0;
+  EXPECT_EQ(Thrown([&] { coll->GetNext(none); }), E_FAIL);
+  EXPECT_EQ(Thrown([&] { coll->GetPrev(none); }), E_FAIL);
+  EXPECT_EQ(Thrown([&] { coll->GetAt(0); }), E_FAIL);
+  EXPECT_EQ(Thrown([&] { coll->SetAt(0, coll->GetHead()); }), E_FAIL);
+  EXPECT_EQ(Thrown([&] { coll->MoveToHead(0); }), E_FAIL);
+  EXPECT_EQ(Thrown([&] { coll->MoveToTail(0); }), E_FAIL);
+  EXPECT_EQ(coll->RemoveAt(0), E_INVALIDARG);
+  ExpectNames(*coll, "a");
+}
+
+TEST(List, NullArgumentsAreRefused) {
+  auto coll = MakeColl("a");
+  LONGLONG pos = 0;
+  EXPECT_EQ(coll->SetAt(coll->GetHeadPosition(), nullptr), E_INVALIDARG);
+  EXPECT_EQ(coll->InsertAfter(nullptr, &pos), E_INVALIDARG);
+  EXPECT_EQ(coll->InsertBefore(coll->GetHead(), nullptr), E_INVALIDARG);
+  EXPECT_EQ(coll->RemoveItem(nullptr), E_INVALIDARG);
+  EXPECT_EQ(coll->AddHeadColl(nullptr), E_INVALIDARG);
+  EXPECT_EQ(coll->AddTailColl(nullptr), E_INVALIDARG);
+  coll->AddTail(nullptr);
+  ExpectNames(*coll, "a");
+}
+
+TEST(List, AnObjectWithoutTheInterfaceBecomesANullElement) {
+  auto coll = MakeColl("a");
+  EXPECT_FALSE(coll->Has(nullptr));
+  coll->AddTail(zdm::MakeObject<IZObject, Stranger>());
+  coll->AddHead(zdm::MakeObject<IZObject, Stranger>());
+  EXPECT_EQ(NamesIn(*coll), "- a -");
+  EXPECT_TRUE(coll->Has(nullptr));
+  EXPECT_EQ(coll->Find(nullptr, 0), 0);
+}
+
+TEST(List, RemovedElementsComeWithTheListsReference) {
+  const int before = Element::alive;
+  auto coll = MakeColl("a b c");
+  ITestElement* out = nullptr;
+  ASSERT_EQ(coll->RemoveHead(&out), S_OK);
+  EXPECT_EQ(out->Name(), "a");
+  EXPECT_EQ(out->Release(), 0u);
+  ASSERT_EQ(coll->RemoveTail(&out), S_OK);
+  EXPECT_EQ(out->Name(), "c");
+  EXPECT_EQ(out->Release(), 0u);
+  coll->RemoveHeadNoReturn();
+  EXPECT_EQ(Element::alive, before);
+  EXPECT_TRUE(coll->IsEmpty());
+  coll->AddTail(zdm::MakeObject<ITestElement, Element>("d"));
+  ExpectNames(*coll, "d");
+}
+
+TEST(List, InsertsBesideAPositionOrAtTheEnd) {
+  auto coll = MakeColl("b d");
+  auto insert = [&](bool after, const char* name, LONGLONG pos) {
+    auto element = zdm::MakeObject<ITestElement, Element>(name);
+    EXPECT_EQ(after ? coll->InsertAfter(element, &pos) : coll->InsertBefore(element, &pos), S_OK);
+    EXPECT_EQ(coll->GetAt(pos), element.Get());
+    EXPECT_EQ(element->GetReferenceCount(), 2u);
+  };
+  insert(true, "c", PositionOf(*coll, "b"));
+  insert(false, "x", PositionOf(*coll, "b"));
+  insert(true, "e", 0);
+  insert(false, "a", 0);
+  ExpectNames(*coll, "a x b c d e");
+}
+
+TEST(List, FindLooksOnlyBehindTheStart) {
+  auto coll = MakeColl("a b");
+  ITestElement* a = coll->GetHead();
+  coll->AddTail(a);
+  const LONGLONG first = coll->Find(a, 0);
+  EXPECT_EQ(first, coll->GetHeadPosition());
+  const LONGLONG second = coll->Find(a, first);
+  EXPECT_EQ(second, coll->GetTailPosition());
+  EXPECT_EQ(coll->Find(a, second), 0);
+  EXPECT_EQ(coll->RemoveItem(a), S_OK);  // only the first
+  ExpectNames(*coll, "b a");
+  Element other("b");
+  EXPECT_FALSE(coll->Has(&other));
+  EXPECT_EQ(coll->RemoveItem(&other), S_OK);
+}
+
+TEST(List, SetAtReplacesAndReleases) {
+  const int before = Element::alive;
+  auto coll = MakeColl("a b");
+  auto c = zdm::MakeObject<ITestElement, Element>("c");
+  const LONGLONG pos = coll->GetHeadPosition();
+  EXPECT_EQ(coll->SetAt(pos, c), S_OK);
+  EXPECT_EQ(coll->SetAt(pos, c), S_OK);
+  EXPECT_EQ(c->GetReferenceCount(), 2u);
+  EXPECT_EQ(Element::alive, before + 2);
+  ExpectNames(*coll, "c b");
+}
+
+TEST(List, SwapsAnyTwoNodesAndPositionsFollowTheirElements) {
+  const std::string names = "a b c d e";
+  for (int i = 0; i < 5; ++i) {
+    for (int j = 0; j < 5; ++j) {
+      auto coll = MakeColl(names);
+      const LONGLONG first = coll->FindIndex(static_cast<ULONGLONG>(i));
+      const LONGLONG second = coll->FindIndex(static_cast<ULONGLONG>(j));
+      ITestElement* element = coll->GetAt(first);
+      EXPECT_EQ(coll->SwapElements(first, second), S_OK);
+      std::string swapped = names;
+      std::swap(swapped[static_cast<std::size_t>(2 * i)], swapped[static_cast<std::size_t>(2 * j)]);
+      SCOPED_TRACE(swapped);
+      ExpectNames(*coll, swapped);
+      EXPECT_EQ(coll->GetAt(first), element);
+    }
+  }
+}
+
+TEST(List, MovesNodesToTheEndsAndOnePlace) {
+  auto coll = MakeColl("a b c");
+  const LONGLONG b = PositionOf(*coll, "b");
+  coll->MoveToHead(b);
+  ExpectNames(*coll, "b a c");
+  coll->MoveToHead(b);
+  ExpectNames(*coll, "b a c");
+  coll->MoveToTail(b);
+  ExpectNames(*coll, "a c b");
+  coll->MoveToTail(b);
+  coll->MoveToHead(coll->GetTailPosition());
+  ExpectNames(*coll, "b a c");
+  EXPECT_EQ(coll->MoveNext(coll->GetAt(b)), S_OK);
+  ExpectNames(*coll, "a b c");
+  EXPECT_EQ(coll->MovePrev(coll->GetTail()), S_OK);
+  ExpectNames(*coll, "a c b");
+  EXPECT_EQ(coll->MovePrev(coll->GetHead()), E_FAIL);
+  EXPECT_EQ(coll->MoveNext(coll->GetTail()), E_FAIL);
+  Element absent("z");
+  EXPECT_EQ(coll->MovePrev(&absent), E_FAIL);
+  EXPECT_EQ(coll->MoveNext(&absent), E_FAIL);
+  ExpectNames(*coll, "a c b");
+}
+
+TEST(List, AppendsOtherCollectionsInTheirOrderAndItselfNotAtAll) {
+  auto coll = MakeColl("x");
+  auto other = MakeColl("a b");
+  EXPECT_EQ(coll->AddHeadColl(other), S_OK);
+  EXPECT_EQ(coll->AddTailColl(other), S_OK);
+  ExpectNames(*coll, "a b x a b");
+  EXPECT_EQ(other->GetHead()->GetReferenceCount(), 3u);
+  EXPECT_EQ(coll->AddHeadColl(coll), S_OK);
+  EXPECT_EQ(coll->AddTailColl(coll), S_OK);
+  ExpectNames(*coll, "a b x a b");
+
+  CZList<ITestElement> list;
+  CZList<ITestElement> source;
+  source.AddTail(other->GetHead());
+  list.AddTailList(source);
+  list.AddTailList(list);
+  list.AddHeadList(&list);
+  EXPECT_EQ(list.GetCount(), 1u);
+  EXPECT_EQ(Thrown([&] { list.AddHeadList(nullptr); }), E_FAIL);
+}
+
+/// Empties, extends or shortens the collection that is about to let go of it.
+class Meddler : public IZObjectImpl<ITestElement> {
+ public:
+  Meddler(ITestColl* coll, void (*deed)(ITestColl*)) : coll_(coll), deed_(deed) {}
+  ~Meddler() override { deed_(coll_); }
+  ULONGLONG _GetOffsetofClass(unsigned short id) override {
+    return id == ZInterface<ITestElement>::ID() ? 0 : zdm::kNoOffset;
+  }
+  const std::string& Name() override { return name_; }
+
+ private:
+  std::string name_ = "m";
+  ITestColl* coll_;
+  void (*deed_)(ITestColl*);
+};
+
+TEST(List, SurvivesAnElementThatChangesItWhileBeingReleased) {
+  const struct {
+    void (*deed)(ITestColl*);
+    const char* left;
+  } kCases[] = {
+      {[](ITestColl* coll) { coll->RemoveAll(); }, ""},
+      {[](ITestColl* coll) { coll->AddTail(zdm::MakeObject<ITestElement, Element>("n")); }, "a b n"},
+      {[](ITestColl* coll) { coll->RemoveTailNoReturn(); }, "a"},
+  };
+  for (const auto& row : kCases) {
+    auto coll = MakeColl("a");
+    coll->AddTail(zdm::Attached<ITestElement>(new Meddler(coll, row.deed)));
+    coll->AddTail(zdm::MakeObject<ITestElement, Element>("b"));
+    coll->RemoveAt(coll->FindIndex(1));
+    EXPECT_EQ(NamesIn(*coll), row.left);
+  }
+  auto alone = MakeColl();
+  alone->AddTail(zdm::Attached<ITestElement>(new Meddler(alone, kCases[0].deed)));
+  alone->RemoveAll();
+  EXPECT_TRUE(alone->IsEmpty());
+}
+
+TEST(List, KeepsOrderAndCountThroughRandomOperations) {
+  std::mt19937 random(20);
+  const int before = Element::alive;
+  {
+    auto coll = MakeColl();
+    std::vector<LONGLONG> model;  // positions in list order
+    for (int step = 0; step < 20000; ++step) {
+      const auto at = [&] { return random() % model.size(); };
+      const auto place = [&](std::size_t i) { return model.begin() + static_cast<std::ptrdiff_t>(i); };
+      const unsigned operation = random() % 6;
+      if (model.empty() || operation < 2) {
+        const std::size_t i = model.empty() ? 0 : at();
+        LONGLONG pos = model.empty() ? 0 : model[i];
+        coll->InsertBefore(zdm::MakeObject<ITestElement, Element>("e"), &pos);
+        model.insert(place(i), pos);
+      } else if (operation == 2) {
+        const std::size_t i = at();
+        coll->RemoveAt(model[i]);
+        model.erase(place(i));
+      } else if (operation == 3) {
+        const std::size_t i = at();
+        const std::size_t j = at();
+        coll->SwapElements(model[i], model[j]);
+        std::swap(model[i], model[j]);
+      } else {
+        const std::size_t i = at();
+        const LONGLONG pos = model[i];
+        operation == 4 ? coll->MoveToHead(pos) : coll->MoveToTail(pos);
+        model.erase(place(i));
+        model.insert(operation == 4 ? model.begin() : model.end(), pos);
+      }
+      ASSERT_EQ(coll->GetCount(), static_cast<LONG>(model.size()));
+    }
+    std::vector<LONGLONG> walked;
+    for (LONGLONG pos = coll->GetHeadPosition(); pos != 0; coll->GetNext(pos)) walked.push_back(pos);
+    EXPECT_EQ(walked, model);
+  }
+  EXPECT_EQ(Element::alive, before);
+}
+
+}  // namespace

@@ -1,0 +1,141 @@
+// Who owns what: reference pointers, clones, aggregated objects and weak handles.
+#include <gtest/gtest.h>
+
+#include "platform/core/ZWeakHandle.h"
+#include "tests/support/TestClasses.h"
+#include "zdm/framework/CErrorObject.h"
+
+namespace {
+
+using namespace zdm::test;
+
+TEST(ZRefPtr, HoldsOneReferenceEach) {
+  const int before = Element::alive;
+  {
+    auto first = zdm::MakeObject<ITestElement, Element>("a");
+    ZRefPtr<ITestElement> second = first;
+    ZRefPtr<ITestElement> third = std::move(second);
+    EXPECT_EQ(first->GetReferenceCount(), 2u);
+    third = first.Get();
+    EXPECT_EQ(first->GetReferenceCount(), 2u);
+    ITestElement* detached = third.Detach();
+    EXPECT_EQ(third.Get(), nullptr);
+    first = nullptr;
+    EXPECT_EQ(Element::alive, before + 1);
+    EXPECT_EQ(detached->Release(), 0u);
+  }
+  EXPECT_EQ(Element::alive, before);
+}
+
+TEST(ZRefPtr, SelfAssignmentKeepsTheObject) {
+  auto held = zdm::MakeObject<ITestElement, Element>("a");
+  const auto& same = held;
+  held = same;
+  held = held.Get();
+  EXPECT_EQ(held->GetReferenceCount(), 1u);
+}
+
+TEST(ZRefPtr, AssignsAnyObjectByQuery) {
+  auto twofold = zdm::MakeObject<ITestElement, Twofold>();
+  auto stranger = zdm::MakeObject<IZObject, Stranger>();
+  ZRefPtr<ITestExtra> extra = twofold->GetIZObject();
+  ASSERT_NE(extra.Get(), nullptr);
+  EXPECT_EQ(extra->Extra(), 42);
+  extra = stranger.Get();
+  EXPECT_EQ(extra.Get(), nullptr);
+  EXPECT_EQ(twofold->GetReferenceCount(), 1u);
+  EXPECT_EQ(stranger->GetReferenceCount(), 1u);
+}
+
+TEST(ZRefPtr, ClonesComeWithCountZero) {
+  const int before = Element::alive;
+  {
+    Element original("a");
+    ZRefPtr<IZObject> copy = original.Clone();
+    EXPECT_EQ(copy->GetReferenceCount(), 1u);
+    EXPECT_EQ(zdm::CloneAs<ITestElement>(&original)->Name(), "a");
+    // A copy that lacks the wanted interface dies instead of leaking.
+    EXPECT_EQ(zdm::CloneAs<ITestColl>(&original).Get(), nullptr);
+    EXPECT_EQ(Element::alive, before + 2);
+  }
+  EXPECT_EQ(Element::alive, before);
+}
+
+TEST(ZRefPtr, CopiesOfAnObjectStartAtOneAndAssignmentLeavesCountsAlone) {
+  Element original("a");
+  original.AddRef();
+  Element copy(original);
+  EXPECT_EQ(copy.GetReferenceCount(), 1u);
+  copy = original;
+  EXPECT_EQ(copy.GetReferenceCount(), 1u);
+  EXPECT_EQ(original.GetReferenceCount(), 2u);
+}
+
+TEST(Aggregation, HoldsOneObjectPerInterfaceUntilTheEnd) {
+  const int before = Element::alive;
+  auto outer = zdm::MakeObject<IZObject, Stranger>();
+  outer->AddAggregation(7, zdm::MakeObject<IZObject, Element>("first"));
+  outer->AddAggregation(7, zdm::MakeObject<IZObject, Element>("second"));
+  EXPECT_EQ(Element::alive, before + 1);
+  EXPECT_TRUE(outer->HasAggregation(7));
+  EXPECT_FALSE(outer->HasAggregation(8));
+  EXPECT_EQ(outer->GetAggregation(7)->GetReferenceCount(), 1u);
+  outer->RemoveAggregation(7);
+  EXPECT_EQ(outer->GetAggregation(7), nullptr);
+  outer->AddAggregation(9, zdm::MakeObject<IZObject, Element>("third"));
+  outer.Reset();
+  EXPECT_EQ(Element::alive, before);
+}
+
+/// Its destructor takes and gives back a reference of itself and looks at its own handle.
+class LastWords : public IZObjectImpl<IZObject> {
+ public:
+  explicit LastWords(bool* seen) : handle(this), seen_(seen) {}
+  ~LastWords() override {
+    AddRef();
+    Release();
+    *seen_ = handle.Get() == nullptr;
+  }
+  ZWeakHandle handle;
+
+ private:
+  bool* seen_;
+};
+
+TEST(WeakHandle, AnswersNullOnceTheObjectIsGone) {
+  ZWeakHandle handle;
+  EXPECT_EQ(handle.Get(), nullptr);
+  {
+    auto object = zdm::MakeObject<IZObject, Stranger>();
+    handle = ZWeakHandle(object);
+    const ZWeakHandle copy = handle;
+    EXPECT_EQ(copy.Get(), object.Get());
+    EXPECT_EQ(object->GetReferenceCount(), 1u);
+  }
+  EXPECT_EQ(handle.Get(), nullptr);
+  Stranger automatic;  // ends without a release
+  handle = ZWeakHandle(&automatic);
+  EXPECT_EQ(handle.Get(), &automatic);
+  handle = ZWeakHandle();
+}
+
+TEST(WeakHandle, IsDeadWhileItsObjectIsBeingDestroyedAndDestructionHappensOnce) {
+  bool seen = false;
+  (new LastWords(&seen))->Release();
+  EXPECT_TRUE(seen);
+}
+
+TEST(ErrorObject, CopiesTheWholeRecordWithoutCounting) {
+  GUID guid = {1, 2, 3, {4}};
+  auto* object = reinterpret_cast<IZDMObject*>(0x10);
+  const CErrorObject filled(1, 2, 3, 4, 5, 6, guid, object);
+  CErrorObject record;
+  EXPECT_EQ(record.m_object, nullptr);
+  EXPECT_TRUE(record.m_guid == GUID_NULL);
+  record = filled;
+  EXPECT_EQ(record.m_int4, 4);
+  EXPECT_EQ(record.m_long2, 6);
+  EXPECT_EQ(record.m_object, object);
+}
+
+}  // namespace

@@ -1,0 +1,49 @@
+// The place of an interface operation, read from its member pointer: what a caller compiled
+// elsewhere would use. Counts operations from 0, as the numbers behind them in the headers do.
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <type_traits>
+
+#include "platform/core/IZObject.h"
+
+namespace zdm::test {
+
+/// -1 for a function that is not virtual.
+template <class C, class Function>
+int SlotOf(Function C::*operation) {
+  // Both compilers lay a pointer to a virtual function out as 1 + its offset in the vtable.
+  struct {
+    std::ptrdiff_t function;
+    std::ptrdiff_t adjustment;
+  } layout;
+  static_assert(sizeof(layout) == sizeof(operation));
+  std::memcpy(&layout, &operation, sizeof(layout));
+  if (layout.function % 2 == 0) return -1;
+  const int entry = static_cast<int>(layout.function / static_cast<int>(sizeof(void*)));
+  // A destructor takes two entries: in CZObject behind getZRClass, as one of its operations; in an
+  // interface behind IZObject's three, as none.
+  if constexpr (std::is_base_of_v<IZObject, C>) {
+    return entry < 5 ? entry : entry - 2;
+  } else {
+    return entry < 2 ? entry : entry - 1;
+  }
+}
+
+/// One row of an order test.
+struct Slot {
+  const char* name;
+  int actual;
+};
+
+}  // namespace zdm::test
+
+#define ZDM_SLOT(Interface, operation) \
+  zdm::test::Slot { #Interface "::" #operation, zdm::test::SlotOf(&Interface::operation) }
+/// For an overloaded operation: its result and argument types in parentheses.
+#define ZDM_SLOT_OF(Interface, operation, Result, Arguments)                         \
+  zdm::test::Slot {                                                                  \
+    #Interface "::" #operation #Arguments,                                           \
+        zdm::test::SlotOf(static_cast<Result(Interface::*) Arguments>(&Interface::operation)) \
+  }
