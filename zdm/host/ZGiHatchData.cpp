@@ -1,6 +1,7 @@
 #include "zdm/host/ZGiHatchData.h"
 
 #include <cmath>
+#include <utility>
 
 #include "platform/core/IZStream.h"
 #include "platform/system/Text.h"
