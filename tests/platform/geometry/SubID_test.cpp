@@ -6,12 +6,12 @@
 #include <memory>
 
 #include "platform/core/CAtlException.h"
-#include "tests/support/MemoryZStream.h"
+#include "tests/support/ByteStream.h"
 
 namespace {
 
 using Bytes = std::vector<BYTE>;
-using zdm::test::MemoryZStream;
+using zdm::test::ByteStream;
 using SubIDPtr = std::unique_ptr<SubID>;
 
 const Bytes kEdgeBytes = {1, 2, 2, 0, 7, 0, 0, 0, 0x04, 0x03, 0x02, 0x81};
@@ -25,14 +25,14 @@ SubID Deepest() {
 }
 
 Bytes Save(const SubID* id) {
-  MemoryZStream stream;
+  ByteStream stream;
   SaveSubID(&stream, id);
   return stream.GetBytes();
 }
 
 // The SubID at the start of `bytes`, and how many it took; null with `result` for damage.
 SubIDPtr Load(const Bytes& bytes, HRESULT& result, ULONGLONG& used) {
-  MemoryZStream stream(bytes);
+  ByteStream stream(bytes);
   SubID stale;
   SubID* out = &stale;
   result = S_OK;
@@ -54,7 +54,7 @@ TEST(SubIDStream, HasItsDocumentedBytes) {
 
 TEST(SubIDStream, BringsBackWhatWasSaved) {
   const SubID values[] = {SubID(), SubID(SubID::kFace), Edge(), Deepest()};
-  MemoryZStream stream;
+  ByteStream stream;
   for (const SubID& value : values) {
     SaveSubID(&stream, &value);
     SaveSubID(&stream, nullptr);
