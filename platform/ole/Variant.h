@@ -11,11 +11,18 @@ namespace zdm {
 
 /// VariantCopy that leaves a null text null, as not every system's does.
 inline HRESULT CopyVariant(VARIANT* target, const VARIANT& source) {
-  const HRESULT result = VariantCopy(target, &source);
+  // Not every system's headers have the source const.
+  const HRESULT result = VariantCopy(target, const_cast<VARIANT*>(&source));
   if (SUCCEEDED(result) && source.vt == VT_BSTR && source.bstrVal == nullptr) {
     SysFreeString(std::exchange(target->bstrVal, nullptr));
   }
   return result;
+}
+
+/// VariantChangeTypeEx through the invariant locale, so that texts are the same everywhere.
+inline HRESULT ConvertVariant(VARIANT* target, const VARIANT& source, VARTYPE type,
+                              USHORT flags = 0) {
+  return VariantChangeTypeEx(target, const_cast<VARIANT*>(&source), LOCALE_INVARIANT, flags, type);
 }
 
 class Variant {
@@ -62,7 +69,7 @@ class Variant {
 
   /// Converts in place through the invariant locale; the value is unchanged when it fails.
   HRESULT ChangeType(VARTYPE type) {
-    return VariantChangeTypeEx(&value_, &value_, LOCALE_INVARIANT, VARIANT_NOVALUEPROP, type);
+    return ConvertVariant(&value_, value_, type, VARIANT_NOVALUEPROP);
   }
 
   /// Clears `*out` and copies the value into it.

@@ -184,7 +184,7 @@ HRESULT WriteVariant(IStream* stream, const VARIANT& value) {
       return WriteText(stream, VT_BSTR, value.bstrVal, SysStringLen(value.bstrVal));
     case VT_DECIMAL: {
       Variant text;
-      const HRESULT result = VariantChangeTypeEx(text.Out(), &value, LOCALE_INVARIANT, 0, VT_BSTR);
+      const HRESULT result = ConvertVariant(text.Out(), value, VT_BSTR);
       if (FAILED(result)) return result;
       const BSTR digits = text.Get().bstrVal;
       return WriteText(stream, VT_DECIMAL, digits, SysStringLen(digits));

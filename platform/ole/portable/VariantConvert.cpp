@@ -307,14 +307,14 @@ HRESULT ToText(const VARIANT& source, USHORT flags, BSTR* out) {
   return *out != nullptr ? S_OK : E_OUTOFMEMORY;
 }
 
-/// Between VT_UNKNOWN and VT_DISPATCH, by asking the object.
+/// Between VT_UNKNOWN and VT_DISPATCH, by asking the object; its answer is the result.
 HRESULT ToObject(const VARIANT& source, VARTYPE type, VARIANT* out) {
   if (source.vt != VT_UNKNOWN && source.vt != VT_DISPATCH) return DISP_E_TYPEMISMATCH;
-  out->punkVal = nullptr;
   if (source.punkVal == nullptr) return S_OK;
   void* object = nullptr;
   const IID& iid = type == VT_DISPATCH ? IID_IDispatch : IID_IUnknown;
-  if (FAILED(source.punkVal->QueryInterface(iid, &object))) return DISP_E_TYPEMISMATCH;
+  const HRESULT result = source.punkVal->QueryInterface(iid, &object);
+  if (FAILED(result)) return result;
   if (type == VT_DISPATCH) {
     out->pdispVal = static_cast<IDispatch*>(object);
   } else {

@@ -23,7 +23,7 @@ Bytes Saved(const Variant& value) {
 std::string Loaded(const Bytes& bytes) {
   MemoryStream stream(bytes);
   Variant value = Text("old");
-  const HRESULT result = ReadVariant(&stream, const_cast<VARIANT*>(&value.Get()));
+  const HRESULT result = ReadVariant(&stream, Inside(value));
   if (FAILED(result)) {
     EXPECT_EQ(result, E_FAIL);
     EXPECT_TRUE(value.IsEmpty());

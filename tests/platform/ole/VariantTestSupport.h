@@ -48,7 +48,8 @@ inline Variant Date(double v) { return Make(VT_DATE, v); }
 inline Variant Cy(LONGLONG tenThousandths) { return Make(VT_CY, tenThousandths); }
 inline Variant Bool(int v) { return Make(VT_BOOL, static_cast<SHORT>(v)); }
 inline Variant Text(const char* text) {
-  const std::basic_string<OLECHAR> wide(text, text + std::strlen(text));
+  std::basic_string<OLECHAR> wide;
+  for (; *text != 0; ++text) wide += static_cast<OLECHAR>(static_cast<unsigned char>(*text));
   return Variant::FromText(wide.c_str());
 }
 inline Variant Dec(bool negative, ULONG high, ULONGLONG low, int scale) {
@@ -61,6 +62,9 @@ inline Variant Dec(bool negative, ULONG high, ULONGLONG low, int scale) {
   value.vt = VT_DECIMAL;
   return Variant(value);
 }
+
+/// The value inside, for operations of the system that take no const pointer.
+inline VARIANT* Inside(const Variant& value) { return const_cast<VARIANT*>(&value.Get()); }
 
 /// The integer of 96 bits in decimal digits.
 inline std::string Digits(const DECIMAL& number) {
@@ -133,8 +137,8 @@ inline std::string Describe(const VARIANT& value) {
 /// The outcome of converting through the invariant locale: as Describe, or the name of the result.
 inline std::string Converted(const Variant& source, int type, USHORT flags = 0) {
   Variant target;
-  const HRESULT result = VariantChangeTypeEx(target.Out(), &source.Get(), LOCALE_INVARIANT, flags,
-                                             static_cast<VARTYPE>(type));
+  const HRESULT result =
+      ConvertVariant(target.Out(), source.Get(), static_cast<VARTYPE>(type), flags);
   if (result == DISP_E_OVERFLOW) return "overflow";
   if (result == DISP_E_TYPEMISMATCH) return "mismatch";
   if (result == DISP_E_BADVARTYPE) return "bad type";
