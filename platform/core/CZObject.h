@@ -18,33 +18,33 @@ class ZDM_API CZObject {
   CZObject& operator=(const CZObject& other);
 
   /// The class descriptor (borrowed); null for a class the factory does not know.
-  virtual CZRClass* getZRClass() const;                          // 0
-  virtual ~CZObject();                                           // 1
+  virtual CZRClass* getZRClass() const;  // 0
+  virtual ~CZObject();                   // 1
   /// True for the same object.
-  virtual bool EqualTo(const CZObject* other);                   // 2
+  virtual bool EqualTo(const CZObject* other);  // 2
   /// True when the class answers to the interface `id`.
-  virtual bool IsA(unsigned short id);                           // 3
+  virtual bool IsA(unsigned short id);  // 3
   /// Offset in bytes from GetLPVOID() to the view for interface `id`; all ones when there is none.
-  virtual ULONGLONG _GetOffsetofClass(unsigned short id);        // 4
+  virtual ULONGLONG _GetOffsetofClass(unsigned short id);  // 4
   /// The class identifier; GUID_NULL without a descriptor.
-  virtual GUID GetZRID() const;                                  // 5
+  virtual GUID GetZRID() const;  // 5
   /// The identifier of the module that registered the class; GUID_NULL without a descriptor.
-  virtual GUID GetZRMID() const;                                 // 6
+  virtual GUID GetZRMID() const;  // 6
   /// Writes the class identifier. E_INVALIDARG for null; E_FAIL and GUID_NULL without a descriptor.
-  virtual HRESULT GetClassID(GUID* out) const;                   // 7
+  virtual HRESULT GetClassID(GUID* out) const;  // 7
   /// The identifier under which the object is stored: the class identifier.
-  virtual GUID GetObjectCLSID() const;                           // 8
+  virtual GUID GetObjectCLSID() const;  // 8
   /// The IZObject view (borrowed), or null.
-  virtual IZObject* GetIZObject();                               // 9
+  virtual IZObject* GetIZObject();  // 9
   /// The start of the whole object.
-  virtual void* GetLPVOID();                                     // 10
+  virtual void* GetLPVOID();  // 10
   /// Attaches `object` under interface `id` (one reference, released with this object), in place of
   /// an earlier one; null removes. Aggregated objects are not reached by interface queries.
   virtual void AddAggregation(unsigned short id, IZObject* object);  // 11
   /// The object attached under `id` (borrowed), or null.
-  virtual IZObject* GetAggregation(unsigned short id);           // 12
-  virtual void RemoveAggregation(unsigned short id);             // 13
-  virtual bool HasAggregation(unsigned short id);                // 14
+  virtual IZObject* GetAggregation(unsigned short id);  // 12
+  virtual void RemoveAggregation(unsigned short id);    // 13
+  virtual bool HasAggregation(unsigned short id);       // 14
 
   /// The id of an interface name: the same for the same name on every call, from 1 upwards.
   /// Throws CAtlException(E_OUTOFMEMORY) when all 65535 ids are taken.

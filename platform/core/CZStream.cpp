@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include "platform/core/CAtlException.h"
@@ -41,19 +42,29 @@ void Destroy(CZObject* object) { delete object; }
 /// memcpy for lengths known only at run time; the common ones do not pay for a call.
 inline void Copy(void* to, const void* from, ULONG length) {
   switch (length) {
-    case 1: std::memcpy(to, from, 1); break;
-    case 4: std::memcpy(to, from, 4); break;
-    case 8: std::memcpy(to, from, 8); break;
-    case 16: std::memcpy(to, from, 16); break;
-    default: std::memcpy(to, from, length); break;
+    case 0:
+      break;
+    case 1:
+      std::memcpy(to, from, 1);
+      break;
+    case 4:
+      std::memcpy(to, from, 4);
+      break;
+    case 8:
+      std::memcpy(to, from, 8);
+      break;
+    case 16:
+      std::memcpy(to, from, 16);
+      break;
+    default:
+      std::memcpy(to, from, length);
+      break;
   }
 }
 
 }  // namespace
 
-CZStream::~CZStream() {
-  AttachStream(nullptr);
-}
+CZStream::~CZStream() { AttachStream(nullptr); }
 
 CZRClass* CZStream::getZRClass() const { return gpDesc; }
 bool CZStream::IsA(unsigned short id) { return _GetOffsetofClass(id) != ~ULONGLONG{0}; }
@@ -109,7 +120,8 @@ ULONGLONG CZStream::Seek(LONGLONG offset, ULONG origin) {
   const bool wrapped = offset < 0 ? target > from : target < from;
   if (wrapped || target > static_cast<ULONGLONG>(INT64_MAX)) throw CAtlException(E_INVALIDARG);
   Resume();
-  if (target >= windowStart_ && target - windowStart_ <= static_cast<ULONGLONG>(valid_ - buffer_.get())) {
+  if (target >= windowStart_ &&
+      target - windowStart_ <= static_cast<ULONGLONG>(valid_ - buffer_.get())) {
     current_ = buffer_.get() + (target - windowStart_);
   } else {
     Flush();
@@ -175,16 +187,20 @@ HRESULT CZStream::AttachStream(IStream* stream) {
   } catch (const CAtlException& failure) {
     result = failure;
   }
+  if (stream != nullptr && buffer_ == nullptr) {
+    buffer_.reset(new (std::nothrow) BYTE[kBufferSize]);
+    if (buffer_ == nullptr) {
+      stream = nullptr;
+      result = E_OUTOFMEMORY;
+    }
+  }
   if (stream != nullptr) stream->AddRef();
   if (IStream* old = std::exchange(stream_, stream)) old->Release();
   states_ = 0;
   dirty_ = false;
   windowStart_ = 0;
   CloseWindow();
-  if (stream_ == nullptr) return result;
-  if (buffer_ == nullptr) buffer_ = std::make_unique<BYTE[]>(kBufferSize);
-  CloseWindow();
-  lent_ = true;
+  lent_ = stream_ != nullptr;
   return result;
 }
 
@@ -286,7 +302,7 @@ ULONG CZStream::ReadSlowly(BYTE* data, ULONG length) {
   while (total < length) {
     const ULONG wanted = length - total;
     const ULONG ready = std::min(wanted, static_cast<ULONG>(valid_ - current_));
-    std::memcpy(data + total, current_, ready);
+    if (ready != 0) std::memcpy(data + total, current_, ready);
     current_ += ready;
     total += ready;
     if (total == length) break;
@@ -333,5 +349,6 @@ ULONGLONG CZStream::GetSize() {
     sizeBelow_ = stat.cbSize.QuadPart;
     sizeKnown_ = true;
   }
-  return std::max(sizeBelow_, windowStart_ + static_cast<ULONGLONG>(dirty_ ? valid_ - buffer_.get() : 0));
+  return std::max(sizeBelow_,
+                  windowStart_ + static_cast<ULONGLONG>(dirty_ ? valid_ - buffer_.get() : 0));
 }

@@ -9,7 +9,7 @@
 
 #include "platform/core/IZStream.h"
 
-class ZDM_API CZStream final : public IZStream {
+class ZDM_API CZStream : public IZStream {
  public:
   CZStream() = default;
   CZStream(const CZStream&) = delete;
@@ -67,6 +67,6 @@ class ZDM_API CZStream final : public IZStream {
   ULONGLONG sizeBelow_ = 0;         // of the IStream, when known
   ULONG states_ = 0;                // kReadFailed, kWriteFailed
   bool sizeKnown_ = false;
-  bool dirty_ = false;              // the window holds bytes that are not written yet
-  bool lent_ = false;               // the IStream was handed out; its position decides
+  bool dirty_ = false;  // the window holds bytes that are not written yet
+  bool lent_ = false;   // the IStream was handed out; its position decides
 };

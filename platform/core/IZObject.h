@@ -8,9 +8,9 @@
 
 struct ZDM_INTERFACE IZObject : virtual CZObject {
   /// Gives up one reference; the last one ends the object. Returns the new count.
-  virtual ULONG Release() = 0;    // 0
+  virtual ULONG Release() = 0;  // 0
   /// Takes one reference. Returns the new count.
-  virtual ULONG AddRef() = 0;     // 1
+  virtual ULONG AddRef() = 0;  // 1
   /// A new object with count 0, or null where the class cannot be copied.
   virtual IZObject* Clone() = 0;  // 2
 };

@@ -11,7 +11,7 @@ DWORD CharLowerBuffW(WCHAR* text, DWORD count) {
   if (text == nullptr) return 0;
   for (DWORD i = 0; i < count; ++i) {
     const UChar32 lower = u_tolower(text[i]);
-    if (lower <= 0xFFFF) text[i] = static_cast<WCHAR>(lower);
+    if (u_toupper(lower) == text[i]) text[i] = static_cast<WCHAR>(lower);
   }
   return count;
 }

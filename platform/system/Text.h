@@ -7,8 +7,9 @@
 #include "platform/ole/ole.h"
 
 #if !defined(_WIN32)
-/// Lower-cases `count` units in place, each by itself: a letter whose lower case does not fit in
-/// one unit, and the halves of a surrogate pair, stay. Returns `count`, or 0 for null.
+/// Lower-cases `count` units in place, each by itself. A letter that is not the upper case of its
+/// lower case stays (dotted capital I, capital sharp s, the ohm sign), so do surrogates.
+/// Returns `count`, or 0 for null.
 ZDM_API DWORD CharLowerBuffW(WCHAR* text, DWORD count);
 #endif
 

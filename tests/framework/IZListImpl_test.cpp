@@ -7,6 +7,27 @@
 
 #include "tests/support/TestClasses.h"
 
+class Meddler;
+
+ZDM_CLASS_ROW(zdm::test::TestModule, false, Meddler, "00000000-0000-0000-0000-000000000000",
+              IZObject, ITestElement)
+
+/// Empties, extends or shortens the collection that is about to let go of it.
+class Meddler : public IZObjectImpl<ITestElement> {
+  ZDM_OBJECT(Meddler)
+ public:
+  Meddler(ITestColl* coll, void (*deed)(ITestColl*)) : coll_(coll), deed_(deed) {}
+  ~Meddler() override { deed_(coll_); }
+  const std::string& Name() override { return name_; }
+
+ private:
+  std::string name_ = "m";
+  ITestColl* coll_;
+  void (*deed_)(ITestColl*);
+};
+
+ZDM_OBJECT_BODY(Meddler)
+
 namespace {
 
 using namespace zdm::test;
@@ -207,29 +228,14 @@ TEST(List, AppendsOtherCollectionsInTheirOrderAndItselfNotAtAll) {
   EXPECT_EQ(Thrown([&] { list.AddHeadList(nullptr); }), E_FAIL);
 }
 
-/// Empties, extends or shortens the collection that is about to let go of it.
-class Meddler : public IZObjectImpl<ITestElement> {
- public:
-  Meddler(ITestColl* coll, void (*deed)(ITestColl*)) : coll_(coll), deed_(deed) {}
-  ~Meddler() override { deed_(coll_); }
-  ULONGLONG _GetOffsetofClass(unsigned short id) override {
-    return id == ZInterface<ITestElement>::ID() ? 0 : zdm::kNoOffset;
-  }
-  const std::string& Name() override { return name_; }
-
- private:
-  std::string name_ = "m";
-  ITestColl* coll_;
-  void (*deed_)(ITestColl*);
-};
-
 TEST(List, SurvivesAnElementThatChangesItWhileBeingReleased) {
   const struct {
     void (*deed)(ITestColl*);
     const char* left;
   } kCases[] = {
       {[](ITestColl* coll) { coll->RemoveAll(); }, ""},
-      {[](ITestColl* coll) { coll->AddTail(zdm::MakeObject<ITestElement, Element>("n")); }, "a b n"},
+      {[](ITestColl* coll) { coll->AddTail(zdm::MakeObject<ITestElement, Element>("n")); },
+       "a b n"},
       {[](ITestColl* coll) { coll->RemoveTailNoReturn(); }, "a"},
   };
   for (const auto& row : kCases) {
@@ -253,8 +259,10 @@ TEST(List, KeepsOrderAndCountThroughRandomOperations) {
     std::vector<LONGLONG> model;  // positions in list order
     for (int step = 0; step < 20000; ++step) {
       const auto at = [&] { return random() % model.size(); };
-      const auto place = [&](std::size_t i) { return model.begin() + static_cast<std::ptrdiff_t>(i); };
-      const unsigned operation = random() % 6;
+      const auto place = [&](std::size_t i) {
+        return model.begin() + static_cast<std::ptrdiff_t>(i);
+      };
+      const auto operation = random() % 6;
       if (model.empty() || operation < 2) {
         const std::size_t i = model.empty() ? 0 : at();
         LONGLONG pos = model.empty() ? 0 : model[i];
@@ -279,7 +287,8 @@ TEST(List, KeepsOrderAndCountThroughRandomOperations) {
       ASSERT_EQ(coll->GetCount(), static_cast<LONG>(model.size()));
     }
     std::vector<LONGLONG> walked;
-    for (LONGLONG pos = coll->GetHeadPosition(); pos != 0; coll->GetNext(pos)) walked.push_back(pos);
+    for (LONGLONG pos = coll->GetHeadPosition(); pos != 0; coll->GetNext(pos))
+      walked.push_back(pos);
     EXPECT_EQ(walked, model);
   }
   EXPECT_EQ(Element::alive, before);

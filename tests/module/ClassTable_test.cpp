@@ -47,8 +47,9 @@ TEST(ClassTable, EveryClassAnswersToExactlyTheInterfacesOfItsRow) {
     ASSERT_NE(object.Get(), nullptr);
     EXPECT_EQ(object->GetReferenceCount(), 1u);
     for (unsigned short id = 1; const char* name = CZObject::GetInterfaceName(id); ++id) {
-      const bool wanted = std::any_of(row.interfaces.begin(), row.interfaces.end(),
-                                      [&](const char* listed) { return std::string(listed) == name; });
+      const bool wanted =
+          std::any_of(row.interfaces.begin(), row.interfaces.end(),
+                      [&](const char* listed) { return std::string(listed) == name; });
       EXPECT_EQ(object->IsA(id), wanted) << name;
       EXPECT_EQ(zdm::FindView(object, id) != nullptr, wanted) << name;
     }

@@ -2,8 +2,11 @@
 // elsewhere would use. Counts operations from 0, as the numbers behind them in the headers do.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstddef>
 #include <cstring>
+#include <initializer_list>
 #include <type_traits>
 
 #include "platform/core/IZObject.h"
@@ -31,19 +34,23 @@ int SlotOf(Function C::*operation) {
   }
 }
 
-/// One row of an order test.
 struct Slot {
   const char* name;
   int actual;
 };
+
+/// The operations take consecutive places from `first` on.
+inline void ExpectInOrder(int first, std::initializer_list<Slot> slots) {
+  for (const Slot& slot : slots) EXPECT_EQ(slot.actual, first++) << slot.name;
+}
 
 }  // namespace zdm::test
 
 #define ZDM_SLOT(Interface, operation) \
   zdm::test::Slot { #Interface "::" #operation, zdm::test::SlotOf(&Interface::operation) }
 /// For an overloaded operation: its result and argument types in parentheses.
-#define ZDM_SLOT_OF(Interface, operation, Result, Arguments)                         \
-  zdm::test::Slot {                                                                  \
-    #Interface "::" #operation #Arguments,                                           \
-        zdm::test::SlotOf(static_cast<Result(Interface::*) Arguments>(&Interface::operation)) \
+#define ZDM_SLOT_OF(Interface, operation, Result, Arguments)                                   \
+  zdm::test::Slot {                                                                            \
+#Interface "::" #operation #Arguments,                                                     \
+        zdm::test::SlotOf(static_cast <Result(Interface::*) Arguments>(&Interface::operation)) \
   }

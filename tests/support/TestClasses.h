@@ -39,8 +39,8 @@ ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Element,
               "7E570000-0000-4000-8000-000000000002", IZObject, ITestElement)
 ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Stranger,
               "7E570000-0000-4000-8000-000000000003", IZObject)
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Coll,
-              "00000000-0000-0000-0000-000000000000", IZObject, ITestColl)
+ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Coll, "00000000-0000-0000-0000-000000000000",
+              IZObject, ITestColl)
 ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Twofold,
               "7E570000-0000-4000-8000-000000000004", IZObject, ITestElement, ITestExtra)
 
@@ -50,7 +50,9 @@ class Element : public IZObjectImpl<ITestElement> {
   ZDM_OBJECT(Element)
  public:
   explicit Element(std::string name = {}) : name_(std::move(name)) { ++alive; }
-  Element(const Element& other) : CZObject(other), IZObjectImpl(other), name_(other.name_) { ++alive; }
+  Element(const Element& other) : CZObject(other), IZObjectImpl(other), name_(other.name_) {
+    ++alive;
+  }
   Element& operator=(const Element& other) = default;
   ~Element() override { --alive; }
 

@@ -8,7 +8,8 @@
 //   ZDM_CLASS_ROW(MyModule, true, CMyObject, "11111111-2222-3333-4444-555555555555", IZObject, IMy)
 //
 //   class CMyObject : public IZObjectImpl<IMy> { ZDM_OBJECT(CMyObject) ... };
-//   ZDM_OBJECT_BODY(CMyObject)           // in the source file; then CMyObject::zInit() registers it
+//   ZDM_OBJECT_BODY(CMyObject)           // in the source file; then CMyObject::zInit() registers
+//   it
 #pragma once
 
 #include <memory>
@@ -130,40 +131,38 @@ CZRClass* RegisterClass() {
 
 /// A row: a module (a type with `kID` and `kName`), whether the factory creates the class, the
 /// class, its identifier and every interface it answers to.
-#define ZDM_CLASS_ROW(ModuleType, creatable, Class, classId, ...)                \
-  template <>                                                                    \
-  struct zdm::ClassRow<Class> {                                                  \
-    using Module = ModuleType;                                                   \
-    using Interfaces = zdm::InterfaceList<__VA_ARGS__>;                          \
-    static constexpr bool kCreatable = creatable;                                \
-    static constexpr const char* kName = #Class;                                 \
-    static constexpr GUID kClassID = zdm::ParseGuid(classId);                    \
+#define ZDM_CLASS_ROW(ModuleType, creatable, Class, classId, ...) \
+  template <>                                                     \
+  struct zdm::ClassRow<Class> {                                   \
+    using Module = ModuleType;                                    \
+    using Interfaces = zdm::InterfaceList<__VA_ARGS__>;           \
+    static constexpr bool kCreatable = creatable;                 \
+    static constexpr const char* kName = #Class;                  \
+    static constexpr GUID kClassID = zdm::ParseGuid(classId);     \
   };
 
 /// In the class body. Offsets are computed from this class's own `this`, so they also hold in a
 /// class derived from it.
-#define ZDM_OBJECT(Class)                                                         \
- public:                                                                          \
-  static CZRClass* gpDesc;                                                        \
-  static CZRClass* zInit();                                                       \
-  CZRClass* getZRClass() const override { return gpDesc; }                        \
-  bool IsA(unsigned short id) override {                                          \
-    return _GetOffsetofClass(id) != zdm::kNoOffset;                               \
-  }                                                                               \
-  ULONGLONG _GetOffsetofClass(unsigned short id) override {                       \
-    return zdm::OffsetOfInterface(this, id, zdm::ClassRow<Class>::Interfaces{});  \
-  }                                                                               \
-  IZObject* GetIZObject() override { return zdm::CanonicalView<IZObject>(this); } \
-  void* GetLPVOID() override { return this; }                                     \
-  virtual ULONG getVersion() const {                                              \
-    const CZRClass* description = getZRClass();                                   \
-    return description != nullptr ? description->GetVersion() : 0;                \
+#define ZDM_OBJECT(Class)                                                                  \
+ public:                                                                                   \
+  static CZRClass* gpDesc;                                                                 \
+  static CZRClass* zInit();                                                                \
+  CZRClass* getZRClass() const override { return gpDesc; }                                 \
+  bool IsA(unsigned short id) override { return _GetOffsetofClass(id) != zdm::kNoOffset; } \
+  ULONGLONG _GetOffsetofClass(unsigned short id) override {                                \
+    return zdm::OffsetOfInterface(this, id, zdm::ClassRow<Class>::Interfaces{});           \
+  }                                                                                        \
+  IZObject* GetIZObject() override { return zdm::CanonicalView<IZObject>(this); }          \
+  void* GetLPVOID() override { return this; }                                              \
+  virtual ULONG getVersion() const {                                                       \
+    const CZRClass* description = getZRClass();                                            \
+    return description != nullptr ? description->GetVersion() : 0;                         \
   }
 
 /// In one source file of the class.
-#define ZDM_OBJECT_BODY(Class)           \
-  CZRClass* Class::gpDesc = nullptr;     \
-  CZRClass* Class::zInit() {             \
+#define ZDM_OBJECT_BODY(Class)            \
+  CZRClass* Class::gpDesc = nullptr;      \
+  CZRClass* Class::zInit() {              \
     gpDesc = zdm::RegisterClass<Class>(); \
-    return gpDesc;                       \
+    return gpDesc;                        \
   }

@@ -25,21 +25,21 @@ extern ZDM_API unsigned short interfaceIDs[kInterfaceNameCount];
 template <class I>
 struct ZInterface;
 
-#define ZDM_INTERFACE_NAME(name)                                               \
-  template <>                                                                  \
-  struct ZInterface<name> {                                                    \
-    static constexpr const char* kName = #name;                                \
+#define ZDM_INTERFACE_NAME(name)                                                 \
+  template <>                                                                    \
+  struct ZInterface<name> {                                                      \
+    static constexpr const char* kName = #name;                                  \
     static unsigned short ID() { return zdm::interfaceIDs[zdm::kIndex_##name]; } \
   };
 #include "zdm/framework/InterfaceNames.def"
 
 /// At global scope, for an interface that is not in InterfaceNames.def.
-#define ZDM_DECLARE_INTERFACE(name)                                           \
-  template <>                                                                 \
-  struct ZInterface<name> {                                                   \
-    static constexpr const char* kName = #name;                               \
-    static unsigned short ID() {                                              \
-      static const unsigned short id = CZObject::AddInterface(#name);         \
-      return id;                                                              \
-    }                                                                         \
+#define ZDM_DECLARE_INTERFACE(name)                                   \
+  template <>                                                         \
+  struct ZInterface<name> {                                           \
+    static constexpr const char* kName = #name;                       \
+    static unsigned short ID() {                                      \
+      static const unsigned short id = CZObject::AddInterface(#name); \
+      return id;                                                      \
+    }                                                                 \
   };

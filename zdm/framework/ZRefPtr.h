@@ -89,16 +89,12 @@ class ZRefPtr : public ZRefPtrDirect<T> {
   ZRefPtr(std::nullptr_t) {}
   ZRefPtr(T* object) : ZRefPtrDirect<T>(object) {}
   template <std::same_as<IZObject> Object>
-    requires(!std::same_as<T, IZObject>)
-  ZRefPtr(Object* object) {
-    Query(object);
-  }
+  requires(!std::same_as<T, IZObject>) ZRefPtr(Object* object) { Query(object); }
 
   using ZRefPtrDirect<T>::operator=;
   /// Becomes null when the object is null or does not answer to T.
   template <std::same_as<IZObject> Object>
-    requires(!std::same_as<T, IZObject>)
-  ZRefPtr& operator=(Object* object) {
+  requires(!std::same_as<T, IZObject>) ZRefPtr& operator=(Object* object) {
     Query(object);
     return *this;
   }

@@ -1,0 +1,101 @@
+// Owning wrapper of a VARIANT. It frees what it holds and copies deep, and a null text stays apart
+// from an empty one. Whatever copies throws CAtlException with the result of the copy.
+#pragma once
+
+#include <utility>
+
+#include "platform/core/CAtlException.h"
+#include "platform/ole/ole.h"
+
+namespace zdm {
+
+/// VariantCopy that leaves a null text null, as not every system's does.
+inline HRESULT CopyVariant(VARIANT* target, const VARIANT& source) {
+  // Not every system's headers have the source const.
+  const HRESULT result = VariantCopy(target, const_cast<VARIANT*>(&source));
+  if (SUCCEEDED(result) && source.vt == VT_BSTR && source.bstrVal == nullptr) {
+    SysFreeString(std::exchange(target->bstrVal, nullptr));
+  }
+  return result;
+}
+
+/// VariantChangeTypeEx through the invariant locale, so that texts are the same everywhere.
+inline HRESULT ConvertVariant(VARIANT* target, const VARIANT& source, VARTYPE type,
+                              USHORT flags = 0) {
+  return VariantChangeTypeEx(target, const_cast<VARIANT*>(&source), LOCALE_INVARIANT, flags, type);
+}
+
+class Variant {
+ public:
+  Variant() noexcept { VariantInit(&value_); }
+  /// A copy of `value`.
+  explicit Variant(const VARIANT& value) : Variant() { Check(CopyVariant(&value_, value)); }
+  Variant(const Variant& other) : Variant(other.value_) {}
+  Variant(Variant&& other) noexcept : value_(other.Detach()) {}
+  ~Variant() { VariantClear(&value_); }
+
+  Variant& operator=(Variant other) noexcept {
+    std::swap(value_, other.value_);
+    return *this;
+  }
+
+  static Variant FromLong(LONG number) {
+    Variant made(VARTYPE{VT_I4});
+    made.value_.lVal = number;
+    return made;
+  }
+  static Variant FromDouble(double number) {
+    Variant made(VARTYPE{VT_R8});
+    made.value_.dblVal = number;
+    return made;
+  }
+  static Variant FromBool(bool flag) {
+    Variant made(VARTYPE{VT_BOOL});
+    made.value_.boolVal = flag ? VARIANT_TRUE : VARIANT_FALSE;
+    return made;
+  }
+  /// A copy of zero-terminated `text`; null gives a null text.
+  static Variant FromText(const OLECHAR* text) {
+    Variant made(VARTYPE{VT_BSTR});
+    made.value_.bstrVal = SysAllocString(text);
+    if (text != nullptr && made.value_.bstrVal == nullptr) throw CAtlException(E_OUTOFMEMORY);
+    return made;
+  }
+
+  VARTYPE type() const noexcept { return value_.vt; }
+  bool IsEmpty() const noexcept { return value_.vt == VT_EMPTY; }
+  /// The value itself (borrowed).
+  const VARIANT& Get() const noexcept { return value_; }
+
+  /// Converts in place through the invariant locale; the value is unchanged when it fails.
+  HRESULT ChangeType(VARTYPE type) {
+    return ConvertVariant(&value_, value_, type, VARIANT_NOVALUEPROP);
+  }
+
+  /// Clears `*out` and copies the value into it.
+  void CopyTo(VARIANT* out) const { Check(CopyVariant(out, value_)); }
+  /// For an out-pointer: clears the value and lets the call store another.
+  [[nodiscard]] VARIANT* Out() noexcept {
+    VariantClear(&value_);
+    return &value_;
+  }
+  /// Takes over what `value` owns; the present value is cleared.
+  void Attach(const VARIANT& value) noexcept { *Out() = value; }
+  /// Gives the value to the caller and leaves an empty one.
+  [[nodiscard]] VARIANT Detach() noexcept {
+    const VARIANT value = value_;
+    VariantInit(&value_);
+    return value;
+  }
+
+ private:
+  explicit Variant(VARTYPE type) : Variant() { value_.vt = type; }
+
+  static void Check(HRESULT result) {
+    if (FAILED(result)) throw CAtlException(result);
+  }
+
+  VARIANT value_;
+};
+
+}  // namespace zdm

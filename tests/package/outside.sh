@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# outside.sh CMAKE BUILD-TREE COMPILER TOOLCHAIN EMULATOR SANITIZERS: installs the library into a
+# temporary folder and builds and runs a small program against it, through CMake and pkg-config.
+set -eu
+cmake=$1 build=$2 compiler=$3 toolchain=$4 emulator=$5 sanitizers=$6
+here=$(cd "$(dirname "$0")" && pwd)
+work=$(mktemp -d "${TMPDIR:-/tmp}/zdm-outside.XXXXXX")
+trap 'rm -rf "$work"' EXIT
+
+"$cmake" --install "$build" --prefix "$work/prefix" >/dev/null
+options=(-Dzdm_DIR="$(dirname "$(find "$work/prefix" -name zdmConfig.cmake)")" -DCMAKE_BUILD_TYPE=Debug)
+[ -n "$toolchain" ] && options+=(-DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_EXE_LINKER_FLAGS=-static)
+[ -z "$toolchain" ] && options+=(-DCMAKE_CXX_COMPILER="$compiler")
+[ -n "$sanitizers" ] && options+=(-DCMAKE_CXX_FLAGS="-fsanitize=$sanitizers")
+"$cmake" -G Ninja -S "$here/outside" -B "$work/tree" "${options[@]}" >"$work/log" 2>&1 &&
+  "$cmake" --build "$work/tree" >>"$work/log" 2>&1 || { cat "$work/log"; exit 1; }
+
+if [ -n "$emulator" ]; then
+  cp "$work/prefix/bin/zdm.dll" "$work/tree"
+  "$emulator" "$work/tree/outside.exe"
+else
+  "$work/tree/outside"
+  # pkg-config knows the prefix that was configured; --define-prefix moves it along.
+  PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name zdm.pc)")
+  export PKG_CONFIG_PATH
+  flags=$(pkg-config --define-prefix --cflags --libs zdm)
+  lib=$(pkg-config --define-prefix --variable=libdir zdm)
+  # shellcheck disable=SC2086
+  "$compiler" -std=c++20 ${sanitizers:+-fsanitize=$sanitizers} "$here/outside/outside.cpp" \
+    -o "$work/plain" $flags -Wl,-rpath,"$lib"
+  "$work/plain"
+fi

@@ -1,0 +1,15 @@
+// A program of somebody else's, built against the installed package.
+#include <cstdio>
+#include <platform/core/ZCore.h>
+#include <platform/core/CZStream.h>
+#include <zdm/framework/ZRefPtr.h>
+#include <zdm/module/ClassTable.h>
+
+int main() {
+  CZObject* created = ZCore::GetZFactory()->Create(CZStream::kClassID);
+  if (created == nullptr) return 1;
+  const auto stream = zdm::Attached(zdm::ViewAs<IZStream>(created));
+  std::printf("%zu classes, a stream at %u\n", zdm::GetClassTable().size(),
+              static_cast<unsigned>(stream->GetPosition()));
+  return zdm::GetClassTable().size() == 44 && stream->GetReferenceCount() == 1 ? 0 : 1;
+}

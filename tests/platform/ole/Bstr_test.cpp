@@ -1,0 +1,149 @@
+// BSTR storage, the task allocator and the owning wrapper.
+#include "platform/ole/Bstr.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+namespace {
+
+using zdm::Bstr;
+using zdm::SameName;
+using zdm::SameUnits;
+using Text = std::basic_string<OLECHAR>;
+using View = std::basic_string_view<OLECHAR>;
+
+constexpr OLECHAR kZeroInside[] = OLESTR("a\0b");
+
+TEST(BstrStorage, LengthInBytesStandsBeforeTheTextAndAZeroUnitAfterIt) {
+  const Bstr string(kZeroInside, 3);
+  UINT stored;
+  std::memcpy(&stored, reinterpret_cast<const BYTE*>(string.Get()) - 4, sizeof(stored));
+  EXPECT_EQ(stored, 6u);
+  EXPECT_EQ(SysStringByteLen(string.Get()), 6u);
+  EXPECT_EQ(SysStringLen(string.Get()), 3u);
+  EXPECT_EQ(Text(string.Get(), 4), Text(kZeroInside, 4));
+}
+
+TEST(BstrStorage, OddByteLengthKeepsEveryByteAndCountsWholeUnits) {
+  Bstr string;
+  string.Attach(SysAllocStringByteLen("abc", 3));
+  EXPECT_EQ(SysStringByteLen(string.Get()), 3u);
+  EXPECT_EQ(SysStringLen(string.Get()), 1u);
+  const Bstr copy = Bstr::CopyOf(string.Get());
+  EXPECT_EQ(SysStringByteLen(copy.Get()), 3u);
+  EXPECT_EQ(std::memcmp(copy.Get(), "abc", 3), 0);
+}
+
+TEST(BstrStorage, NullHasNoLengthAndNoCopy) {
+  EXPECT_EQ(SysAllocString(nullptr), nullptr);
+  EXPECT_EQ(SysStringLen(nullptr), 0u);
+  EXPECT_EQ(SysStringByteLen(nullptr), 0u);
+  SysFreeString(nullptr);
+}
+
+TEST(BstrStorage, RefusesALengthThatBytesCannotCount) {
+  EXPECT_EQ(SysAllocStringLen(nullptr, 0x80000000u), nullptr);
+}
+
+TEST(BstrRealloc, TextMayLieInsideTheStringItReplaces) {
+  BSTR string = SysAllocString(OLESTR("hello"));
+  EXPECT_TRUE(SysReAllocStringLen(&string, string + 1, 3));
+  EXPECT_EQ(Text(string), OLESTR("ell"));
+  EXPECT_TRUE(SysReAllocString(&string, string + 1));
+  EXPECT_EQ(Text(string), OLESTR("ll"));
+  EXPECT_EQ(SysStringLen(string), 2u);
+  SysFreeString(string);
+}
+
+TEST(BstrRealloc, WithoutTextKeepsTheUnitsOrLeavesNull) {
+  BSTR string = SysAllocString(OLESTR("hello"));
+  EXPECT_TRUE(SysReAllocStringLen(&string, nullptr, 8));
+  EXPECT_EQ(SysStringLen(string), 8u);
+  EXPECT_EQ(Text(string, 5), OLESTR("hello"));
+  EXPECT_TRUE(SysReAllocStringLen(&string, nullptr, 2));
+  EXPECT_EQ(Text(string), OLESTR("he"));
+  EXPECT_TRUE(SysReAllocString(&string, nullptr));
+  EXPECT_EQ(string, nullptr);
+}
+
+TEST(TaskMemory, ReallocKeepsTheBytesAndFreesForSizeZero) {
+  void* block = CoTaskMemAlloc(3);
+  std::memcpy(block, "abc", 3);
+  block = CoTaskMemRealloc(block, 5000);
+  EXPECT_EQ(std::memcmp(block, "abc", 3), 0);
+  EXPECT_EQ(CoTaskMemRealloc(block, 0), nullptr);
+  block = CoTaskMemRealloc(nullptr, 1);
+  EXPECT_NE(block, nullptr);
+  CoTaskMemFree(block);
+  CoTaskMemFree(nullptr);
+}
+
+TEST(Bstr, NullAndEmptyStayApartThroughCopiesAndMoves) {
+  for (const bool null : {true, false}) {
+    const Bstr original = null ? Bstr() : Bstr(OLESTR(""));
+    Bstr copy = original;
+    EXPECT_EQ(copy.IsNull(), null);
+    EXPECT_EQ(Bstr::CopyOf(copy.Get()).IsNull(), null);
+    const Bstr moved = std::move(copy);
+    EXPECT_EQ(moved.IsNull(), null);
+    EXPECT_TRUE(moved.IsEmpty());
+    BSTR out;
+    moved.CopyTo(&out);
+    EXPECT_EQ(out == nullptr, null);
+    SysFreeString(out);
+  }
+  EXPECT_FALSE(Bstr(View()).IsNull());
+  EXPECT_TRUE(Bstr(static_cast<const OLECHAR*>(nullptr)).IsNull());
+}
+
+TEST(Bstr, CopiesAreIndependent) {
+  Bstr first(OLESTR("first"));
+  Bstr second = first;
+  EXPECT_NE(first.Get(), second.Get());
+  first.Get()[0] = OLESTR('F');
+  EXPECT_EQ(second.View(), OLESTR("first"));
+  second = first;
+  EXPECT_EQ(second.View(), OLESTR("First"));
+  const Bstr& self = second;
+  second = self;
+  EXPECT_EQ(second.View(), OLESTR("First"));
+}
+
+TEST(Bstr, OutFreesWhatWasHeldAndTakesWhatIsStored) {
+  Bstr string(OLESTR("held"));
+  *string.Out() = SysAllocString(OLESTR("stored"));
+  EXPECT_EQ(string.View(), OLESTR("stored"));
+  string.Attach(string.Get());  // its own string: stays
+  EXPECT_EQ(string.View(), OLESTR("stored"));
+  const BSTR detached = string.Detach();
+  EXPECT_TRUE(string.IsNull());
+  string.Attach(detached);
+  EXPECT_EQ(string.Get(), detached);
+}
+
+TEST(Bstr, ThrowsWhenACopyCannotBeAllocated) {
+  try {
+    const Bstr string(OLESTR("x"), 0x80000000u);
+    FAIL();
+  } catch (const CAtlException& exception) {
+    EXPECT_EQ(exception.m_hr, E_OUTOFMEMORY);
+  }
+}
+
+TEST(BstrEquality, ByUnitsOverTheWholeLength) {
+  EXPECT_EQ(Bstr(kZeroInside, 3), Bstr(kZeroInside, 3));
+  EXPECT_NE(Bstr(kZeroInside, 3), Bstr(OLESTR("a")));
+  EXPECT_NE(Bstr(kZeroInside, 3), Bstr(OLESTR("a\0c"), 3));
+  EXPECT_NE(Bstr(OLESTR("")), Bstr());
+  EXPECT_EQ(Bstr(), Bstr());
+  // Composed and decomposed: the same name, other units.
+  const Bstr composed(OLESTR("\u00E9"));
+  const Bstr decomposed(OLESTR("e\u0301"));
+  EXPECT_FALSE(SameUnits(composed.Get(), decomposed.Get()));
+  EXPECT_TRUE(SameName(composed.Get(), decomposed.Get()));
+  EXPECT_TRUE(SameName(nullptr, Bstr(OLESTR("")).Get()));
+}
+
+}  // namespace

@@ -1,0 +1,32 @@
+// The command line: inspects the library and its documents.
+#include <exception>
+
+#include "platform/core/CAtlException.h"
+#include "tools/zdm/Commands.h"
+
+int main(int argc, char** argv) {
+  zdm::tool::Context context;
+  CLI::App app("Document data models of building and mechanical drawings.", "zdm");
+  app.add_flag("--json", context.json, "Print JSON");
+  app.require_subcommand(1);
+  app.fallthrough();
+  app.footer(
+      "Exit codes: 0 done, 1 failed, 2 wrong usage.\n"
+      "Examples:\n"
+      "  zdm classes --json\n"
+      "  zdm create {65808542-5A64-45F2-B71A-A6A6D03CD2D5}");
+  zdm::tool::AddClasses(app, context);
+  zdm::tool::AddCreate(app, context);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? zdm::tool::kDone : zdm::tool::kUsage;
+  } catch (const CAtlException& failure) {
+    std::fprintf(stderr, "zdm: failed with 0x%08X\n", static_cast<unsigned>(failure.m_hr));
+    return zdm::tool::kFailed;
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "zdm: %s\n", failure.what());
+    return zdm::tool::kFailed;
+  }
+  return context.exitCode;
+}
