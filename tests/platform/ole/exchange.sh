@@ -40,11 +40,12 @@ with olefile.OleFileIO(sys.argv[1]) as file:
         sys.stdout.buffer.write(b"%08x %d %s\n" % (zlib.crc32(data), len(data), "/".join(path).encode()))
 PYTHON
 }
-by_gsf() { # size and path; gsf list prints "f <size> <path>", also for a root without elements
+by_gsf() { # size and path; gsf list prints "f [time] <size> <path>", also for a root
+           # without elements
   gsf list "$1" | /usr/bin/python3 -c '
 import re, sys
 for line in sys.stdin.buffer:
-    match = re.match(rb"\S*f\S*\s+(\d+)\s(.*)\n", line)
+    match = re.match(rb"f\s+(?:[-\d]+ [:\d]+\s+)?(\d+) (.*)\n", line)
     if match and match[2] != b"*root*": sys.stdout.buffer.write(match[1] + b" " + match[2] + b"\n")'
 }
 sorted() { LC_ALL=C sort "$1"; }
