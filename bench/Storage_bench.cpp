@@ -72,6 +72,7 @@ void BM_Storage_WriteAndRead(benchmark::State& state) {
   const auto streams = static_cast<std::size_t>(state.range(0));
   std::vector<char> buffer(kPiece);
   for (auto _ : state) {
+    std::filesystem::remove(path);
     Storage root;
     zdm::CreateStorage(name.c_str(), kReadWrite | STGM_CREATE, root.Out());
     WriteStreams(root.Get(), streams);
