@@ -114,9 +114,9 @@ bool Checker::Fat() {
     if (!Claim(next)) return Fault(CompoundFault::kFatPlaces, next);
     const BYTE* bytes = image_.Sector(next);
     for (ULONG j = 0; j < perSector && places.size() < count; ++j) {
-      places.push_back(ReadU32(bytes + 4 * j));
+      places.push_back(ReadU32(bytes + std::size_t{4} * j));
     }
-    next = ReadU32(bytes + 4 * perSector);
+    next = ReadU32(bytes + std::size_t{4} * perSector);
   }
   if (places.size() < count || (next != kEndOfChain && next != kFreeSector)) {
     return Fault(CompoundFault::kFatPlaces, next);

@@ -35,7 +35,7 @@ HRESULT MovePosition(ULONGLONG base, LONGLONG move, ULONGLONG* position) {
 
 HRESULT CopyBytes(IStream* source, IStream* target, ULONGLONG size, ULARGE_INTEGER* read,
                   ULARGE_INTEGER* written) try {
-  constexpr ULONGLONG kPiece = 256 * 1024;
+  constexpr ULONGLONG kPiece = ULONGLONG{256} << 10;
   std::vector<BYTE> buffer(static_cast<std::size_t>(std::min(size, kPiece)));
   ULONGLONG readSum = 0;
   ULONGLONG writtenSum = 0;

@@ -45,8 +45,6 @@ std::string FolderOf(const std::string& path) {
   return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-std::string NativePath(LPCOLESTR path) {
-  return ToUtf8(path);
-}
+std::string NativePath(LPCOLESTR path) { return ToUtf8(path); }
 
 }  // namespace zdm

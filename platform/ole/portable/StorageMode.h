@@ -8,12 +8,8 @@ namespace zdm {
 constexpr DWORD kModeAccess = 0x00000003;
 constexpr DWORD kModeShare = 0x00000070;
 
-constexpr bool IsWritable(DWORD mode) {
-  return (mode & kModeAccess) != STGM_READ;
-}
-constexpr bool IsTransacted(DWORD mode) {
-  return (mode & STGM_TRANSACTED) != 0;
-}
+constexpr bool IsWritable(DWORD mode) { return (mode & kModeAccess) != STGM_READ; }
+constexpr bool IsTransacted(DWORD mode) { return (mode & STGM_TRANSACTED) != 0; }
 
 /// The known bits in a known combination; else STG_E_INVALIDFLAG.
 constexpr HRESULT CheckMode(DWORD mode) {

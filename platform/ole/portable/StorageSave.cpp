@@ -18,7 +18,7 @@ namespace zdm {
 
 namespace {
 
-constexpr std::size_t kFileBuffer = 256 * 1024;
+constexpr std::size_t kFileBuffer = std::size_t{256} << 10;
 
 bool FitsWriter(const StorageNode& root) {
   std::vector<const StorageNode*> storages = {&root};

@@ -9,8 +9,9 @@
 namespace zdm {
 
 /// Writes a new file beside `path` and renames it over. `flush`: when this returns, the bytes and
-/// the name are on the disk. After a failure the old file is untouched and nothing is left behind.
-/// STG_E_CANTSAVE for a storage with more than StorageTree::kMaxElements elements.
+/// the name are on the disk. After a failure no half file is left: the old one is still in place,
+/// or, when only the last flush failed, the new one. STG_E_CANTSAVE for a storage with more than
+/// StorageTree::kMaxElements elements.
 HRESULT SaveTree(const StorageTree& tree, const std::string& path, bool flush);
 
 }  // namespace zdm

@@ -54,9 +54,7 @@ HRESULT StorageSource::Open(const std::string& path, std::shared_ptr<StorageSour
   return S_OK;
 }
 
-StorageSource::~StorageSource() {
-  close(file_);
-}
+StorageSource::~StorageSource() { close(file_); }
 
 void StorageSource::TakeDirectory(std::vector<CompoundEntry>* entries,
                                   std::vector<CompoundLayout::Element>* elements) {

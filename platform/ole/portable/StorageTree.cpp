@@ -40,9 +40,7 @@ std::shared_ptr<StorageNode> StorageNode::Find(std::u16string_view elementName) 
 
 StorageTree::StorageTree() : root_(std::make_shared<StorageNode>()) {}
 
-StorageTree::~StorageTree() {
-  TakeApart(std::move(root_));
-}
+StorageTree::~StorageTree() { TakeApart(std::move(root_)); }
 
 HRESULT StorageTree::Load(const std::shared_ptr<StorageSource>& source) {
   std::vector<CompoundEntry> entries;

@@ -138,9 +138,9 @@ inline constexpr IID IID_IStream = {0x0000000C, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0
 ZDM_API HRESULT CreateStreamOnHGlobal(void* global, BOOL deleteOnRelease, IStream** out);
 
 /// A stream over a file, not buffered; one reference for the caller. `path` is UTF-16, UTF-8 on
-/// disk. STGM_CREATE empties an existing file, and makes a missing one; without it `create` says
-/// whether a missing file is made (an existing one is then STG_E_FILEALREADYEXISTS as HRESULT of
-/// the system). `attributes` and `pattern` are not used.
+/// disk. STGM_CREATE empties an existing file and makes a missing one. Without it, `create` makes a
+/// file that must be missing (0x80070050 if there is one), and no `create` opens one that must be
+/// there (0x80070002). `attributes` and `pattern` are not used.
 ZDM_API HRESULT SHCreateStreamOnFileEx(LPCOLESTR path, DWORD mode, DWORD attributes, BOOL create,
                                        IStream* pattern, IStream** out);
 

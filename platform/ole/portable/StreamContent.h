@@ -16,7 +16,7 @@ class StreamContent {
  public:
   /// Longer streams do not fit a compound file of version 3.
   static constexpr ULONGLONG kMaxSize = 0x7FFFFFFF;
-  static constexpr std::size_t kPieceSize = 64 * 1024;
+  static constexpr std::size_t kPieceSize = std::size_t{64} << 10;
 
   StreamContent() = default;
   /// The stream of `size` bytes that begins at sector `start` of `source`.

@@ -139,11 +139,11 @@ Bytes CompoundBuilder::Build() {
   Put32(file, 68, difatStart_);
   Put32(file, 72, difatSectors);
   for (ULONG i = 0; i < 109; ++i)
-    Put32(file, 76 + 4 * i, i < fatSectors ? fatStart_ + i : kFreeSector);
+    Put32(file, 76 + std::size_t{4} * i, i < fatSectors ? fatStart_ + i : kFreeSector);
   for (ULONG d = 0, i = 109; d < difatSectors; ++d) {
     const std::size_t at = PlaceOf(difatStart_ + d);
     for (ULONG j = 0; j + 1 < perSector; ++j, ++i) {
-      Put32(file, at + 4 * j, i < fatSectors ? fatStart_ + i : kFreeSector);
+      Put32(file, at + std::size_t{4} * j, i < fatSectors ? fatStart_ + i : kFreeSector);
     }
     Put32(file, at + sectorSize() - 4, d + 1 < difatSectors ? difatStart_ + d + 1 : kEndOfChain);
   }

@@ -34,7 +34,7 @@ std::size_t FilesBeside(const Name& path) {
 
 void Fill(IStorage* root, const std::vector<ULONG>& order) {
   for (const ULONG number : order) {
-    AddStream(root, Numbered(number).c_str(), Pattern(number * 1000, number));
+    AddStream(root, Numbered(number).c_str(), Pattern(std::size_t{number} * 1000, number));
   }
 }
 

@@ -55,7 +55,7 @@ bool WriteTree(IStorage* root) {
     return false;
   }
   for (ULONG i = 0; i < 200; ++i) {
-    if (!AddStream(objects.Get(), Numbered(i), Pattern(i * 100, i))) return false;
+    if (!AddStream(objects.Get(), Numbered(i), Pattern(std::size_t{i} * 100, i))) return false;
   }
   // Past the places of the allocation table that fit the header.
   if (!AddStream(objects.Get(), OLESTR("large"), Pattern(9000000))) return false;
