@@ -7,8 +7,8 @@
 
 #include <array>
 #include <memory>
-#include <optional>
 #include <string_view>
+#include <vector>
 
 #include "platform/ole/portable/Types.h"
 
@@ -38,11 +38,14 @@ class StringCollator {
 
   void FillPlaces(const UCollator* letters, const UCollator* accents);
   void RemoveSequences();
-  std::optional<int> CompareByPlaces(std::basic_string_view<OLECHAR> left,
-                                     std::basic_string_view<OLECHAR> right) const;
+  bool BeginsAnew(std::basic_string_view<OLECHAR> text, std::size_t at) const;
+  int CompareByPlaces(std::basic_string_view<OLECHAR> left, std::basic_string_view<OLECHAR> right,
+                      std::size_t start) const;
 
   std::unique_ptr<UCollator, void (*)(UCollator*)> collator_;
   std::array<Place, 128> places_{};
+  std::vector<OLECHAR> continuing_;  // Chinese characters that continue a sequence, ascending
+  bool allKnown_ = false;            // the two above are complete
 };
 
 }  // namespace zdm
