@@ -93,8 +93,17 @@ std::size_t CommonLength(View left, View right) {
   return at;
 }
 
+constexpr OLECHAR kFirstIdeograph = 0x4E00;  // common Chinese characters
+constexpr OLECHAR kLastIdeograph = 0x9FFF;
+constexpr std::uint32_t kNoWeight = 1;  // of a character whose weight does not fit in 32 bits
+
 bool IsIdeograph(OLECHAR unit) {
-  return unit >= 0x4E00 && unit <= 0x9FFF;
+  return unit >= kFirstIdeograph && unit <= kLastIdeograph;
+}
+
+// Bytes of a weight that stands left-justified in 32 bits.
+int WeightSize(std::uint32_t weight) {
+  return 4 - std::countr_zero(weight) / 8;
 }
 
 // Noncharacters that collation data puts before letters to name the sections of an index.
@@ -115,11 +124,14 @@ const StringCollator& StringCollator::ForUser() {
 }
 
 StringCollator::StringCollator(const char* locale) : collator_(Open(locale, UCOL_TERTIARY)) {
-  const CollatorPtr letters = Open(locale, UCOL_PRIMARY);
+  CollatorPtr letters = Open(locale, UCOL_PRIMARY);
   const CollatorPtr accents = Open(locale, UCOL_SECONDARY);
   if (collator_ == nullptr || letters == nullptr || accents == nullptr) return;
   FillPlaces(letters.get(), accents.get());
   RemoveSequences();
+  letters_ = std::move(letters);
+  ideographs_ =
+      std::make_unique<std::atomic<std::uint32_t>[]>(kLastIdeograph - kFirstIdeograph + 1);
 }
 
 void StringCollator::FillPlaces(const UCollator* letters, const UCollator* accents) {
@@ -214,6 +226,34 @@ int StringCollator::CompareByPlaces(View left, View right, std::size_t start) co
   return left.size() < right.size() ? -1 : 1;
 }
 
+std::uint32_t StringCollator::WeightOf(OLECHAR ideograph) const {
+  std::atomic<std::uint32_t>& kept = ideographs_[ideograph - kFirstIdeograph];
+  std::uint32_t weight = kept.load(std::memory_order_relaxed);
+  if (weight != 0) return weight;
+  std::array<std::uint8_t, 16> key;
+  const int size =
+      ucol_getSortKey(letters_.get(), &ideograph, 1, key.data(), static_cast<int>(key.size()));
+  if (size < 2 || size > 5) {  // a terminating zero included
+    weight = kNoWeight;
+  } else {
+    for (int i = 0; i < size - 1; ++i) weight |= std::uint32_t{key[i]} << (24 - 8 * i);
+  }
+  kept.store(weight, std::memory_order_relaxed);
+  return weight;
+}
+
+// The order, if the texts first differ in two Chinese characters that nothing follows up on.
+int StringCollator::CompareIdeographs(View left, View right, std::size_t at) const {
+  if (!BeginsAnew(left, at + 1) || !BeginsAnew(right, at + 1)) return kUnsettled;
+  const std::uint32_t leftWeight = WeightOf(left[at]);
+  const std::uint32_t rightWeight = WeightOf(right[at]);
+  if (leftWeight == rightWeight || leftWeight == kNoWeight || rightWeight == kNoWeight ||
+      WeightSize(leftWeight) != WeightSize(rightWeight)) {
+    return kUnsettled;
+  }
+  return leftWeight < rightWeight ? -1 : 1;
+}
+
 int StringCollator::Compare(View left, View right) const {
   const std::size_t start = CommonLength(left, right);
   if (start == left.size() && start == right.size()) return 0;
@@ -223,6 +263,11 @@ int StringCollator::Compare(View left, View right) const {
     const int order = CompareByPlaces(left, right, start);
     if (order != kUnsettled) return order;
     if (BeginsAnew(left, start) && BeginsAnew(right, start)) {
+      if (start < std::min(left.size(), right.size()) && IsIdeograph(left[start]) &&
+          IsIdeograph(right[start])) {
+        const int weights = CompareIdeographs(left, right, start);
+        if (weights != kUnsettled) return weights;
+      }
       left.remove_prefix(start);
       right.remove_prefix(start);
     }
