@@ -1,0 +1,6 @@
+zdm_add_bench(StringCompare_bench StringCompare_bench.cpp)
+if(NOT WIN32)
+  find_package(PkgConfig REQUIRED)
+  pkg_check_modules(ICU REQUIRED IMPORTED_TARGET icu-uc icu-i18n)
+  target_link_libraries(StringCompare_bench PRIVATE PkgConfig::ICU)
+endif()

@@ -22,9 +22,9 @@ struct InterfaceNames {
 };
 
 InterfaceNames& Names() {
-  // Never destroyed: objects that outlive static destruction may still ask for ids.
-  static auto* names = new InterfaceNames;
-  return *names;
+  // Made while the library is loaded, gone when it is unloaded.
+  static InterfaceNames names;
+  return names;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include "platform/core/CAtlException.h"
@@ -41,6 +42,8 @@ void Destroy(CZObject* object) { delete object; }
 /// memcpy for lengths known only at run time; the common ones do not pay for a call.
 inline void Copy(void* to, const void* from, ULONG length) {
   switch (length) {
+    case 0:
+      break;
     case 1:
       std::memcpy(to, from, 1);
       break;
@@ -184,16 +187,20 @@ HRESULT CZStream::AttachStream(IStream* stream) {
   } catch (const CAtlException& failure) {
     result = failure;
   }
+  if (stream != nullptr && buffer_ == nullptr) {
+    buffer_.reset(new (std::nothrow) BYTE[kBufferSize]);
+    if (buffer_ == nullptr) {
+      stream = nullptr;
+      result = E_OUTOFMEMORY;
+    }
+  }
   if (stream != nullptr) stream->AddRef();
   if (IStream* old = std::exchange(stream_, stream)) old->Release();
   states_ = 0;
   dirty_ = false;
   windowStart_ = 0;
   CloseWindow();
-  if (stream_ == nullptr) return result;
-  if (buffer_ == nullptr) buffer_ = std::make_unique<BYTE[]>(kBufferSize);
-  CloseWindow();
-  lent_ = true;
+  lent_ = stream_ != nullptr;
   return result;
 }
 
@@ -295,7 +302,7 @@ ULONG CZStream::ReadSlowly(BYTE* data, ULONG length) {
   while (total < length) {
     const ULONG wanted = length - total;
     const ULONG ready = std::min(wanted, static_cast<ULONG>(valid_ - current_));
-    std::memcpy(data + total, current_, ready);
+    if (ready != 0) std::memcpy(data + total, current_, ready);
     current_ += ready;
     total += ready;
     if (total == length) break;

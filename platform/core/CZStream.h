@@ -9,7 +9,7 @@
 
 #include "platform/core/IZStream.h"
 
-class ZDM_API CZStream final : public IZStream {
+class ZDM_API CZStream : public IZStream {
  public:
   CZStream() = default;
   CZStream(const CZStream&) = delete;

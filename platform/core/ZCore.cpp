@@ -59,9 +59,9 @@ CZFactory::CreateReactor CZFactory::SetCreateReactor(CreateReactor reactor) {
 }
 
 CZFactory* ZCore::GetZFactory() {
-  // Never destroyed: descriptors live until the process ends.
-  static auto* factory = new CZFactory;
-  return factory;
+  // Made while the library is loaded; its descriptors live until it is unloaded.
+  static CZFactory factory;
+  return &factory;
 }
 
 CZRClass::CZRClass(const GUID& moduleId, const char* moduleName, const GUID& classId,

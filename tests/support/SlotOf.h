@@ -2,8 +2,11 @@
 // elsewhere would use. Counts operations from 0, as the numbers behind them in the headers do.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstddef>
 #include <cstring>
+#include <initializer_list>
 #include <type_traits>
 
 #include "platform/core/IZObject.h"
@@ -31,11 +34,15 @@ int SlotOf(Function C::*operation) {
   }
 }
 
-/// One row of an order test.
 struct Slot {
   const char* name;
   int actual;
 };
+
+/// The operations take consecutive places from `first` on.
+inline void ExpectInOrder(int first, std::initializer_list<Slot> slots) {
+  for (const Slot& slot : slots) EXPECT_EQ(slot.actual, first++) << slot.name;
+}
 
 }  // namespace zdm::test
 

@@ -1,12 +1,15 @@
 #include "platform/ole/portable/StringCollator.h"
 
 #include <unicode/uchar.h>
+#include <unicode/ucoleitr.h>
 #include <unicode/uset.h>
 #include <unicode/utf16.h>
 
 #include <algorithm>
+#include <cstring>
 #include <numeric>
 #include <string>
+#include <vector>
 
 namespace zdm {
 namespace {
@@ -44,7 +47,51 @@ std::basic_string<OLECHAR> Folded(View text) {
   return folded;
 }
 
-// An ASCII character, or none, stands at `at`: what stands before it is complete.
+// Primary weights of one character, and the number of all its elements.
+struct Weights {
+  std::vector<int> letters;
+  int elements = 0;
+};
+
+Weights WeightsOf(const UCollator* collator, OLECHAR unit) {
+  Weights weights;
+  UErrorCode status = U_ZERO_ERROR;
+  const std::unique_ptr<UCollationElements, void (*)(UCollationElements*)> elements(
+      ucol_openElements(collator, &unit, 1, &status), &ucol_closeElements);
+  if (U_FAILURE(status)) return weights;
+  for (int element = ucol_next(elements.get(), &status); element != UCOL_NULLORDER;
+       element = ucol_next(elements.get(), &status)) {
+    ++weights.elements;
+    if (ucol_primaryOrder(element) != 0) weights.letters.push_back(ucol_primaryOrder(element));
+  }
+  return weights;
+}
+
+bool OneBeginsTheOther(const std::vector<int>& left, const std::vector<int>& right) {
+  const std::size_t common = std::min(left.size(), right.size());
+  return std::equal(left.begin(), left.begin() + static_cast<std::ptrdiff_t>(common),
+                    right.begin());
+}
+
+// Units that both begin with.
+std::size_t CommonLength(View left, View right) {
+  const std::size_t limit = std::min(left.size(), right.size());
+  std::size_t at = 0;
+  for (std::uint64_t l, r; limit - at >= 4; at += 4) {
+    std::memcpy(&l, left.data() + at, sizeof(l));
+    std::memcpy(&r, right.data() + at, sizeof(r));
+    if (l != r) break;
+  }
+  while (at < limit && left[at] == right[at]) ++at;
+  return at;
+}
+
+// Noncharacters that collation data puts before letters to name the sections of an index.
+bool IsIndexMark(OLECHAR unit) {
+  return unit == 0xFDD0 || unit == 0xFDD1;
+}
+
+// An ASCII character, or none, stands at `at`, so what stands before it has no further mark.
 bool EndsCharacter(View text, std::size_t at) {
   return at >= text.size() || text[at] < 0x80;
 }
@@ -58,75 +105,77 @@ const StringCollator& StringCollator::ForUser() {
 
 StringCollator::StringCollator(const char* locale) : collator_(Open(locale, UCOL_TERTIARY)) {
   const CollatorPtr letters = Open(locale, UCOL_PRIMARY);
-  if (collator_ == nullptr || letters == nullptr) return;
-  FillPlaces(letters.get());
-  RemovePlacesOfSequences();
+  const CollatorPtr accents = Open(locale, UCOL_SECONDARY);
+  if (collator_ == nullptr || letters == nullptr || accents == nullptr) return;
+  FillPlaces(letters.get(), accents.get());
+  RemoveSequences();
 }
 
-void StringCollator::FillPlaces(UCollator* letters) {
+void StringCollator::FillPlaces(const UCollator* letters, const UCollator* accents) {
   std::array<OLECHAR, kLast - kFirst + 1> sorted;
   std::iota(sorted.begin(), sorted.end(), kFirst);
   std::sort(sorted.begin(), sorted.end(), [this](OLECHAR left, OLECHAR right) {
     return CompareCharacters(collator_.get(), left, right) < 0;
   });
-  Place place;
-  for (std::size_t i = 0; i < sorted.size(); ++i) {
-    if (i == 0 || CompareCharacters(letters, sorted[i - 1], sorted[i]) != 0) {
-      ++place.letter;
-      place.variant = 0;
-    }
-    ++place.variant;
-    places_[sorted[i]] = place;
-  }
-  // Where two ASCII letters differ as accents do (v and w in some languages), they have no place.
-  UErrorCode status = U_ZERO_ERROR;
-  ucol_setAttribute(letters, UCOL_STRENGTH, UCOL_SECONDARY, &status);
+  std::array<bool, 128> unclear{};  // by letter
+  Place place{1, 1};
+  Weights before = WeightsOf(collator_.get(), sorted[0]);
+  places_[sorted[0]] = place;
   for (std::size_t i = 1; i < sorted.size(); ++i) {
-    Place& left = places_[sorted[i - 1]];
-    Place& right = places_[sorted[i]];
-    if (left.letter == right.letter && CompareCharacters(letters, sorted[i - 1], sorted[i]) != 0) {
-      const std::uint8_t letter = left.letter;
-      for (Place& each : places_) {
-        if (each.letter == letter) each = Place();
+    const Weights weights = WeightsOf(collator_.get(), sorted[i]);
+    if (CompareCharacters(letters, sorted[i - 1], sorted[i]) == 0) {
+      // Characters of one letter must differ by case alone, and in as many elements.
+      ++place.variant;
+      if (weights.elements != before.elements ||
+          CompareCharacters(accents, sorted[i - 1], sorted[i]) != 0) {
+        unclear[place.letter] = true;
+      }
+    } else {
+      // Different letters must differ before either one ends.
+      place = {static_cast<std::uint8_t>(place.letter + 1), 1};
+      if (OneBeginsTheOther(before.letters, weights.letters)) {
+        unclear[place.letter - 1U] = unclear[place.letter] = true;
       }
     }
+    places_[sorted[i]] = place;
+    before = weights;
+  }
+  for (Place& each : places_) {
+    if (unclear[each.letter]) each = Place();
   }
 }
 
-void StringCollator::RemovePlacesOfSequences() {
+void StringCollator::RemoveSequences() {
   UErrorCode status = U_ZERO_ERROR;
-  const std::unique_ptr<USet, void (*)(USet*)> found(uset_openEmpty(), &uset_close);
-  for (int kind = 0; kind < 2; ++kind) {
-    uset_clear(found.get());
-    ucol_getContractionsAndExpansions(collator_.get(), kind == 0 ? found.get() : nullptr,
-                                      kind == 1 ? found.get() : nullptr, false, &status);
-    for (int item = 0; item < uset_getItemCount(found.get()); ++item) {
-      UChar32 first;
-      UChar32 last;
-      std::array<OLECHAR, 64> text;
-      UErrorCode tooLong = U_ZERO_ERROR;
-      const int length = uset_getItem(found.get(), item, &first, &last, text.data(),
-                                      static_cast<int>(text.size()), &tooLong);
-      if (length == 0) {
-        for (UChar32 point = first; point <= std::min<UChar32>(last, kLast); ++point) {
-          places_[static_cast<std::size_t>(point)] = Place();
-        }
-      } else if (U_SUCCESS(tooLong) && std::all_of(text.begin(), text.begin() + length,
-                                                   [](OLECHAR unit) { return unit < 0x80; })) {
-        for (int i = 0; i < length; ++i) places_[text[static_cast<std::size_t>(i)]] = Place();
-      }
+  const std::unique_ptr<USet, void (*)(USet*)> sequences(uset_openEmpty(), &uset_close);
+  ucol_getContractionsAndExpansions(collator_.get(), sequences.get(), nullptr, true, &status);
+  for (int item = 0; item < uset_getItemCount(sequences.get()); ++item) {
+    UChar32 first;
+    UChar32 last;
+    std::array<OLECHAR, 64> units;
+    const int length = uset_getItem(sequences.get(), item, &first, &last, units.data(),
+                                    static_cast<int>(units.size()), &status);
+    const View text(units.data(), static_cast<std::size_t>(length));
+    if (length == 0 || IsIndexMark(text[0])) continue;
+    // A character without marks begins a sequence only if the next character is ASCII too.
+    const bool begins = length > 1 && text[1] < 0x80;
+    for (std::size_t i = begins ? 0 : 1; i < text.size(); ++i) {
+      if (text[i] < 0x80) places_[text[i]] = Place();
     }
   }
   if (U_FAILURE(status)) places_.fill(Place());
 }
 
-// The order by ASCII characters alone, if they settle it; what they do not settle (a character
-// without a place before the first difference of letters, a mark that may belong to the
-// characters that differ) is left to the collator.
+// The order, if the first difference of letters settles it. What both begin with is the same for
+// both whatever it is, since no character that has a place continues a sequence. Everything else (a
+// character without a place, a mark that belongs to the characters that differ) is left
+// to the collator.
 std::optional<int> StringCollator::CompareByPlaces(View left, View right) const {
-  const std::size_t common = std::min(left.size(), right.size());
+  const std::size_t limit = std::min(left.size(), right.size());
+  const std::size_t start = CommonLength(left, right);
+  if (start > 0 && IsIndexMark(left[start - 1])) return std::nullopt;
   int variant = 0;
-  for (std::size_t i = 0; i < common; ++i) {
+  for (std::size_t i = start; i < limit; ++i) {
     const OLECHAR l = left[i];
     const OLECHAR r = right[i];
     if ((l | r) >= 0x80) return std::nullopt;
@@ -141,8 +190,8 @@ std::optional<int> StringCollator::CompareByPlaces(View left, View right) const 
   }
   if (left.size() == right.size()) return variant;
   const View& longer = left.size() > right.size() ? left : right;
-  const OLECHAR next = longer[common];
-  if (next >= 0x80 || places_[next].letter == 0 || !EndsCharacter(longer, common + 1)) {
+  const OLECHAR next = longer[limit];
+  if (next >= 0x80 || places_[next].letter == 0 || !EndsCharacter(longer, limit + 1)) {
     return std::nullopt;
   }
   return left.size() < right.size() ? -1 : 1;

@@ -1,4 +1,4 @@
-// The user's collation order, with a short way for text of printable ASCII characters.
+// The user's collation order, with a short way where printable ASCII characters decide.
 // It tells apart what differs by letter, accent or case (tertiary strength), counts punctuation and
 // spaces, and takes digits one by one, in whatever locale; it never changes once made.
 #pragma once
@@ -29,15 +29,15 @@ class StringCollator {
                           std::basic_string_view<OLECHAR> right) const;
 
  private:
-  // Place of an ASCII character among the others. Only characters that always stand for themselves
-  // have one: printable, not part of a contraction such as "ch", not expanded.
+  // Place of a printable ASCII character among the others. Characters that may count otherwise next
+  // to another ASCII character or after any character ("ch" in some languages) have none.
   struct Place {
     std::uint8_t letter = 0;   // equal for characters that differ in case only; 0: no place
     std::uint8_t variant = 0;  // order among those
   };
 
-  void FillPlaces(UCollator* letters);
-  void RemovePlacesOfSequences();
+  void FillPlaces(const UCollator* letters, const UCollator* accents);
+  void RemoveSequences();
   std::optional<int> CompareByPlaces(std::basic_string_view<OLECHAR> left,
                                      std::basic_string_view<OLECHAR> right) const;
 

@@ -1,7 +1,5 @@
 #include "platform/ole/portable/StringCompare.h"
 
-#include <algorithm>
-#include <cstring>
 #include <new>
 #include <string>
 
@@ -24,10 +22,6 @@ HRESULT VarBstrCmp(BSTR left, BSTR right, LCID locale, ULONG flags) {
   const UINT rightLength = SysStringLen(right);
   if (leftLength == 0 || rightLength == 0) {
     return leftLength == rightLength ? VARCMP_EQ : leftLength == 0 ? VARCMP_LT : VARCMP_GT;
-  }
-  if (leftLength == rightLength &&
-      std::memcmp(left, right, std::size_t{leftLength} * sizeof(OLECHAR)) == 0) {
-    return VARCMP_EQ;
   }
   const View leftText(left, leftLength);
   const View rightText(right, rightLength);

@@ -1,0 +1,34 @@
+// A straight segment from one point to another, in drawing units.
+#pragma once
+
+#include "platform/geometry/GeBox.h"
+#include "platform/geometry/GeMatrix.h"
+#include "platform/geometry/XYZ.h"
+
+struct GeLnSeg {
+  XYZ Start;
+  XYZ End;
+
+  const XYZ& GetStartPoint() const { return Start; }
+  const XYZ& GetEndPoint() const { return End; }
+  double GetLength() const { return Start.GetDistance(End); }
+  /// `fraction` 0 is the start, exactly, and 1 the end.
+  XYZ GetPointAt(double fraction) const { return Start * (1.0 - fraction) + End * fraction; }
+  /// Fraction, 0 to 1, of the point that is closest to `point`; 0 for a segment without length.
+  double GetClosest(const XYZ& point) const {
+    const XYZ along = End - Start;
+    const double fraction = (point - Start).Dot(along) / along.Dot(along);
+    return fraction > 0.0 ? (fraction < 1.0 ? fraction : 1.0) : 0.0;
+  }
+  GeBox GetBounds() const {
+    GeBox box;
+    box.UnionPointToSelf(Start);
+    box.UnionPointToSelf(End);
+    return box;
+  }
+  void Reverse() { *this = GeLnSeg{End, Start}; }
+  void TransformBy(const GeMatrix& matrix) {
+    Start = matrix.TransformPoint(Start);
+    End = matrix.TransformPoint(End);
+  }
+};

@@ -1,0 +1,255 @@
+// The serialization stream: bytes, strings, positions, and what happens when the IStream fails.
+#include "platform/core/CZStream.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "platform/core/CAtlException.h"
+#include "platform/core/ZCore.h"
+#include "platform/ole/Bstr.h"
+#include "tests/support/ByteStream.h"
+#include "zdm/framework/ZRefPtr.h"
+
+namespace {
+
+using Bytes = std::vector<BYTE>;
+using zdm::test::ByteStream;
+using zdm::test::TestStream;
+
+template <class Call>
+HRESULT Thrown(Call call) {
+  try {
+    call();
+  } catch (const CAtlException& failure) {
+    return failure;
+  }
+  return S_OK;
+}
+
+TEST(Stream, IsMadeByTheFactory) {
+  CZObject* created = ZCore::GetZFactory()->Create(CZStream::kClassID);
+  ASSERT_NE(created, nullptr);
+  auto stream = zdm::Attached(zdm::ViewAs<IZStream>(created));
+  TestStream below;
+  EXPECT_EQ(stream->AttachStream(&below), S_OK);
+  EXPECT_EQ(below.references, 1);
+  stream->WriteCount(-2);
+  stream.Reset();
+  EXPECT_EQ(below.references, 0);
+  EXPECT_EQ(below.bytes, (Bytes{0xFE, 0xFF, 0xFF, 0xFF}));
+}
+
+TEST(Stream, WritesScalarsAndStringsByteByByte) {
+  ByteStream stream;
+  stream.WriteFlag(true);
+  stream.WriteFlag(false);
+  stream.WriteCount(0x01020304);
+  stream.WriteBSTR(nullptr);
+  stream.WriteBSTR(zdm::Bstr(OLESTR("")).Get());
+  stream.WriteBSTR(zdm::Bstr(OLESTR("a\0\u7F3A"), 3).Get());
+  stream.AttachStream(nullptr);
+  EXPECT_EQ(stream.below.bytes,
+            (Bytes{1, 0, 4, 3, 2,   1,                             // flags, count
+                   0, 0, 0, 0,                                     // null
+                   2, 0, 0, 0, 0,   0,                             // empty
+                   8, 0, 0, 0, 'a', 0, 0, 0, 0x3A, 0x7F, 0, 0}));  // three units
+}
+
+TEST(Stream, ReadsBackStringsNullAndEmptyApart) {
+  ByteStream stream;
+  const zdm::Bstr texts[] = {zdm::Bstr(), zdm::Bstr(OLESTR("")), zdm::Bstr(OLESTR("x\0y"), 3)};
+  for (const zdm::Bstr& text : texts) stream.WriteBSTR(text.Get());
+  stream.Seek(0, STREAM_SEEK_SET);
+  for (const zdm::Bstr& text : texts) {
+    zdm::Bstr read;
+    stream.ReadBSTR(read.Out());
+    EXPECT_TRUE(zdm::SameUnits(read.Get(), text.Get()));
+    EXPECT_EQ(read.Get() == nullptr, text.Get() == nullptr);
+  }
+  EXPECT_EQ(stream.GetBytesLeft(), 0u);
+}
+
+TEST(Stream, RefusesDamagedStringsBeforeTakingMemory) {
+  const struct {
+    const char* name;
+    Bytes bytes;
+  } kCases[] = {
+      {"odd length", {3, 0, 0, 0, 'a', 0, 0}},
+      {"longer than what is left", {4, 0, 0, 0, 'a', 0, 0}},
+      {"four gigabytes", {0xFE, 0xFF, 0xFF, 0xFF, 'a', 0, 0, 0}},
+      {"cut inside the length", {2, 0}},
+      {"nothing", {}},
+  };
+  for (const auto& row : kCases) {
+    SCOPED_TRACE(row.name);
+    ByteStream stream(row.bytes);
+    BSTR text = reinterpret_cast<BSTR>(1);
+    EXPECT_EQ(Thrown([&] { stream.ReadBSTR(&text); }), E_FAIL);
+    EXPECT_EQ(text, nullptr);
+  }
+}
+
+TEST(Stream, ShortReadsZeroTheRestAndSayIt) {
+  ByteStream stream({1, 2});
+  BYTE data[4] = {9, 9, 9, 9};
+  bool complete = true;
+  stream.Read(data, 4, &complete);
+  EXPECT_FALSE(complete);
+  EXPECT_EQ(Bytes(data, data + 4), (Bytes{1, 2, 0, 0}));
+  EXPECT_EQ(Thrown([&] { stream.Read(data, 1); }), E_FAIL);
+  EXPECT_EQ(Thrown([&] { stream.ReadFlag(); }), E_FAIL);
+  stream.Read(data, 0, &complete);
+  EXPECT_TRUE(complete);
+  stream.Seek(1, STREAM_SEEK_SET);
+  EXPECT_TRUE(stream.ReadFlag());
+  ByteStream any({7});
+  EXPECT_TRUE(any.ReadFlag());  // any non-zero byte
+}
+
+TEST(Stream, SeeksFromThreeOriginsAndRefusesPlacesBeforeTheStart) {
+  ByteStream stream(Bytes(10));
+  EXPECT_EQ(stream.Seek(-3, STREAM_SEEK_END), 7u);
+  EXPECT_EQ(stream.Seek(2, STREAM_SEEK_CUR), 9u);
+  EXPECT_EQ(stream.GetBytesLeft(), 1u);
+  EXPECT_EQ(Thrown([&] { stream.Seek(-11, STREAM_SEEK_END); }), E_INVALIDARG);
+  EXPECT_EQ(Thrown([&] { stream.Seek(-1, STREAM_SEEK_SET); }), E_INVALIDARG);
+  EXPECT_EQ(Thrown([&] { stream.Seek(INT64_MAX, STREAM_SEEK_CUR); }), E_INVALIDARG);
+  EXPECT_EQ(Thrown([&] { stream.Seek(0, 3); }), E_INVALIDARG);
+  EXPECT_EQ(stream.GetPosition(), 9u);
+  EXPECT_EQ(stream.Seek(20, STREAM_SEEK_SET), 20u);
+  EXPECT_EQ(stream.GetBytesLeft(), 0u);
+}
+
+TEST(Stream, PatchingALengthDoesNotReachTheSystem) {
+  ByteStream stream;
+  stream.below.failAfter = 0;  // any call would fail
+  for (int i = 0; i < 1000; ++i) {
+    const ULONGLONG at = stream.GetPosition();
+    stream.WriteCount(0);
+    stream.WriteCount(i);
+    stream.Seek(static_cast<LONGLONG>(at), STREAM_SEEK_SET);
+    stream.WriteCount(4);
+    stream.Seek(0, STREAM_SEEK_END);
+  }
+  EXPECT_EQ(stream.GetPosition(), 8000u);
+  stream.below.failAfter = -1;
+  stream.GetIStream();
+  EXPECT_EQ(stream.below.bytes.size(), 8000u);
+  EXPECT_EQ(stream.below.bytes[7996], static_cast<BYTE>(999 & 0xFF));
+}
+
+TEST(Stream, HandsOutTheIStreamWhereItStandsAndResumesWhereItIsLeft) {
+  ByteStream stream;
+  stream.WriteCount(1);
+  IStream* below = stream.GetIStream();
+  ASSERT_EQ(below, &stream.below);
+  EXPECT_EQ(stream.below.position, 4u);
+  const LONG two = 2;
+  ULONG done = 0;
+  below->Write(&two, 4, &done);
+  EXPECT_EQ(stream.GetPosition(), 8u);
+  stream.WriteCount(3);
+  stream.Seek(4, STREAM_SEEK_SET);
+  EXPECT_EQ(stream.ReadCount(), 2);
+  stream.GetIStream();  // a buffered read-ahead does not move the IStream
+  EXPECT_EQ(stream.below.position, 8u);
+  EXPECT_EQ(stream.ReadCount(), 3);
+}
+
+TEST(Stream, AFailedReadIsNotRepeatedUntilRecover) {
+  ByteStream stream(Bytes(8, 1));
+  stream.below.failAfter = 0;
+  bool complete = true;
+  LONG value = 0;
+  stream.Read(&value, 4, &complete);
+  EXPECT_FALSE(complete);
+  stream.below.failAfter = -1;
+  stream.Read(&value, 4, &complete);
+  EXPECT_FALSE(complete);
+  stream.Recover(0xFFFFFFFF);
+  stream.Read(&value, 4, &complete);
+  EXPECT_TRUE(complete);
+  EXPECT_EQ(value, 0x01010101);
+}
+
+TEST(Stream, AFailedWriteKeepsItsBytesForAnotherTry) {
+  ByteStream stream;
+  stream.WriteCount(7);
+  stream.below.failAfter = 0;
+  EXPECT_EQ(Thrown([&] { stream.GetIStream(); }), E_ACCESSDENIED);
+  stream.below.failAfter = -1;
+  EXPECT_EQ(Thrown([&] { stream.GetIStream(); }), E_FAIL);
+  stream.Recover(IZStream::kWriteFailed);
+  stream.GetIStream();
+  EXPECT_EQ(stream.below.bytes, (Bytes{7, 0, 0, 0}));
+  stream.below.room = 6;
+  stream.WriteCount(8);
+  EXPECT_EQ(stream.AttachStream(nullptr), STG_E_MEDIUMFULL);
+  EXPECT_EQ(stream.below.references, 0);
+}
+
+TEST(Stream, WithoutAnIStreamReadsNothingAndRefusesToWrite) {
+  CZStream stream;
+  bool complete = true;
+  BYTE byte = 1;
+  stream.Read(&byte, 1, &complete);
+  EXPECT_FALSE(complete);
+  EXPECT_EQ(stream.GetIStream(), nullptr);
+  EXPECT_EQ(stream.GetBytesLeft(), 0u);
+  EXPECT_EQ(Thrown([&] { stream.WriteCount(1); }), E_FAIL);
+}
+
+/// Random reads, writes and seeks around the buffer's edges against a byte vector.
+TEST(Stream, EqualsAPlainByteVectorUnderRandomUse) {
+  for (unsigned seed = 0; seed < 8; ++seed) {
+    std::mt19937 random(seed);
+    const auto upTo = [&](std::size_t most) {
+      return static_cast<std::size_t>(random() % (most + 1));
+    };
+    ByteStream stream;
+    Bytes model;
+    std::size_t at = 0;
+    for (int step = 0; step < 3000; ++step) {
+      const std::size_t length = upTo(10) == 0 ? upTo(200000) : upTo(40);
+      Bytes data(length);
+      switch (upTo(3)) {
+        case 0:
+          for (BYTE& byte : data) byte = static_cast<BYTE>(random());
+          stream.Write(data.data(), static_cast<ULONG>(length));
+          if (length != 0) model.resize(std::max(model.size(), at + length));
+          std::copy(data.begin(), data.end(), model.begin() + static_cast<std::ptrdiff_t>(at));
+          at += length;
+          break;
+        case 1: {
+          bool complete = false;
+          stream.Read(data.data(), static_cast<ULONG>(length), &complete);
+          const std::size_t read = std::min(length, model.size() - at);
+          ASSERT_EQ(complete, read == length);
+          ASSERT_TRUE(std::equal(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(read),
+                                 model.begin() + static_cast<std::ptrdiff_t>(at)));
+          at += read;
+          break;
+        }
+        case 2:
+          at = upTo(model.size());
+          ASSERT_EQ(stream.Seek(static_cast<LONGLONG>(at), STREAM_SEEK_SET), at);
+          break;
+        default:
+          if (upTo(20) == 0) stream.GetIStream();
+          at = upTo(1) == 0 ? at : model.size();
+          if (at == model.size()) stream.Seek(0, STREAM_SEEK_END);
+          break;
+      }
+      ASSERT_EQ(stream.GetPosition(), at);
+      ASSERT_EQ(stream.GetBytesLeft(), model.size() - at);
+    }
+    ASSERT_EQ(stream.AttachStream(nullptr), S_OK);
+    ASSERT_EQ(stream.below.bytes, model);
+  }
+}
+
+}  // namespace
