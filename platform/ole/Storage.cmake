@@ -1,0 +1,21 @@
+target_sources(zdm PRIVATE
+  CompoundFile.cpp
+  CompoundFileCheck.cpp
+  StorageFile.cpp)
+if(NOT WIN32)
+  target_sources(zdm PRIVATE
+    portable/ClassStream.cpp
+    portable/ContentStream.cpp
+    portable/FileStream.cpp
+    portable/GsfWriter.cpp
+    portable/MemoryStream.cpp
+    portable/StorageDoors.cpp
+    portable/StorageEnum.cpp
+    portable/StorageError.cpp
+    portable/StorageObject.cpp
+    portable/StorageSave.cpp
+    portable/StorageSource.cpp
+    portable/StorageStream.cpp
+    portable/StorageTree.cpp
+    portable/StreamContent.cpp)
+endif()

@@ -1,0 +1,89 @@
+#include "platform/ole/StorageFile.h"
+
+#if !defined(_WIN32)
+#include "platform/ole/portable/StorageDoors.h"
+#endif
+
+namespace zdm {
+
+#if defined(_WIN32)
+
+namespace {
+
+/// Closes what it holds.
+class Handle {
+ public:
+  explicit Handle(HANDLE handle) : handle_(handle) {}
+  ~Handle() {
+    if (IsValid()) CloseHandle(handle_);
+  }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+
+  bool IsValid() const { return handle_ != nullptr && handle_ != INVALID_HANDLE_VALUE; }
+  HANDLE Get() const { return handle_; }
+
+ private:
+  HANDLE handle_;
+};
+
+HRESULT LastError() {
+  switch (GetLastError()) {
+    case ERROR_FILE_NOT_FOUND:
+      return STG_E_FILENOTFOUND;
+    case ERROR_PATH_NOT_FOUND:
+      return STG_E_PATHNOTFOUND;
+    case ERROR_SHARING_VIOLATION:
+      return STG_E_SHAREVIOLATION;
+    case ERROR_LOCK_VIOLATION:
+      return STG_E_LOCKVIOLATION;
+    case ERROR_INVALID_NAME:
+      return STG_E_INVALIDNAME;
+    case ERROR_NOT_ENOUGH_MEMORY:
+      return STG_E_INSUFFICIENTMEMORY;
+    default:
+      return STG_E_ACCESSDENIED;
+  }
+}
+
+HRESULT CheckFile(LPCOLESTR path, CompoundFileReport* report) {
+  const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const Handle file(CreateFileW(path, GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
+  if (!file.IsValid()) return LastError();
+  LARGE_INTEGER size = {};
+  if (GetFileSizeEx(file.Get(), &size) == 0) return LastError();
+  if (size.QuadPart == 0) return CheckCompoundFile(nullptr, 0, report);
+  const Handle mapping(CreateFileMappingW(file.Get(), nullptr, PAGE_READONLY, 0, 0, nullptr));
+  if (!mapping.IsValid()) return LastError();
+  const void* view = MapViewOfFile(mapping.Get(), FILE_MAP_READ, 0, 0, 0);
+  if (view == nullptr) return LastError();
+  const HRESULT result = CheckCompoundFile(static_cast<const BYTE*>(view),
+                                           static_cast<ULONGLONG>(size.QuadPart), report);
+  UnmapViewOfFile(view);
+  return result;
+}
+
+}  // namespace
+
+HRESULT OpenStorage(LPCOLESTR path, DWORD mode, IStorage** out, CompoundFileReport* report) {
+  if (out == nullptr) return STG_E_INVALIDPOINTER;
+  *out = nullptr;
+  if (path == nullptr || *path == 0) return STG_E_INVALIDNAME;
+  const HRESULT result = CheckFile(path, report);
+  if (FAILED(result)) return result == STG_E_INVALIDHEADER ? STG_E_FILEALREADYEXISTS : result;
+  return StgOpenStorage(path, nullptr, mode, nullptr, 0, out);
+}
+
+#else
+
+HRESULT OpenStorage(LPCOLESTR path, DWORD mode, IStorage** out, CompoundFileReport* report) {
+  return OpenPortableStorage(path, mode, out, report);
+}
+
+#endif
+
+HRESULT CreateStorage(LPCOLESTR path, DWORD mode, IStorage** out) {
+  return StgCreateDocfile(path, mode, 0, out);
+}
+
+}  // namespace zdm

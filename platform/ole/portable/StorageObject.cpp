@@ -1,0 +1,318 @@
+#include "platform/ole/portable/StorageObject.h"
+
+#include <new>
+#include <utility>
+
+#include "platform/ole/portable/StorageEnum.h"
+#include "platform/ole/portable/StorageError.h"
+#include "platform/ole/portable/StorageMode.h"
+#include "platform/ole/portable/StorageSave.h"
+#include "platform/ole/portable/StorageStream.h"
+
+namespace zdm {
+
+namespace {
+
+/// `node` is `other` or lies above it.
+bool IsAtOrAbove(const StorageNode& node, const StorageNode* other) {
+  while (other != nullptr && other != &node) other = other->parent;
+  return other == &node;
+}
+
+/// Runs an operation that may run out of memory.
+template <class Operation>
+HRESULT Guarded(Operation operation) {
+  try {
+    return operation();
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
+}
+
+}  // namespace
+
+StorageObject::StorageObject(std::shared_ptr<StorageTree> tree, std::shared_ptr<StorageNode> node,
+                             std::shared_ptr<StorageScope> parent, std::u16string path, DWORD mode)
+    : tree_(std::move(tree)),
+      node_(std::move(node)),
+      scope_(std::make_shared<StorageScope>(std::move(parent))),
+      elements_(std::make_shared<StorageScope>(scope_)),
+      path_(std::move(path)),
+      mode_(mode) {
+  node_->user = scope_;
+}
+
+StorageObject::~StorageObject() {
+  const bool direct = committed_ == nullptr;
+  // Nobody is left to hear of a failure; whoever wants to know commits before.
+  if (IsRoot() && direct && tree_->IsChanged()) Guarded([&] { return Save(false); });
+  scope_->Close();
+}
+
+StorageObject* StorageObject::NewRoot(std::shared_ptr<StorageTree> tree, std::u16string path,
+                                      DWORD mode) {
+  std::unique_ptr<StorageTree> committed;
+  if (IsTransacted(mode)) {
+    committed = std::make_unique<StorageTree>();
+    tree->CopyInto(*tree->Root(), *committed->Root(), true, true);
+  }
+  const std::shared_ptr<StorageNode> root = tree->Root();
+  auto* object = new StorageObject(std::move(tree), root, nullptr, std::move(path), mode);
+  object->committed_ = std::move(committed);
+  return object;
+}
+
+HRESULT StorageObject::CheckAlive() const {
+  return node_->removed || scope_->IsClosed() ? STG_E_REVERTED : S_OK;
+}
+
+HRESULT StorageObject::CheckWritable() const {
+  const HRESULT result = CheckAlive();
+  if (FAILED(result)) return result;
+  return IsWritable(mode_) ? S_OK : STG_E_ACCESSDENIED;
+}
+
+HRESULT StorageObject::Create(LPCOLESTR name, DWORD mode, bool storage,
+                              std::shared_ptr<StorageNode>* out) {
+  if (name == nullptr) return STG_E_INVALIDNAME;
+  HRESULT result = CheckElementMode(mode);
+  if (FAILED(result)) return result;
+  result = CheckAlive();
+  if (FAILED(result)) return result;
+  if (!IsElementName(name)) return STG_E_INVALIDNAME;
+  const std::shared_ptr<StorageNode> old = node_->Find(name);
+  if (old != nullptr && (mode & STGM_CREATE) == 0) return STG_E_FILEALREADYEXISTS;
+  if (!IsWritable(mode_)) return STG_E_ACCESSDENIED;
+  if (old != nullptr) tree_->Remove(*old);
+  return tree_->Add(*node_, name, storage, out);
+}
+
+HRESULT StorageObject::Open(LPCOLESTR name, DWORD mode, bool storage,
+                            std::shared_ptr<StorageNode>* out) const {
+  if (name == nullptr) return STG_E_INVALIDNAME;
+  HRESULT result = CheckElementMode(mode);
+  if (FAILED(result)) return result;
+  result = CheckAlive();
+  if (FAILED(result)) return result;
+  const std::shared_ptr<StorageNode> node = node_->Find(name);
+  if (node == nullptr || node->IsStorage() != storage) return STG_E_FILENOTFOUND;
+  if (IsWritable(mode) && !IsWritable(mode_)) return STG_E_ACCESSDENIED;
+  const std::shared_ptr<StorageScope> user = node->user.lock();
+  if (user != nullptr && !user->IsClosed()) return STG_E_ACCESSDENIED;
+  *out = node;
+  return S_OK;
+}
+
+void StorageObject::WrapStream(std::shared_ptr<StorageNode> node, DWORD mode, IStream** out) const {
+  auto scope = std::make_shared<StorageScope>(elements_);
+  node->user = scope;
+  *out = new StorageStream(tree_, std::move(node), std::move(scope), mode);
+}
+
+void StorageObject::WrapStorage(std::shared_ptr<StorageNode> node, DWORD mode,
+                                IStorage** out) const {
+  *out = new StorageObject(tree_, std::move(node), elements_, {}, mode);
+}
+
+HRESULT StorageObject::CreateStream(LPCOLESTR name, DWORD mode, DWORD /*reserved1*/,
+                                    DWORD /*reserved2*/, IStream** out) {
+  if (out == nullptr) return STG_E_INVALIDPOINTER;
+  *out = nullptr;
+  return Guarded([&] {
+    if (IsTransacted(mode)) return STG_E_INVALIDFUNCTION;
+    std::shared_ptr<StorageNode> node;
+    const HRESULT result = Create(name, mode, false, &node);
+    if (SUCCEEDED(result)) WrapStream(std::move(node), mode, out);
+    return result;
+  });
+}
+
+HRESULT StorageObject::OpenStream(LPCOLESTR name, void* /*reserved1*/, DWORD mode,
+                                  DWORD /*reserved2*/, IStream** out) {
+  if (out == nullptr) return STG_E_INVALIDPOINTER;
+  *out = nullptr;
+  return Guarded([&] {
+    if (IsTransacted(mode)) return STG_E_INVALIDFUNCTION;
+    std::shared_ptr<StorageNode> node;
+    const HRESULT result = Open(name, mode, false, &node);
+    if (SUCCEEDED(result)) WrapStream(std::move(node), mode, out);
+    return result;
+  });
+}
+
+HRESULT StorageObject::CreateStorage(LPCOLESTR name, DWORD mode, DWORD /*reserved1*/,
+                                     DWORD /*reserved2*/, IStorage** out) {
+  if (out == nullptr) return STG_E_INVALIDPOINTER;
+  *out = nullptr;
+  return Guarded([&] {
+    if (IsTransacted(mode)) return STG_E_UNIMPLEMENTEDFUNCTION;
+    std::shared_ptr<StorageNode> node;
+    const HRESULT result = Create(name, mode, true, &node);
+    if (SUCCEEDED(result)) WrapStorage(std::move(node), mode, out);
+    return result;
+  });
+}
+
+HRESULT StorageObject::OpenStorage(LPCOLESTR name, IStorage* priority, DWORD mode, SNB exclude,
+                                   DWORD /*reserved*/, IStorage** out) {
+  if (out == nullptr) return STG_E_INVALIDPOINTER;
+  *out = nullptr;
+  return Guarded([&] {
+    if (priority != nullptr || exclude != nullptr) return STG_E_INVALIDPARAMETER;
+    if (IsTransacted(mode)) return STG_E_UNIMPLEMENTEDFUNCTION;
+    std::shared_ptr<StorageNode> node;
+    const HRESULT result = Open(name, mode, true, &node);
+    if (SUCCEEDED(result)) WrapStorage(std::move(node), mode, out);
+    return result;
+  });
+}
+
+HRESULT StorageObject::CopyTo(DWORD excludedCount, const IID* excluded, SNB exclude,
+                              IStorage* target) {
+  auto* to = dynamic_cast<StorageObject*>(target);
+  if (to == nullptr) return STG_E_INVALIDPOINTER;
+  if (exclude != nullptr) return STG_E_UNIMPLEMENTEDFUNCTION;
+  return Guarded([&] {
+    HRESULT result = CheckAlive();
+    if (SUCCEEDED(result)) result = to->CheckWritable();
+    if (FAILED(result)) return result;
+    if (IsAtOrAbove(*node_, to->node_.get())) return STG_E_ACCESSDENIED;
+    bool storages = true;
+    bool streams = true;
+    for (DWORD i = 0; i < excludedCount; ++i) {
+      if (excluded[i] == IID_IStorage) storages = false;
+      if (excluded[i] == IID_IStream) streams = false;
+    }
+    // By way of a copy: the target may lie above this storage, and replace it.
+    StorageTree copy;
+    result = copy.CopyInto(*node_, *copy.Root(), storages, streams);
+    if (FAILED(result)) return result;
+    return to->tree_->CopyInto(*copy.Root(), *to->node_, true, true);
+  });
+}
+
+HRESULT StorageObject::MoveElementTo(LPCOLESTR name, IStorage* target, LPCOLESTR newName,
+                                     DWORD flags) {
+  auto* to = dynamic_cast<StorageObject*>(target);
+  if (to == nullptr) return STG_E_INVALIDPOINTER;
+  if (name == nullptr || newName == nullptr) return STG_E_INVALIDNAME;
+  const bool move = flags == STGMOVE_MOVE;
+  if (!move && flags != STGMOVE_COPY) return STG_E_INVALIDFLAG;
+  return Guarded([&] {
+    HRESULT result = move ? CheckWritable() : CheckAlive();
+    if (SUCCEEDED(result)) result = to->CheckWritable();
+    if (FAILED(result)) return result;
+    const std::shared_ptr<StorageNode> node = node_->Find(name);
+    if (node == nullptr) return STG_E_FILENOTFOUND;
+    if (IsAtOrAbove(*node, to->node_.get())) return STG_E_ACCESSDENIED;
+    if (to->node_->Find(newName) != nullptr) return STG_E_FILEALREADYEXISTS;
+    result = to->tree_->CopyElement(*node, *to->node_, newName);
+    if (SUCCEEDED(result) && move) tree_->Remove(*node);
+    return result;
+  });
+}
+
+HRESULT StorageObject::Save(bool flush) {
+  if (!path_.empty()) {
+    const HRESULT result = SaveTree(*tree_, NativePath(path_.c_str()), flush);
+    if (FAILED(result)) return result;
+  }
+  tree_->SetChanged(false);
+  return S_OK;
+}
+
+HRESULT StorageObject::Commit(DWORD flags) {
+  return Guarded([&] {
+    const HRESULT result = CheckAlive();
+    if (FAILED(result) || !IsRoot() || !IsWritable(mode_) || !tree_->IsChanged()) return result;
+    std::unique_ptr<StorageTree> committed;
+    if (committed_ != nullptr) {
+      committed = std::make_unique<StorageTree>();
+      committed->CopyInto(*node_, *committed->Root(), true, true);
+    }
+    const HRESULT saved = Save((flags & STGC_DANGEROUSLYCOMMITMERELYTODISKCACHE) == 0);
+    if (SUCCEEDED(saved)) committed_ = std::move(committed);
+    return saved;
+  });
+}
+
+HRESULT StorageObject::Revert() {
+  return Guarded([&] {
+    const HRESULT result = CheckAlive();
+    if (FAILED(result) || committed_ == nullptr) return result;
+    elements_->Close();
+    elements_ = std::make_shared<StorageScope>(scope_);
+    tree_->RemoveChildren(*node_);
+    const HRESULT restored = tree_->CopyInto(*committed_->Root(), *node_, true, true);
+    tree_->SetChanged(false);
+    return restored;
+  });
+}
+
+HRESULT StorageObject::EnumElements(DWORD /*reserved1*/, void* /*reserved2*/, DWORD /*reserved3*/,
+                                    IEnumSTATSTG** out) {
+  if (out == nullptr) return STG_E_INVALIDPOINTER;
+  *out = nullptr;
+  return Guarded([&] {
+    const HRESULT result = CheckAlive();
+    if (SUCCEEDED(result)) *out = new StorageEnum(tree_, node_, scope_, {});
+    return result;
+  });
+}
+
+HRESULT StorageObject::DestroyElement(LPCOLESTR name) {
+  if (name == nullptr) return STG_E_INVALIDPOINTER;
+  return Guarded([&] {
+    const HRESULT result = CheckWritable();
+    if (FAILED(result)) return result;
+    const std::shared_ptr<StorageNode> node = node_->Find(name);
+    if (node == nullptr) return STG_E_FILENOTFOUND;
+    tree_->Remove(*node);
+    return S_OK;
+  });
+}
+
+HRESULT StorageObject::RenameElement(LPCOLESTR oldName, LPCOLESTR newName) {
+  if (oldName == nullptr || newName == nullptr) return STG_E_INVALIDNAME;
+  return Guarded([&] {
+    const HRESULT result = CheckWritable();
+    if (FAILED(result)) return result;
+    const std::shared_ptr<StorageNode> other = node_->Find(newName);
+    if (other != nullptr) return STG_E_FILEALREADYEXISTS;
+    const std::shared_ptr<StorageNode> node = node_->Find(oldName);
+    if (node == nullptr) return STG_E_FILENOTFOUND;
+    return tree_->Rename(*node, newName);
+  });
+}
+
+HRESULT StorageObject::SetElementTimes(LPCOLESTR name, const FILETIME* /*created*/,
+                                       const FILETIME* /*accessed*/, const FILETIME* /*modified*/) {
+  const HRESULT result = CheckWritable();
+  if (FAILED(result)) return result;
+  return name == nullptr || node_->Find(name) != nullptr ? S_OK : STG_E_FILENOTFOUND;
+}
+
+HRESULT StorageObject::SetClass(REFCLSID clsid) {
+  const HRESULT result = CheckWritable();
+  if (FAILED(result)) return result;
+  node_->clsid = clsid;
+  tree_->SetChanged(true);
+  return S_OK;
+}
+
+HRESULT StorageObject::SetStateBits(DWORD /*bits*/, DWORD /*mask*/) {
+  return STG_E_UNIMPLEMENTEDFUNCTION;
+}
+
+HRESULT StorageObject::Stat(STATSTG* stat, DWORD flags) {
+  HRESULT result = CheckAlive();
+  if (FAILED(result)) return result;
+  result = StartStat(stat, flags, IsRoot() ? &path_ : &node_->name);
+  if (FAILED(result)) return result;
+  stat->type = STGTY_STORAGE;
+  stat->grfMode = mode_;
+  stat->clsid = node_->clsid;
+  return S_OK;
+}
+
+}  // namespace zdm

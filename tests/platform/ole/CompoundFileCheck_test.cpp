@@ -1,0 +1,324 @@
+// What the check of compound files accepts, what it refuses and as what.
+#include "platform/ole/CompoundFileCheck.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <ostream>
+
+#include "StorageSupport.h"
+#include "platform/ole/StorageFile.h"
+
+namespace zdm {
+
+/// For messages of failed tests.
+static void PrintTo(CompoundFault fault, std::ostream* out) {
+  *out << DescribeFault(fault);
+}
+
+namespace test {
+namespace {
+
+CompoundFault FaultOf(const Bytes& file) {
+  CompoundFileReport report;
+  const HRESULT result = CheckCompoundFile(file.data(), file.size(), &report);
+  EXPECT_EQ(result == S_OK, report.fault == CompoundFault::kNone);
+  return report.fault;
+}
+
+// One file with everything: two levels, small and large streams, an empty one, unused entries.
+struct Sample {
+  explicit Sample(int version) : builder(version) {
+    folder = builder.AddStorage(0, OLESTR("folder"));
+    small = builder.AddStream(0, OLESTR("small"), Pattern(100));
+    builder.AddStream(0, OLESTR("other"), Pattern(200));
+    large = builder.AddStream(folder, OLESTR("large"), Pattern(20000));
+    second = builder.AddStream(folder, OLESTR("second"), Pattern(5000));
+    empty = builder.AddStream(folder, OLESTR("empty"), {});
+    file = builder.Build();
+  }
+
+  CompoundBuilder builder;
+  ULONG folder, small, large, second, empty;
+  Bytes file;
+};
+
+struct Damage {
+  const char* name;
+  CompoundFault fault;
+  std::function<void(Sample&)> apply;
+};
+
+void Header16(Sample& s, std::size_t at, USHORT value) {
+  Put16(s.file, at, value);
+}
+void Header32(Sample& s, std::size_t at, ULONG value) {
+  Put32(s.file, at, value);
+}
+void Entry32(Sample& s, ULONG entry, std::size_t at, ULONG value) {
+  Put32(s.file, s.builder.EntryAt(entry) + at, value);
+}
+void NameBytes(Sample& s, USHORT value) {
+  Put16(s.file, s.builder.EntryAt(s.small) + 64, value);
+}
+void Fat(Sample& s, ULONG sector, ULONG value) {
+  Put32(s.file, s.builder.FatAt(sector), value);
+}
+void MiniFat(Sample& s, ULONG sector, ULONG value) {
+  Put32(s.file, s.builder.MiniFatAt(sector), value);
+}
+
+constexpr std::size_t kType = 66, kLeft = 68, kRight = 72, kChild = 76, kStart = 116, kSize = 120;
+
+const Damage kDamages[] = {
+    {"signature", CompoundFault::kNotCompound, [](Sample& s) { s.file[7] ^= 1; }},
+    {"empty file", CompoundFault::kNotCompound, [](Sample& s) { s.file.clear(); }},
+    {"header cut", CompoundFault::kHeader, [](Sample& s) { s.file.resize(511); }},
+    {"version 5", CompoundFault::kHeader, [](Sample& s) { Header16(s, 26, 5); }},
+    {"byte order", CompoundFault::kHeader, [](Sample& s) { Header16(s, 28, 0xFEFF); }},
+    {"sector shift 31", CompoundFault::kHeader, [](Sample& s) { Header16(s, 30, 31); }},
+    {"mini shift 0", CompoundFault::kHeader, [](Sample& s) { Header16(s, 32, 0); }},
+    {"cutoff 0", CompoundFault::kHeader, [](Sample& s) { Header32(s, 56, 0); }},
+    {"no FAT", CompoundFault::kFatPlaces, [](Sample& s) { Header32(s, 44, 0); }},
+    {"FAT past the file", CompoundFault::kFatPlaces,
+     [](Sample& s) { Header32(s, 44, 0x7FFFFFFF); }},
+    {"FAT place missing", CompoundFault::kFatPlaces, [](Sample& s) { Header32(s, 44, 2); }},
+    {"FAT place past the file", CompoundFault::kFatPlaces,
+     [](Sample& s) { Header32(s, 76, 9999); }},
+    {"FAT place twice", CompoundFault::kFatPlaces,
+     [](Sample& s) {
+       Header32(s, 44, 2);
+       Header32(s, 80, s.builder.FatStart());
+     }},
+    {"DIFAT count past the file", CompoundFault::kFatPlaces,
+     [](Sample& s) { Header32(s, 72, 0xFFFFFFFF); }},
+    {"DIFAT counted but missing", CompoundFault::kFatPlaces, [](Sample& s) { Header32(s, 72, 1); }},
+    {"DIFAT chain without count", CompoundFault::kFatPlaces, [](Sample& s) { Header32(s, 68, 3); }},
+    {"directory missing", CompoundFault::kDirectory,
+     [](Sample& s) { Header32(s, 48, kEndOfChain); }},
+    {"directory past the file", CompoundFault::kDirectory,
+     [](Sample& s) { Header32(s, 48, 9999); }},
+    {"directory in the FAT", CompoundFault::kDirectory,
+     [](Sample& s) { Header32(s, 48, s.builder.FatStart()); }},
+    {"directory in a cycle", CompoundFault::kDirectory, [](Sample& s) { Fat(s, 0, 0); }},
+    {"no root", CompoundFault::kDirectory,
+     [](Sample& s) { s.file[s.builder.EntryAt(0) + kType] = kEntryStorage; }},
+    {"second root", CompoundFault::kEntry,
+     [](Sample& s) { s.file[s.builder.EntryAt(s.folder) + kType] = kEntryRoot; }},
+    {"type unknown", CompoundFault::kEntry,
+     [](Sample& s) { s.file[s.builder.EntryAt(s.large) + kType] = 3; }},
+    {"free entry in the tree", CompoundFault::kEntry,
+     [](Sample& s) { s.file[s.builder.EntryAt(s.large) + kType] = kEntryFree; }},
+    {"stream with children", CompoundFault::kEntry,
+     [](Sample& s) { Entry32(s, s.small, kChild, s.large); }},
+    {"name of 0 bytes", CompoundFault::kName, [](Sample& s) { NameBytes(s, 0); }},
+    {"name empty", CompoundFault::kName, [](Sample& s) { NameBytes(s, 2); }},
+    {"name of odd length", CompoundFault::kName, [](Sample& s) { NameBytes(s, 11); }},
+    {"name of 66 bytes", CompoundFault::kName, [](Sample& s) { NameBytes(s, 66); }},
+    {"name of 65535 bytes", CompoundFault::kName, [](Sample& s) { NameBytes(s, 65535); }},
+    {"name without terminator", CompoundFault::kName, [](Sample& s) { NameBytes(s, 10); }},
+    {"name with a zero inside", CompoundFault::kName, [](Sample& s) { NameBytes(s, 14); }},
+    {"half a surrogate pair", CompoundFault::kName,
+     [](Sample& s) { Put16(s.file, s.builder.EntryAt(s.small), 0xD801); }},
+    {"child past the directory", CompoundFault::kTree,
+     [](Sample& s) { Entry32(s, s.folder, kChild, 1000); }},
+    {"child is the root", CompoundFault::kTree, [](Sample& s) { Entry32(s, s.folder, kChild, 0); }},
+    {"sibling of itself", CompoundFault::kTree,
+     [](Sample& s) { Entry32(s, s.large, kRight, s.large); }},
+    {"storage inside itself", CompoundFault::kTree,
+     [](Sample& s) { Entry32(s, s.folder, kChild, s.folder); }},
+    {"siblings out of order", CompoundFault::kTree,
+     [](Sample& s) {
+       const std::size_t root = s.builder.EntryAt(Get32(s.file, s.builder.EntryAt(0) + kChild));
+       const ULONG left = Get32(s.file, root + kLeft);
+       Put32(s.file, root + kLeft, Get32(s.file, root + kRight));
+       Put32(s.file, root + kRight, left);
+     }},
+    {"two of one name", CompoundFault::kTree,
+     [](Sample& s) {
+       for (const std::size_t at : {0, 2, 4, 6, 8}) {
+         Put16(s.file, s.builder.EntryAt(s.small) + at, static_cast<USHORT>("OTHER"[at / 2]));
+       }
+     }},
+    {"elements nobody leads to", CompoundFault::kTree,
+     [](Sample& s) { Entry32(s, s.folder, kChild, kNoEntry); }},
+    {"mini FAT count", CompoundFault::kMiniStream, [](Sample& s) { Header32(s, 64, 2); }},
+    {"mini FAT in a cycle", CompoundFault::kMiniStream,
+     [](Sample& s) { Fat(s, s.builder.MiniFatStart(), s.builder.MiniFatStart()); }},
+    {"mini stream too short", CompoundFault::kMiniStream,
+     [](Sample& s) { Entry32(s, 0, kSize, 1000000); }},
+    {"mini stream is the directory", CompoundFault::kMiniStream,
+     [](Sample& s) { Entry32(s, 0, kStart, 0); }},
+    {"mini chain in a cycle", CompoundFault::kChain, [](Sample& s) { MiniFat(s, 1, 0); }},
+    {"mini chain past the mini stream", CompoundFault::kChain,
+     [](Sample& s) { MiniFat(s, 1, 100); }},
+    {"mini chain too short", CompoundFault::kChain, [](Sample& s) { MiniFat(s, 0, kEndOfChain); }},
+    {"mini chain runs into a free one", CompoundFault::kChain,
+     [](Sample& s) { MiniFat(s, 1, kFreeSector); }},
+    {"mini sectors of another stream", CompoundFault::kChain,
+     [](Sample& s) { Entry32(s, s.small, kStart, 2); }},
+    {"small stream without mini stream", CompoundFault::kChain,
+     [](Sample& s) { Entry32(s, 0, kSize, 0); }},
+    {"chain in a cycle", CompoundFault::kChain,
+     [](Sample& s) { Fat(s, s.builder.SectorOf(s.large) + 2, s.builder.SectorOf(s.large)); }},
+    {"chain past the file", CompoundFault::kChain,
+     [](Sample& s) { Fat(s, s.builder.SectorOf(s.large), s.builder.SectorCount()); }},
+    {"chain too short", CompoundFault::kChain,
+     [](Sample& s) { Fat(s, s.builder.SectorOf(s.large), kEndOfChain); }},
+    {"chain runs into a free sector", CompoundFault::kChain,
+     [](Sample& s) { Fat(s, s.builder.SectorOf(s.large), kFreeSector); }},
+    {"sectors of another stream", CompoundFault::kChain,
+     [](Sample& s) { Entry32(s, s.second, kStart, s.builder.SectorOf(s.large)); }},
+    {"size past the chain", CompoundFault::kChain,
+     [](Sample& s) { Entry32(s, s.large, kSize, 0x7FFFFFFF); }},
+    {"size past 32 bits", CompoundFault::kChain,
+     [](Sample& s) { Entry32(s, s.large, kSize + 4, 1); }},
+    {"start past the file", CompoundFault::kChain,
+     [](Sample& s) { Entry32(s, s.large, kStart, 0xFFFFFFFF); }},
+};
+
+TEST(CompoundFileCheck, RefusesEachDamageAsWhatItIs) {
+  for (const int version : {3, 4}) {
+    for (const Damage& damage : kDamages) {
+      SCOPED_TRACE(std::string(damage.name) + ", version " + std::to_string(version));
+      Sample sample(version);
+      damage.apply(sample);
+      EXPECT_EQ(FaultOf(sample.file), damage.fault);
+    }
+  }
+}
+
+TEST(CompoundFileCheck, RefusesCyclesInALongListOfFatSectors) {
+  CompoundBuilder builder;
+  builder.AddStream(0, OLESTR("large"), Bytes(std::size_t{16} << 20));  // 2 DIFAT sectors
+  const Bytes sound = builder.Build();
+  EXPECT_EQ(FaultOf(sound), CompoundFault::kNone);
+  Bytes damaged = sound;
+  const ULONG first = Get32(sound, 68);
+  Put32(damaged, builder.DifatAt() + 508, first);
+  EXPECT_EQ(FaultOf(damaged), CompoundFault::kFatPlaces);
+  damaged = sound;
+  Put32(damaged, builder.DifatAt(), Get32(sound, 76));
+  EXPECT_EQ(FaultOf(damaged), CompoundFault::kFatPlaces);
+}
+
+struct Oddity {
+  const char* name;
+  std::function<void(Sample&)> apply;
+};
+
+// Seen in files of other programs, or allowed to them.
+const Oddity kOddities[] = {
+    {"nothing odd", [](Sample&) {}},
+    {"other minor version", [](Sample& s) { Header16(s, 24, 0x21); }},
+    {"list of FAT sectors ended as free", [](Sample& s) { Header32(s, 68, kFreeSector); }},
+    {"red entries", [](Sample& s) { s.file[s.builder.EntryAt(s.large) + 67] = 0; }},
+    {"start of an empty stream", [](Sample& s) { Entry32(s, s.empty, kStart, 12345); }},
+    {"start of a storage", [](Sample& s) { Entry32(s, s.folder, kStart, 12345); }},
+    {"unused entry with remains",
+     [](Sample& s) { Entry32(s, s.builder.UsedEntries(), kChild, 1); }},
+    {"chain longer than the stream", [](Sample& s) { Entry32(s, s.large, kSize, 15000); }},
+    {"sectors that belong to nothing",
+     [](Sample& s) { s.file.resize(s.file.size() + s.builder.sectorSize()); }},
+    {"bytes behind the last sector", [](Sample& s) { s.file.resize(s.file.size() + 17); }},
+    {"name with a slash", [](Sample& s) { Put16(s.file, s.builder.EntryAt(s.large) + 2, '/'); }},
+};
+
+TEST(CompoundFileCheck, AcceptsWhatOtherProgramsWrite) {
+  for (const int version : {3, 4}) {
+    for (const Oddity& oddity : kOddities) {
+      SCOPED_TRACE(std::string(oddity.name) + ", version " + std::to_string(version));
+      Sample sample(version);
+      oddity.apply(sample);
+      CompoundFileReport report;
+      EXPECT_EQ(CheckCompoundFile(sample.file.data(), sample.file.size(), &report), S_OK)
+          << DescribeFault(report.fault) << " at " << report.place;
+      EXPECT_EQ(report.storages, 1U);
+      EXPECT_EQ(report.streams, 5U);
+    }
+  }
+}
+
+TEST(CompoundFileCheck, AcceptsATableCountedButMissingWhenNothingIsSmall) {
+  CompoundBuilder builder;
+  builder.AddStream(0, OLESTR("large"), Pattern(5000));
+  Bytes file = builder.Build();
+  Put32(file, 64, 1);
+  EXPECT_EQ(FaultOf(file), CompoundFault::kNone);
+}
+
+TEST(CompoundFileCheck, RefusesEveryCut) {
+  const Sample sample(3);
+  for (std::size_t size = 0; size < sample.file.size(); ++size) {
+    const Bytes cut(sample.file.begin(), sample.file.begin() + static_cast<std::ptrdiff_t>(size));
+    ASSERT_NE(FaultOf(cut), CompoundFault::kNone) << size;
+  }
+}
+
+// Whatever is accepted after bits were turned in the tables can be opened, and every stream has
+// the bytes its size promises.
+TEST(CompoundFileCheck, WhatPassesWithTurnedBitsCanBeRead) {
+  const Name path = FreshPath("turned");
+  unsigned state = 1;
+  int accepted = 0;
+  for (int i = 0; i < 4000; ++i) {
+    Sample sample(i % 2 == 0 ? 3 : 4);
+    const std::size_t tables[][2] = {
+        {0, 512},
+        {sample.builder.EntryAt(0), 1024},
+        {sample.builder.MiniFatAt(0), 64},
+        {sample.builder.FatAt(0), 4 * std::size_t{sample.builder.SectorCount()}}};
+    for (int flips = 1 + i % 3; flips > 0; --flips) {
+      state = state * 1664525U + 1013904223U;
+      const auto& table = tables[(state >> 8) % 4];
+      state = state * 1664525U + 1013904223U;
+      sample.file[table[0] + (state >> 8) % table[1]] ^= static_cast<BYTE>(1U << (state >> 29));
+    }
+    if (FaultOf(sample.file) != CompoundFault::kNone || ++accepted % 10 != 0) continue;
+    WriteFile(path, sample.file);
+    const Storage storage = OpenAt(path, STGM_READ | STGM_SHARE_EXCLUSIVE);
+    ASSERT_TRUE(storage);
+    const std::string text = Describe(storage.Get());
+    EXPECT_EQ(text.find('?'), std::string::npos) << text;
+    EXPECT_EQ(text.find("SHORT"), std::string::npos) << text;
+  }
+  EXPECT_GT(accepted, 300);
+}
+
+TEST(CompoundFileCheck, AnswersDeepAndWideFiles) {
+  CompoundBuilder nested;
+  for (ULONG i = 0; i < 10000; ++i) nested.AddStorage(i, OLESTR("d"));
+  EXPECT_EQ(FaultOf(nested.Build()), CompoundFault::kDepth);
+
+  CompoundBuilder allowed;
+  for (ULONG i = 0; i < kMaxStorageDepth; ++i) allowed.AddStorage(i, OLESTR("d"));
+  EXPECT_EQ(FaultOf(allowed.Build()), CompoundFault::kNone);
+
+  CompoundBuilder wide;
+  for (ULONG i = 0; i < 100000; ++i) wide.AddStream(0, Numbered(i), {});
+  EXPECT_EQ(FaultOf(wide.Build()), CompoundFault::kNone);
+  wide.ChainSiblings();
+  EXPECT_EQ(FaultOf(wide.Build()), CompoundFault::kDepth);
+}
+
+TEST(CompoundFileCheck, ReportsWhereTheFaultIs) {
+  Sample sample(3);
+  MiniFat(sample, 1, 0);
+  CompoundFileReport report;
+  EXPECT_EQ(CheckCompoundFile(sample.file.data(), sample.file.size(), &report),
+            STG_E_DOCFILECORRUPT);
+  EXPECT_EQ(report.place, sample.small);
+  EXPECT_EQ(CheckCompoundFile(nullptr, 0, nullptr), STG_E_INVALIDHEADER);
+}
+
+TEST(ElementName, ComparesByLengthThenUpperCase) {
+  EXPECT_LT(CompareElementNames(OLESTR("z"), OLESTR("aa")), 0);
+  EXPECT_LT(CompareElementNames(OLESTR("a"), OLESTR("B")), 0);
+  EXPECT_GT(CompareElementNames(OLESTR("_"), OLESTR("z")), 0);  // upper case stands before it
+  EXPECT_EQ(CompareElementNames(OLESTR("Gr\u00f6\u00dfe"), OLESTR("GR\u00d6\u00dfE")), 0);
+  EXPECT_NE(CompareElementNames(OLESTR("\u0131"), OLESTR("I")), 0);
+}
+
+}  // namespace
+}  // namespace test
+}  // namespace zdm

@@ -1,0 +1,161 @@
+#include "StorageSupport.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "platform/ole/StorageFile.h"
+#include "platform/system/Text.h"
+
+namespace zdm::test {
+
+namespace {
+
+/// A folder that goes away with the program.
+class Folder {
+ public:
+  Folder() {
+    const auto base = std::filesystem::temp_directory_path();
+    for (unsigned i = 0; path_.empty(); ++i) {
+      const auto candidate = base / ("zdm-ole-tests-" + std::to_string(i));
+      if (std::filesystem::create_directory(candidate)) path_ = candidate;
+    }
+  }
+  ~Folder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+
+  const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+std::filesystem::path Native(const Name& path) {
+  return std::filesystem::path(path);
+}
+
+}  // namespace
+
+void ExpectRefused(HRESULT result, HRESULT expected) {
+  EXPECT_TRUE(FAILED(result));
+  if (kOurClasses) {
+    EXPECT_EQ(result, expected);
+  }
+}
+
+Name FreshPath(const char* name) {
+  static const Folder folder;
+  const auto path = folder.Path() / std::filesystem::path(FromUtf8(name));
+  std::filesystem::remove(path);
+#if defined(_WIN32)
+  return path.wstring();
+#else
+  return path.u16string();
+#endif
+}
+
+Bytes ReadFile(const Name& path) {
+  std::ifstream file(Native(path), std::ios::binary);
+  const std::vector<char> bytes(std::istreambuf_iterator<char>(file), {});
+  return {bytes.begin(), bytes.end()};
+}
+
+void WriteFile(const Name& path, const Bytes& bytes) {
+  std::ofstream file(Native(path), std::ios::binary);
+  file.write(reinterpret_cast<const char*>(bytes.data()),
+             static_cast<std::streamsize>(bytes.size()));
+}
+
+bool FileExists(const Name& path) {
+  return std::filesystem::exists(Native(path));
+}
+
+LARGE_INTEGER Move(LONGLONG offset) {
+  LARGE_INTEGER move;
+  move.QuadPart = offset;
+  return move;
+}
+
+ULARGE_INTEGER Size(ULONGLONG size) {
+  ULARGE_INTEGER value;
+  value.QuadPart = size;
+  return value;
+}
+
+Bytes ReadAll(IStream* stream) {
+  EXPECT_EQ(stream->Seek(Move(0), STREAM_SEEK_SET, nullptr), S_OK);
+  Bytes bytes;
+  BYTE buffer[16384];
+  ULONG read = 0;
+  while (SUCCEEDED(stream->Read(buffer, sizeof(buffer), &read)) && read != 0) {
+    bytes.insert(bytes.end(), buffer, buffer + read);
+  }
+  return bytes;
+}
+
+void Write(IStream* stream, const Bytes& bytes) {
+  ULONG written = 0;
+  EXPECT_EQ(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), &written), S_OK);
+  EXPECT_EQ(written, bytes.size());
+}
+
+ULONGLONG Position(IStream* stream) {
+  ULARGE_INTEGER position = Size(0);
+  EXPECT_EQ(stream->Seek(Move(0), STREAM_SEEK_CUR, &position), S_OK);
+  return position.QuadPart;
+}
+
+Storage CreateAt(const Name& path) {
+  Storage storage;
+  EXPECT_EQ(CreateStorage(path.c_str(), kReadWrite | STGM_CREATE, storage.Out()), S_OK);
+  return storage;
+}
+
+Storage OpenAt(const Name& path, DWORD mode) {
+  Storage storage;
+  EXPECT_EQ(OpenStorage(path.c_str(), mode, storage.Out()), S_OK);
+  return storage;
+}
+
+void AddStream(IStorage* storage, const OLECHAR* name, const Bytes& bytes) {
+  Stream stream;
+  ASSERT_EQ(storage->CreateStream(name, kReadWrite, 0, 0, stream.Out()), S_OK);
+  if (!bytes.empty()) Write(stream.Get(), bytes);
+}
+
+Bytes BytesOf(IStorage* storage, const OLECHAR* name) {
+  Stream stream;
+  EXPECT_EQ(storage->OpenStream(name, nullptr, kExclusive, 0, stream.Out()), S_OK);
+  return stream ? ReadAll(stream.Get()) : Bytes();
+}
+
+std::string Describe(IStorage* storage) {
+  OleRef<IEnumSTATSTG> elements;
+  if (storage->EnumElements(0, nullptr, 0, elements.Out()) != S_OK) return "?";
+  std::string text;
+  STATSTG entry;
+  while (elements->Next(1, &entry, nullptr) == S_OK) {
+    const Name name = entry.pwcsName;
+    CoTaskMemFree(entry.pwcsName);
+    text += ToUtf8(name);
+    if (entry.type == STGTY_STORAGE) {
+      Storage child;
+      const HRESULT opened =
+          storage->OpenStorage(name.c_str(), nullptr, kExclusive, nullptr, 0, child.Out());
+      text += opened == S_OK ? "(" + Describe(child.Get()) + ") " : "? ";
+      continue;
+    }
+    const Bytes bytes = BytesOf(storage, name.c_str());
+    ULONG sum = 0;
+    for (const BYTE byte : bytes) sum = sum * 31 + byte;
+    text += "=" + std::to_string(entry.cbSize.QuadPart) + ":" + std::to_string(sum) + " ";
+    if (bytes.size() != entry.cbSize.QuadPart) text += "SHORT ";
+  }
+  return text;
+}
+
+}  // namespace zdm::test

@@ -1,0 +1,350 @@
+// Storages: elements by name, what is refused, lifetime, and what is in the file afterwards.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "StorageSupport.h"
+#include "platform/ole/StorageFile.h"
+
+namespace zdm::test {
+namespace {
+
+constexpr CLSID kClass = {
+    0x64BEE525, 0x7124, 0x450E, {0xB4, 0x08, 0x7A, 0x7D, 0x31, 0x97, 0x2C, 0xDC}};
+
+Storage AddStorage(IStorage* parent, const OLECHAR* name) {
+  Storage storage;
+  EXPECT_EQ(parent->CreateStorage(name, kReadWrite, 0, 0, storage.Out()), S_OK);
+  return storage;
+}
+
+CLSID ClassOf(IStorage* storage) {
+  STATSTG stat = {};
+  EXPECT_EQ(storage->Stat(&stat, STATFLAG_NONAME), S_OK);
+  EXPECT_EQ(stat.type, static_cast<DWORD>(STGTY_STORAGE));
+  return stat.clsid;
+}
+
+/// Small and large streams on two levels, a class id.
+void Fill(IStorage* root) {
+  AddStream(root, OLESTR("small"), Pattern(100, 1));
+  AddStream(root, OLESTR("cutoff"), Pattern(4096, 2));
+  AddStream(root, OLESTR("below"), Pattern(4095, 3));
+  AddStream(root, OLESTR("empty"), {});
+  const Storage folder = AddStorage(root, OLESTR("Objects"));
+  AddStream(folder.Get(), OLESTR("1"), Pattern(300000, 4));
+  AddStream(folder.Get(), OLESTR("0"), Pattern(64, 5));
+  AddStream(folder.Get(), OLESTR("\u56FE\u5C42 \u00E9"), Pattern(10, 6));
+  EXPECT_EQ(folder->SetClass(kClass), S_OK);
+}
+
+TEST(Storage, KeepsElementsBytesAndClassesThroughTheFile) {
+  const Name path = FreshPath("round");
+  Storage root = CreateAt(path);
+  Fill(root.Get());
+  const std::string text = Describe(root.Get());
+  EXPECT_EQ(root->Commit(STGC_DEFAULT), S_OK);
+  root.Reset();
+  root = OpenAt(path, STGM_READ | STGM_SHARE_DENY_WRITE);
+  EXPECT_EQ(Describe(root.Get()), text);
+  Storage folder;
+  ASSERT_EQ(root->OpenStorage(OLESTR("oBJECTS"), nullptr, kExclusive, nullptr, 0, folder.Out()),
+            S_OK);
+  EXPECT_TRUE(ClassOf(folder.Get()) == kClass);
+  EXPECT_TRUE(ClassOf(root.Get()) == CLSID_NULL);
+}
+
+TEST(Storage, SavesWhenReleasedWithoutCommit) {
+  const Name path = FreshPath("released");
+  Storage root = CreateAt(path);
+  AddStream(root.Get(), OLESTR("s"), Pattern(5000));
+  root.Reset();
+  root = OpenAt(path);
+  AddStream(root.Get(), OLESTR("t"), Pattern(10));
+  EXPECT_EQ(root->DestroyElement(OLESTR("S")), S_OK);
+  root.Reset();
+  root = OpenAt(path);
+  EXPECT_EQ(BytesOf(root.Get(), OLESTR("t")), Pattern(10));
+  Stream stream;
+  EXPECT_EQ(root->OpenStream(OLESTR("s"), nullptr, kExclusive, 0, stream.Out()),
+            STG_E_FILENOTFOUND);
+}
+
+TEST(Storage, EnumeratesShorterNamesFirstThenUpperCase) {
+  const Storage root = CreateAt(FreshPath("order"));
+  for (const OLECHAR* name : {OLESTR("bb"), OLESTR("c"), OLESTR("B"), OLESTR("aaa"), OLESTR("a"),
+                              OLESTR("AB"), OLESTR("_"), OLESTR("10"), OLESTR("9")}) {
+    AddStream(root.Get(), name, {});
+  }
+  OleRef<IEnumSTATSTG> elements;
+  ASSERT_EQ(root->EnumElements(0, nullptr, 0, elements.Out()), S_OK);
+  const auto next = [&elements] {
+    STATSTG entries[4] = {};
+    ULONG fetched = 0;
+    const HRESULT result = elements->Next(4, entries, &fetched);
+    EXPECT_EQ(result, fetched == 4 ? S_OK : S_FALSE);
+    Name names;
+    for (ULONG i = 0; i < fetched; ++i) {
+      names += Name(entries[i].pwcsName) + OLESTR(" ");
+      CoTaskMemFree(entries[i].pwcsName);
+    }
+    return names;
+  };
+  EXPECT_EQ(next(), OLESTR("9 a B c "));
+  EXPECT_EQ(next(), OLESTR("_ 10 AB bb "));
+  EXPECT_EQ(next(), OLESTR("aaa "));
+  EXPECT_EQ(elements->Reset(), S_OK);
+  EXPECT_EQ(elements->Skip(7), S_OK);
+  EXPECT_EQ(next(), OLESTR("bb aaa "));
+  EXPECT_EQ(elements->Skip(1), S_FALSE);
+}
+
+TEST(Storage, RefusesNamesACompoundFileCannotHold) {
+  if (!kOurClasses) GTEST_SKIP() << "Wine takes any name";
+  const Storage root = CreateAt(FreshPath("names"));
+  const struct {
+    Name name;
+    HRESULT result;
+  } cases[] = {
+      {OLESTR(""), STG_E_INVALIDNAME},
+      {OLESTR("a/b"), STG_E_INVALIDNAME},
+      {OLESTR("a\\b"), STG_E_INVALIDNAME},
+      {OLESTR("a:b"), STG_E_INVALIDNAME},
+      {OLESTR("a!b"), STG_E_INVALIDNAME},
+      {Name(32, 'x'), STG_E_INVALIDNAME},
+      {Name(31, 'x'), S_OK},
+      {OLESTR("\5Summary"), S_OK},
+      {OLESTR("a b.c*d?"), S_OK},
+  };
+  for (const auto& test : cases) {
+    Stream stream;
+    Storage storage;
+    EXPECT_EQ(root->CreateStream(test.name.c_str(), kReadWrite, 0, 0, stream.Out()), test.result);
+    if (FAILED(test.result)) {
+      EXPECT_EQ(root->CreateStorage(test.name.c_str(), kReadWrite, 0, 0, storage.Out()),
+                test.result);
+    }
+  }
+}
+
+TEST(Storage, AnswersWhenAnElementIsMissingOrThereOrOfTheOtherKind) {
+  const Storage root = CreateAt(FreshPath("answers"));
+  Fill(root.Get());
+  Stream stream;
+  Storage storage;
+  const auto openStream = [&](const OLECHAR* name, DWORD mode) {
+    return root->OpenStream(name, nullptr, mode, 0, stream.Out());
+  };
+  const auto openStorage = [&](const OLECHAR* name) {
+    return root->OpenStorage(name, nullptr, kReadWrite, nullptr, 0, storage.Out());
+  };
+  EXPECT_EQ(openStream(OLESTR("none"), kReadWrite), STG_E_FILENOTFOUND);
+  EXPECT_EQ(openStream(OLESTR("Objects"), kReadWrite), STG_E_FILENOTFOUND);
+  EXPECT_EQ(openStorage(OLESTR("none")), STG_E_FILENOTFOUND);
+  EXPECT_EQ(openStorage(OLESTR("small")), STG_E_FILENOTFOUND);
+  EXPECT_EQ(openStream(OLESTR("small"), STGM_READWRITE), STG_E_INVALIDFLAG);  // not exclusive
+  EXPECT_EQ(root->CreateStream(OLESTR("SMALL"), kReadWrite, 0, 0, stream.Out()),
+            STG_E_FILEALREADYEXISTS);
+  EXPECT_EQ(root->CreateStorage(OLESTR("small"), kReadWrite, 0, 0, storage.Out()),
+            STG_E_FILEALREADYEXISTS);
+  EXPECT_EQ(root->CreateStream(OLESTR("small"), kReadWrite | STGM_CREATE, 0, 0, stream.Out()),
+            S_OK);
+  EXPECT_TRUE(ReadAll(stream.Get()).empty());
+  EXPECT_EQ(root->DestroyElement(OLESTR("none")), STG_E_FILENOTFOUND);
+  EXPECT_EQ(root->RenameElement(OLESTR("none"), OLESTR("x")), STG_E_FILENOTFOUND);
+  EXPECT_EQ(root->RenameElement(OLESTR("below"), OLESTR("empty")), STG_E_FILEALREADYEXISTS);
+  EXPECT_EQ(root->RenameElement(OLESTR("below"), OLESTR("renamed")), S_OK);
+  EXPECT_EQ(BytesOf(root.Get(), OLESTR("renamed")), Pattern(4095, 3));
+  EXPECT_EQ(openStream(OLESTR("below"), kReadWrite), STG_E_FILENOTFOUND);
+}
+
+TEST(Storage, OpensAnElementOnceAtATime) {
+  const Storage root = CreateAt(FreshPath("once"));
+  Fill(root.Get());
+  Stream first;
+  Stream second;
+  ASSERT_EQ(root->OpenStream(OLESTR("small"), nullptr, kReadWrite, 0, first.Out()), S_OK);
+  EXPECT_EQ(root->OpenStream(OLESTR("small"), nullptr, kReadWrite, 0, second.Out()),
+            STG_E_ACCESSDENIED);
+  first.Reset();
+  EXPECT_EQ(root->OpenStream(OLESTR("small"), nullptr, kReadWrite, 0, second.Out()), S_OK);
+}
+
+TEST(Storage, RevertsWhatWasOpenedThroughItWhenReleased) {
+  Storage root = CreateAt(FreshPath("reverted"));
+  Fill(root.Get());
+  Storage folder;
+  Stream inFolder;
+  Stream inRoot;
+  BYTE byte = 0;
+  ASSERT_EQ(root->OpenStorage(OLESTR("Objects"), nullptr, kReadWrite, nullptr, 0, folder.Out()),
+            S_OK);
+  ASSERT_EQ(folder->OpenStream(OLESTR("1"), nullptr, kReadWrite, 0, inFolder.Out()), S_OK);
+  ASSERT_EQ(root->OpenStream(OLESTR("small"), nullptr, kReadWrite, 0, inRoot.Out()), S_OK);
+  folder.Reset();
+  EXPECT_EQ(inFolder->Read(&byte, 1, nullptr), STG_E_REVERTED);
+  EXPECT_EQ(inRoot->Read(&byte, 1, nullptr), S_OK);
+  ASSERT_EQ(root->OpenStorage(OLESTR("Objects"), nullptr, kReadWrite, nullptr, 0, folder.Out()),
+            S_OK);
+  root.Reset();
+  EXPECT_EQ(inRoot->Write(&byte, 1, nullptr), STG_E_REVERTED);
+  Stream clone;
+  EXPECT_EQ(inRoot->Clone(clone.Out()), STG_E_REVERTED);
+  OleRef<IEnumSTATSTG> elements;
+  EXPECT_EQ(folder->EnumElements(0, nullptr, 0, elements.Out()), STG_E_REVERTED);
+}
+
+TEST(Storage, RevertsAnElementThatIsDestroyed) {
+  const Storage root = CreateAt(FreshPath("destroyed"));
+  Fill(root.Get());
+  Stream stream;
+  ASSERT_EQ(root->OpenStream(OLESTR("small"), nullptr, kReadWrite, 0, stream.Out()), S_OK);
+  EXPECT_EQ(root->DestroyElement(OLESTR("small")), S_OK);
+  BYTE byte = 0;
+  EXPECT_EQ(stream->Read(&byte, 1, nullptr), STG_E_REVERTED);
+}
+
+TEST(Storage, WritesNothingThroughReadAccess) {
+  const Name path = FreshPath("readonly");
+  Storage root = CreateAt(path);
+  Fill(root.Get());
+  root.Reset();
+  root = OpenAt(path, STGM_READ | STGM_SHARE_DENY_WRITE);
+  Stream stream;
+  ExpectRefused(root->CreateStream(OLESTR("x"), kReadWrite, 0, 0, stream.Out()),
+                STG_E_ACCESSDENIED);
+  ExpectRefused(root->OpenStream(OLESTR("small"), nullptr, kReadWrite, 0, stream.Out()),
+                STG_E_ACCESSDENIED);
+  ASSERT_EQ(root->OpenStream(OLESTR("small"), nullptr, kExclusive, 0, stream.Out()), S_OK);
+  EXPECT_EQ(stream->Write("x", 1, nullptr), STG_E_ACCESSDENIED);
+  EXPECT_EQ(stream->SetSize(Size(0)), STG_E_ACCESSDENIED);
+  stream.Reset();
+  ExpectRefused(root->DestroyElement(OLESTR("small")), STG_E_ACCESSDENIED);
+  ExpectRefused(root->RenameElement(OLESTR("below"), OLESTR("x")), STG_E_ACCESSDENIED);
+  ExpectRefused(root->SetClass(kClass), STG_E_ACCESSDENIED);
+}
+
+TEST(Storage, TransactedRootDropsWhatWasNotCommitted) {
+  const Name path = FreshPath("transacted");
+  Storage root;
+  ASSERT_EQ(CreateStorage(path.c_str(), kReadWrite | STGM_CREATE | STGM_TRANSACTED, root.Out()),
+            S_OK);
+  AddStream(root.Get(), OLESTR("kept"), Pattern(5000));
+  EXPECT_EQ(root->Commit(STGC_DEFAULT), S_OK);
+  Stream stream;
+  ASSERT_EQ(root->OpenStream(OLESTR("kept"), nullptr, kReadWrite, 0, stream.Out()), S_OK);
+  Write(stream.Get(), Pattern(5000, 2));
+  AddStream(root.Get(), OLESTR("dropped"), {});
+  EXPECT_EQ(root->Revert(), S_OK);
+  EXPECT_EQ(stream->Write("x", 1, nullptr), STG_E_REVERTED);
+  EXPECT_EQ(BytesOf(root.Get(), OLESTR("kept")), Pattern(5000));
+  EXPECT_EQ(root->DestroyElement(OLESTR("kept")), S_OK);
+  stream.Reset();
+  root.Reset();
+  root = OpenAt(path);
+  EXPECT_EQ(BytesOf(root.Get(), OLESTR("kept")), Pattern(5000));
+  EXPECT_EQ(root->OpenStream(OLESTR("dropped"), nullptr, kExclusive, 0, stream.Out()),
+            STG_E_FILENOTFOUND);
+}
+
+TEST(Storage, CopiesIntoAnotherMergingStorages) {
+  const Storage from = CreateAt(FreshPath("from"));
+  Fill(from.Get());
+  ASSERT_EQ(from->SetClass(kClass), S_OK);
+  const Storage to = CreateAt(FreshPath("to"));
+  AddStream(to.Get(), OLESTR("small"), Pattern(9000));
+  AddStream(AddStorage(to.Get(), OLESTR("Objects")).Get(), OLESTR("own"), Pattern(7));
+  EXPECT_EQ(from->CopyTo(0, nullptr, nullptr, to.Get()), S_OK);
+  EXPECT_TRUE(ClassOf(to.Get()) == kClass);
+  EXPECT_EQ(BytesOf(to.Get(), OLESTR("small")), Pattern(100, 1));
+  Storage folder;
+  ASSERT_EQ(to->OpenStorage(OLESTR("Objects"), nullptr, kReadWrite, nullptr, 0, folder.Out()),
+            S_OK);
+  EXPECT_EQ(BytesOf(folder.Get(), OLESTR("own")), Pattern(7));
+  // The copy is a copy.
+  Stream stream;
+  ASSERT_EQ(folder->OpenStream(OLESTR("1"), nullptr, kReadWrite, 0, stream.Out()), S_OK);
+  Write(stream.Get(), Pattern(70000, 9));
+  ASSERT_EQ(from->OpenStorage(OLESTR("Objects"), nullptr, kReadWrite, nullptr, 0, folder.Out()),
+            S_OK);
+  EXPECT_EQ(BytesOf(folder.Get(), OLESTR("1")), Pattern(300000, 4));
+}
+
+TEST(StorageFile, AnswersForFilesThatAreNone) {
+  const Name path = FreshPath("none");
+  const Name folder = path + OLESTR("-folder");
+  Storage root;
+  CompoundFileReport report;
+  constexpr DWORD kMode = STGM_READ | STGM_SHARE_DENY_WRITE;
+  EXPECT_EQ(OpenStorage(path.c_str(), kMode, root.Out(), &report), STG_E_FILENOTFOUND);
+  EXPECT_EQ(OpenStorage((folder + OLESTR("/x")).c_str(), kMode, root.Out(), &report),
+            STG_E_PATHNOTFOUND);
+  EXPECT_EQ(StgIsStorageFile(path.c_str()), STG_E_FILENOTFOUND);
+  WriteFile(path, {});
+  EXPECT_EQ(OpenStorage(path.c_str(), kMode, root.Out(), &report), STG_E_FILEALREADYEXISTS);
+  WriteFile(path, Pattern(1000));
+  EXPECT_EQ(OpenStorage(path.c_str(), kMode, root.Out(), &report), STG_E_FILEALREADYEXISTS);
+  EXPECT_EQ(StgOpenStorage(path.c_str(), nullptr, kMode, nullptr, 0, root.Out()),
+            STG_E_FILEALREADYEXISTS);
+  EXPECT_EQ(report.fault, CompoundFault::kNotCompound);
+  EXPECT_EQ(StgIsStorageFile(path.c_str()), S_FALSE);
+  EXPECT_EQ(CreateStorage(path.c_str(), kReadWrite, root.Out()), STG_E_FILEALREADYEXISTS);
+  EXPECT_EQ(ReadFile(path), Pattern(1000));
+
+  CompoundBuilder builder;
+  const ULONG stream = builder.AddStream(0, OLESTR("s"), Pattern(5000));
+  Bytes file = builder.Build();
+  WriteFile(path, file);
+  EXPECT_EQ(StgIsStorageFile(path.c_str()), S_OK);
+  EXPECT_EQ(OpenStorage(path.c_str(), kMode, root.Out(), &report), S_OK);
+  root.Reset();
+  Put32(file, builder.FatAt(builder.SectorOf(stream)), builder.SectorOf(stream));
+  WriteFile(path, file);
+  EXPECT_EQ(OpenStorage(path.c_str(), kMode, root.Out(), &report), STG_E_DOCFILECORRUPT);
+  EXPECT_FALSE(root);
+  EXPECT_EQ(report.fault, CompoundFault::kChain);
+}
+
+TEST(StorageFile, OpeningASoundFileDoesNotWriteIt) {
+  const Name path = FreshPath("untouched");
+  CompoundBuilder builder(4);
+  builder.AddStream(builder.AddStorage(0, OLESTR("f")), OLESTR("s"), Pattern(5000));
+  builder.AddStream(0, OLESTR("t"), Pattern(50));
+  const Bytes file = builder.Build();
+  WriteFile(path, file);
+  Storage root = OpenAt(path);
+  EXPECT_NE(Describe(root.Get()), "");
+  EXPECT_EQ(root->Commit(STGC_DEFAULT), S_OK);
+  root.Reset();
+  EXPECT_EQ(ReadFile(path), file);
+}
+
+// Streams of a file whose sectors lie scattered: each sector of two streams in turn.
+TEST(StorageFile, ReadsScatteredStreams) {
+  for (const int version : {3, 4}) {
+    CompoundBuilder builder(version);
+    const Bytes bytes = Pattern(200000);
+    const ULONG entry = builder.AddStream(0, OLESTR("s"), bytes);
+    Bytes file = builder.Build();
+    // Swap neighbours from the second sector on, and the chain with them.
+    const std::size_t sector = builder.sectorSize();
+    const ULONG start = builder.SectorOf(entry);
+    const auto count = static_cast<ULONG>((bytes.size() + sector - 1) / sector);
+    for (ULONG i = 1; i + 2 < count; i += 2) {
+      const ULONG a = start + i;
+      std::swap_ranges(file.begin() + static_cast<std::ptrdiff_t>(builder.PlaceOf(a)),
+                       file.begin() + static_cast<std::ptrdiff_t>(builder.PlaceOf(a + 1)),
+                       file.begin() + static_cast<std::ptrdiff_t>(builder.PlaceOf(a + 1)));
+      Put32(file, builder.FatAt(a - 1 - (i > 1 ? 1 : 0)), a + 1);
+      Put32(file, builder.FatAt(a + 1), a);
+      Put32(file, builder.FatAt(a), a + 2);
+    }
+    const Name path = FreshPath("scattered");
+    WriteFile(path, file);
+    const Storage root = OpenAt(path);
+    EXPECT_EQ(BytesOf(root.Get(), OLESTR("s")), bytes);
+  }
+}
+
+}  // namespace
+}  // namespace zdm::test

@@ -1,0 +1,272 @@
+// What every IStream does, whatever it stands on: memory, a file, a stream element of a storage
+// that was just made, or one read from a file. The system's own streams are held to the same.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+
+#include "StorageSupport.h"
+
+namespace zdm::test {
+namespace {
+
+/// A stream with some bytes in it, and what keeps it usable.
+struct Place {
+  Storage storage;
+  Stream stream;
+};
+
+struct Kind {
+  const char* name;
+  Place (*make)(const Bytes& bytes);
+};
+
+Place InMemory(const Bytes& bytes) {
+  Place place;
+  EXPECT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, place.stream.Out()), S_OK);
+  Write(place.stream.Get(), bytes);
+  return place;
+}
+
+Place OnFile(const Bytes& bytes) {
+  Place place;
+  const Name path = FreshPath("stream");
+  WriteFile(path, bytes);
+  EXPECT_EQ(
+      SHCreateStreamOnFileEx(path.c_str(), STGM_READWRITE, 0, FALSE, nullptr, place.stream.Out()),
+      S_OK);
+  return place;
+}
+
+Place InNewStorage(const Bytes& bytes) {
+  Place place;
+  place.storage = CreateAt(FreshPath("new"));
+  EXPECT_EQ(place.storage->CreateStream(OLESTR("s"), kReadWrite, 0, 0, place.stream.Out()), S_OK);
+  Write(place.stream.Get(), bytes);
+  return place;
+}
+
+Place InReadStorage(const Bytes& bytes) {
+  CompoundBuilder builder;
+  builder.AddStream(0, OLESTR("other"), Pattern(300, 7));
+  builder.AddStream(0, OLESTR("s"), bytes);
+  const Name path = FreshPath("read");
+  WriteFile(path, builder.Build());
+  Place place;
+  place.storage = OpenAt(path);
+  EXPECT_EQ(place.storage->OpenStream(OLESTR("s"), nullptr, kReadWrite, 0, place.stream.Out()),
+            S_OK);
+  return place;
+}
+
+const Kind kKinds[] = {{"Memory", InMemory},
+                       {"File", OnFile},
+                       {"NewStorage", InNewStorage},
+                       {"ReadStorage", InReadStorage}};
+
+class AnyStream : public testing::TestWithParam<Kind> {
+ protected:
+  void Make(const Bytes& bytes) {
+    place_ = Place();  // the file of the last one is made anew
+    place_ = GetParam().make(bytes);
+    ASSERT_TRUE(place_.stream);
+    stream_ = place_.stream.Get();
+  }
+  Place place_;
+  IStream* stream_ = nullptr;
+};
+
+INSTANTIATE_TEST_SUITE_P(, AnyStream, testing::ValuesIn(kKinds),
+                         [](const auto& kind) { return std::string(kind.param.name); });
+
+TEST_P(AnyStream, ReadsUpToTheEnd) {
+  Make(Pattern(5000));
+  BYTE buffer[4000];
+  ULONG read = 0;
+  ASSERT_EQ(stream_->Seek(Move(-100), STREAM_SEEK_END, nullptr), S_OK);
+  EXPECT_TRUE(SUCCEEDED(stream_->Read(buffer, sizeof(buffer), &read)));
+  EXPECT_EQ(read, 100U);
+  EXPECT_EQ(std::memcmp(buffer, Pattern(5000).data() + 4900, 100), 0);
+  EXPECT_TRUE(SUCCEEDED(stream_->Read(buffer, sizeof(buffer), &read)));
+  EXPECT_EQ(read, 0U);
+}
+
+TEST_P(AnyStream, SeeksFromEachOriginAndNotBeforeTheStart) {
+  Make(Pattern(50));
+  ULARGE_INTEGER position = Size(0);
+  EXPECT_EQ(stream_->Seek(Move(10), STREAM_SEEK_SET, &position), S_OK);
+  EXPECT_EQ(position.QuadPart, 10U);
+  EXPECT_EQ(stream_->Seek(Move(-3), STREAM_SEEK_CUR, &position), S_OK);
+  EXPECT_EQ(position.QuadPart, 7U);
+  EXPECT_EQ(stream_->Seek(Move(100), STREAM_SEEK_END, &position), S_OK);
+  EXPECT_EQ(position.QuadPart, 150U);
+  EXPECT_EQ(stream_->Seek(Move(7), STREAM_SEEK_SET, nullptr), S_OK);
+  if (kOurClasses) {
+    EXPECT_TRUE(FAILED(stream_->Seek(Move(-8), STREAM_SEEK_CUR, nullptr)));
+  }
+  EXPECT_TRUE(FAILED(stream_->Seek(Move(0), 3, nullptr)));
+  EXPECT_EQ(Position(stream_), 7U);
+}
+
+TEST_P(AnyStream, KeepsThePositionWhenItsSizeIsSet) {
+  Make(Pattern(9000));
+  ASSERT_EQ(stream_->Seek(Move(6000), STREAM_SEEK_SET, nullptr), S_OK);
+  EXPECT_EQ(stream_->SetSize(Size(100)), S_OK);
+  EXPECT_EQ(Position(stream_), 6000U);
+  STATSTG stat;
+  EXPECT_EQ(stream_->Stat(&stat, STATFLAG_NONAME), S_OK);
+  EXPECT_EQ(stat.cbSize.QuadPart, 100U);
+  if (kOurClasses) {
+    EXPECT_EQ(stat.type, static_cast<DWORD>(STGTY_STREAM));
+  }
+  EXPECT_EQ(stat.pwcsName, nullptr);
+}
+
+TEST_P(AnyStream, CopiesFromItsPositionToTheOthers) {
+  Make(Pattern(10000));
+  Stream target;
+  ASSERT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, target.Out()), S_OK);
+  Write(target.Get(), {1, 2, 3});
+  ASSERT_EQ(stream_->Seek(Move(1000), STREAM_SEEK_SET, nullptr), S_OK);
+  ULARGE_INTEGER read = Size(0);
+  ULARGE_INTEGER written = Size(0);
+  EXPECT_EQ(stream_->CopyTo(target.Get(), Size(7000), &read, &written), S_OK);
+  EXPECT_EQ(read.QuadPart, 7000U);
+  EXPECT_EQ(written.QuadPart, 7000U);
+  EXPECT_EQ(Position(stream_), 8000U);
+  EXPECT_EQ(Position(target.Get()), 7003U);
+  Bytes expected = {1, 2, 3};
+  const Bytes all = Pattern(10000);
+  expected.insert(expected.end(), all.begin() + 1000, all.begin() + 8000);
+  EXPECT_EQ(ReadAll(target.Get()), expected);
+}
+
+TEST_P(AnyStream, AnswersToItsInterfacesAndCountsReferences) {
+  Make({1});
+  for (const IID& iid : {IID_IUnknown, IID_ISequentialStream, IID_IStream}) {
+    void* found = nullptr;
+    EXPECT_EQ(stream_->QueryInterface(iid, &found), S_OK);
+    EXPECT_EQ(found, stream_);
+    EXPECT_EQ(stream_->Release(), 1U);
+  }
+  void* found = this;
+  EXPECT_EQ(stream_->QueryInterface(IID_IStorage, &found), E_NOINTERFACE);
+  EXPECT_EQ(found, nullptr);
+}
+
+// Long sequences of operations against a vector of bytes and a position. What a stream gains by a
+// larger size or a write past its end is zeros here; the system leaves it open.
+TEST_P(AnyStream, BehavesLikeBytesWithAPosition) {
+  for (unsigned seed = 1; seed <= 6; ++seed) {
+    Bytes model = Pattern(seed % 2 == 0 ? 100 : 150000, seed);
+    Make(model);
+    std::size_t position = 0;
+    ASSERT_EQ(stream_->Seek(Move(0), STREAM_SEEK_SET, nullptr), S_OK);
+    unsigned state = seed;
+    const auto random = [&state](std::size_t bound) {
+      state = state * 1664525U + 1013904223U;
+      return (state >> 8) % bound;
+    };
+    for (int step = 0; step < 150; ++step) {
+      SCOPED_TRACE("seed " + std::to_string(seed) + ", step " + std::to_string(step));
+      const std::size_t length = random(step % 7 == 0 ? 140000 : 3000);
+      switch (random(4)) {
+        case 0: {
+          const Bytes bytes = Pattern(length + 1, seed * 1000 + static_cast<unsigned>(step));
+          Write(stream_, bytes);
+          model.resize(std::max(model.size(), position + bytes.size()));
+          std::copy(bytes.begin(), bytes.end(),
+                    model.begin() + static_cast<std::ptrdiff_t>(position));
+          position += bytes.size();
+          break;
+        }
+        case 1: {
+          Bytes bytes(length + 1);
+          ULONG read = 0;
+          ASSERT_TRUE(SUCCEEDED(stream_->Read(bytes.data(), static_cast<ULONG>(length), &read)));
+          const std::size_t left = position < model.size() ? model.size() - position : 0;
+          ASSERT_EQ(read, std::min(left, length));
+          ASSERT_TRUE(read == 0 || std::memcmp(bytes.data(), model.data() + position, read) == 0);
+          position += read;
+          break;
+        }
+        case 2:
+          position = random(model.size() + (kOurClasses ? 2000 : 1));
+          ASSERT_EQ(stream_->Seek(Move(static_cast<LONGLONG>(position)), STREAM_SEEK_SET, nullptr),
+                    S_OK);
+          break;
+        default:
+          if (step % 3 != 0) break;
+          model.resize(random(model.size() + (kOurClasses ? 5000 : 1)));
+          position = std::min(position, kOurClasses ? position : model.size());
+          ASSERT_EQ(stream_->Seek(Move(static_cast<LONGLONG>(position)), STREAM_SEEK_SET, nullptr),
+                    S_OK);
+          ASSERT_EQ(stream_->SetSize(Size(model.size())), S_OK);
+          break;
+      }
+    }
+    ASSERT_EQ(ReadAll(stream_), model);
+  }
+}
+
+TEST(MemoryStream, CloneSharesBytesAndHasItsOwnPosition) {
+  Place place = InMemory(Pattern(100));
+  Stream clone;
+  ASSERT_EQ(place.stream->Clone(clone.Out()), S_OK);
+  EXPECT_EQ(Position(clone.Get()), 100U);
+  Write(clone.Get(), {1, 2});
+  EXPECT_EQ(Position(place.stream.Get()), 100U);
+  place.stream.Reset();
+  EXPECT_EQ(ReadAll(clone.Get()).size(), 102U);
+}
+
+TEST(FileStream, OpensAsItsModeSays) {
+  const Name path = FreshPath("modes");
+  constexpr DWORD kFull = STGM_READWRITE | STGM_CREATE;
+  Stream stream;
+  EXPECT_EQ(SHCreateStreamOnFileEx(path.c_str(), STGM_READ, 0, FALSE, nullptr, stream.Out()),
+            static_cast<HRESULT>(0x80070002));
+  EXPECT_EQ(SHCreateStreamOnFileEx(path.c_str(), STGM_READWRITE, 0, TRUE, nullptr, stream.Out()),
+            S_OK);
+  Write(stream.Get(), Pattern(10));
+  stream.Reset();
+  EXPECT_EQ(SHCreateStreamOnFileEx(path.c_str(), STGM_READWRITE, 0, TRUE, nullptr, stream.Out()),
+            static_cast<HRESULT>(0x80070050));
+  EXPECT_EQ(SHCreateStreamOnFileEx(path.c_str(), STGM_READ, 0, FALSE, nullptr, stream.Out()), S_OK);
+  EXPECT_EQ(ReadAll(stream.Get()), Pattern(10));
+  EXPECT_TRUE(FAILED(stream->Write("x", 1, nullptr)));
+  stream.Reset();
+  EXPECT_EQ(SHCreateStreamOnFileEx(path.c_str(), kFull, 0, FALSE, nullptr, stream.Out()), S_OK);
+  EXPECT_TRUE(ReadAll(stream.Get()).empty());
+}
+
+TEST(ClassStream, WritesSixteenBytesAndReadsThemBack) {
+  Place place = InMemory({9});
+  constexpr CLSID kClass = {0x11223344, 0x5566, 0x7788, {1, 2, 3, 4, 5, 6, 7, 8}};
+  EXPECT_EQ(WriteClassStm(place.stream.Get(), kClass), S_OK);
+  EXPECT_EQ(ReadAll(place.stream.Get()),
+            (Bytes{9, 0x44, 0x33, 0x22, 0x11, 0x66, 0x55, 0x88, 0x77, 1, 2, 3, 4, 5, 6, 7, 8}));
+  CLSID read = {};
+  ASSERT_EQ(place.stream->Seek(Move(1), STREAM_SEEK_SET, nullptr), S_OK);
+  EXPECT_EQ(ReadClassStm(place.stream.Get(), &read), S_OK);
+  EXPECT_TRUE(read == kClass);
+  ASSERT_EQ(place.stream->Seek(Move(2), STREAM_SEEK_SET, nullptr), S_OK);
+  EXPECT_EQ(ReadClassStm(place.stream.Get(), &read), STG_E_READFAULT);
+  if (kOurClasses) {
+    EXPECT_TRUE(read == CLSID_NULL);
+  }
+}
+
+#if !defined(_WIN32)
+TEST(ClassStream, SavesANullObjectAsZeros) {
+  Place place = InMemory({9});
+  EXPECT_EQ(OleSaveToStream(nullptr, place.stream.Get()), S_OK);
+  Bytes expected(17);
+  expected[0] = 9;
+  EXPECT_EQ(ReadAll(place.stream.Get()), expected);
+}
+#endif
+
+}  // namespace
+}  // namespace zdm::test
