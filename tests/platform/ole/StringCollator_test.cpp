@@ -60,4 +60,10 @@ TEST(StringCollator, ShortWaysGiveTheOrderOfTheLongOneInEveryLanguage) {
   }
 }
 
+// Where v and w differ as accents do, they outweigh a difference of case that stands before them.
+TEST(StringCollator, LettersThatDifferAsAccentsAreNotTakenForCase) {
+  EXPECT_LT(StringCollator("fi@collation=traditional").Compare(u"Av", u"aw"), 0);
+  EXPECT_GT(StringCollator("en").Compare(u"aw", u"Av"), 0);
+}
+
 }  // namespace
