@@ -60,6 +60,11 @@ TEST(StringCollator, ShortWaysGiveTheOrderOfTheLongOneInEveryLanguage) {
   }
 }
 
+TEST(StringCollator, MarkAfterTheFirstDifferenceBelongsToIt) {
+  EXPECT_GT(StringCollator("sv").Compare(u"a\u030A", u"b"), 0);  // a letter after z
+  EXPECT_LT(StringCollator("en").Compare(u"a\u030A", u"b"), 0);
+}
+
 // Where v and w differ as accents do, they outweigh a difference of case that stands before them.
 TEST(StringCollator, LettersThatDifferAsAccentsAreNotTakenForCase) {
   EXPECT_LT(StringCollator("fi@collation=traditional").Compare(u"Av", u"aw"), 0);

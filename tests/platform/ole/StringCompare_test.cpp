@@ -26,7 +26,7 @@ bool Equal(WideView left, WideView right, ULONG flags = 0, LCID locale = LOCALE_
 TEST(StringCompare, NullAndEmptyAreEqualAndComeFirst) {
   const Bstr empty(OLESTR(""));
   const Bstr name(OLESTR("a"));
-  for (const BSTR none : {BSTR{nullptr}, empty.Get()}) {
+  for (BSTR none : {BSTR{nullptr}, empty.Get()}) {
     EXPECT_EQ(VarBstrCmp(none, nullptr, LOCALE_USER_DEFAULT, 0), static_cast<HRESULT>(VARCMP_EQ));
     EXPECT_EQ(VarBstrCmp(none, empty.Get(), LOCALE_USER_DEFAULT, 0),
               static_cast<HRESULT>(VARCMP_EQ));
