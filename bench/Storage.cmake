@@ -1,0 +1,1 @@
+zdm_add_bench(Storage_bench Storage_bench.cpp)

@@ -1,0 +1,1 @@
+zdm_add_fuzz(CompoundFile)

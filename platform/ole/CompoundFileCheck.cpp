@@ -144,6 +144,8 @@ bool Checker::Directory() {
     const BYTE* bytes = image_.Sector(sector);
     for (ULONG i = 0; i < image_.SectorSize(); i += kDirectoryEntrySize) {
       layout_.entries.push_back(ReadCompoundEntry(bytes + i));
+      // Sizes of version 3 have 32 bits; early programs left anything in the upper half.
+      if (header_.majorVersion == 3) layout_.entries.back().size &= 0xFFFFFFFF;
     }
   }
   if (layout_.entries[0].type != kEntryRoot) return Fault(CompoundFault::kDirectory, 0);

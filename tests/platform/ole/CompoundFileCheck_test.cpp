@@ -12,9 +12,7 @@
 namespace zdm {
 
 /// For messages of failed tests.
-static void PrintTo(CompoundFault fault, std::ostream* out) {
-  *out << DescribeFault(fault);
-}
+static void PrintTo(CompoundFault fault, std::ostream* out) { *out << DescribeFault(fault); }
 
 namespace test {
 namespace {
@@ -49,21 +47,13 @@ struct Damage {
   std::function<void(Sample&)> apply;
 };
 
-void Header16(Sample& s, std::size_t at, USHORT value) {
-  Put16(s.file, at, value);
-}
-void Header32(Sample& s, std::size_t at, ULONG value) {
-  Put32(s.file, at, value);
-}
+void Header16(Sample& s, std::size_t at, USHORT value) { Put16(s.file, at, value); }
+void Header32(Sample& s, std::size_t at, ULONG value) { Put32(s.file, at, value); }
 void Entry32(Sample& s, ULONG entry, std::size_t at, ULONG value) {
   Put32(s.file, s.builder.EntryAt(entry) + at, value);
 }
-void NameBytes(Sample& s, USHORT value) {
-  Put16(s.file, s.builder.EntryAt(s.small) + 64, value);
-}
-void Fat(Sample& s, ULONG sector, ULONG value) {
-  Put32(s.file, s.builder.FatAt(sector), value);
-}
+void NameBytes(Sample& s, USHORT value) { Put16(s.file, s.builder.EntryAt(s.small) + 64, value); }
+void Fat(Sample& s, ULONG sector, ULONG value) { Put32(s.file, s.builder.FatAt(sector), value); }
 void MiniFat(Sample& s, ULONG sector, ULONG value) {
   Put32(s.file, s.builder.MiniFatAt(sector), value);
 }
@@ -171,8 +161,6 @@ const Damage kDamages[] = {
      [](Sample& s) { Entry32(s, s.second, kStart, s.builder.SectorOf(s.large)); }},
     {"size past the chain", CompoundFault::kChain,
      [](Sample& s) { Entry32(s, s.large, kSize, 0x7FFFFFFF); }},
-    {"size past 32 bits", CompoundFault::kChain,
-     [](Sample& s) { Entry32(s, s.large, kSize + 4, 1); }},
     {"start past the file", CompoundFault::kChain,
      [](Sample& s) { Entry32(s, s.large, kStart, 0xFFFFFFFF); }},
 };
@@ -252,6 +240,14 @@ TEST(CompoundFileCheck, RefusesEveryCut) {
   for (std::size_t size = 0; size < sample.file.size(); ++size) {
     const Bytes cut(sample.file.begin(), sample.file.begin() + static_cast<std::ptrdiff_t>(size));
     ASSERT_NE(FaultOf(cut), CompoundFault::kNone) << size;
+  }
+}
+
+TEST(CompoundFileCheck, TakesTheUpperHalfOfASizeInVersion4Only) {
+  for (const int version : {3, 4}) {
+    Sample sample(version);
+    Entry32(sample, sample.large, kSize + 4, 1);
+    EXPECT_EQ(FaultOf(sample.file), version == 3 ? CompoundFault::kNone : CompoundFault::kChain);
   }
 }
 

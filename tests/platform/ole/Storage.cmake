@@ -4,3 +4,12 @@ target_sources(ole_tests PRIVATE
   StorageSupport.cpp
   Storage_test.cpp
   Stream_test.cpp)
+if(NOT WIN32)
+  target_sources(ole_tests PRIVATE PortableStorage_test.cpp)
+endif()
+
+# Files that go from one system to the other: exchange.sh.
+add_executable(storage_exchange
+  CompoundBuilder.cpp
+  storage_exchange.cpp)
+target_link_libraries(storage_exchange PRIVATE zdm::zdm)
