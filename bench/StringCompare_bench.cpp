@@ -2,7 +2,9 @@
 // One iteration compares one name with every name of a set, as a look-up by name does.
 #include <benchmark/benchmark.h>
 
+#include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/ole/Bstr.h"
@@ -23,54 +25,50 @@ struct Names {
   std::vector<Bstr> strings;
 };
 
-// Prefix and number; every name is met, one of them equal.
-Names MakeNames(const WideString& prefix) {
+enum class Ending { Equal, Number, FourDigits, Ideograph };
+
+struct Case {
+  const char* label;
+  const OLECHAR* prefix;
+  Ending ending;  // what follows the prefix, other in every name but for Equal
+};
+
+constexpr Case kCases[] = {
+    {"short, equal", OLESTR("Wall 1000"), Ending::Equal},
+    {"short", OLESTR("Wall "), Ending::FourDigits},
+    {"short, several lengths", OLESTR("Wall "), Ending::Number},
+    {"long, equal", OLESTR("Curtain wall, north side, level 1000"), Ending::Equal},
+    {"long", OLESTR("Curtain wall, north side, level "), Ending::FourDigits},
+    {"Chinese, equal", OLESTR("\u5899\u4F53 1000"), Ending::Equal},
+    {"Chinese and number", OLESTR("\u5899\u4F53 "), Ending::FourDigits},
+    {"Chinese", OLESTR("\u5899\u4F53"), Ending::Ideograph},
+    {"accents and number", OLESTR("\u00E9tage sup\u00E9rieur "), Ending::FourDigits},
+};
+
+Names MakeNames(const Case& which) {
   Names names;
   for (int i = 0; i < kNames; ++i) {
-    names.texts.push_back(prefix + zdm::FromUtf8(std::to_string(1000 + i * 7)));
-    names.strings.emplace_back(names.texts.back());
+    WideString text = which.prefix;
+    if (which.ending == Ending::FourDigits) text += zdm::FromUtf8(std::to_string(1000 + i * 7));
+    if (which.ending == Ending::Number) text += zdm::FromUtf8(std::to_string(i * 7));
+    if (which.ending == Ending::Ideograph) text += static_cast<OLECHAR>(0x4E00 + i * 7);
+    names.strings.emplace_back(text);
+    names.texts.push_back(std::move(text));
   }
   return names;
-}
-
-// Every name equal to the one looked for, but not the same object.
-Names MakeEqualNames(const WideString& name) {
-  Names names;
-  for (int i = 0; i < kNames; ++i) {
-    names.texts.push_back(name);
-    names.strings.emplace_back(name);
-  }
-  return names;
-}
-
-Names MakeCase(int which) {
-  switch (which) {
-    case 0:
-      return MakeNames(OLESTR("Wall "));
-    case 1:
-      return MakeNames(OLESTR("Curtain wall, north side, level "));
-    case 2:
-      return MakeEqualNames(OLESTR("Wall 1000"));
-    case 3:
-      return MakeEqualNames(OLESTR("Curtain wall, north side, level 1000"));
-    case 4:
-      return MakeNames(OLESTR("\u5899\u4F53 "));
-    case 5:
-      return MakeNames(OLESTR("\u00E9tage sup\u00E9rieur "));
-    default:
-      return MakeEqualNames(OLESTR("\u00E9tage sup\u00E9rieur 1000"));
-  }
 }
 
 template <typename Compare>
 void Run(benchmark::State& state, const Compare& equal) {
-  const Names names = MakeCase(static_cast<int>(state.range(0)));
+  const Case& which = kCases[state.range(0)];
+  const Names names = MakeNames(which);
   for (auto _ : state) {
     int found = 0;
     for (std::size_t i = 0; i < names.texts.size(); ++i) found += equal(names, i) ? 1 : 0;
     benchmark::DoNotOptimize(found);
   }
   state.SetItemsProcessed(state.iterations() * kNames);
+  state.SetLabel(which.label);
 }
 
 void BM_VarBstrCmp_Names(benchmark::State& state) {
@@ -96,10 +94,10 @@ void BM_IcuCollator_Names(benchmark::State& state) {
   });
   ucol_close(collator);
 }
-BENCHMARK(BM_IcuCollator_Names)->DenseRange(0, 6)->ArgName("case");
+BENCHMARK(BM_IcuCollator_Names)->DenseRange(0, std::size(kCases) - 1)->ArgName("case");
 #endif
 
-BENCHMARK(BM_VarBstrCmp_Names)->DenseRange(0, 6)->ArgName("case");
-BENCHMARK(BM_WideString_Names)->DenseRange(0, 6)->ArgName("case");
+BENCHMARK(BM_VarBstrCmp_Names)->DenseRange(0, std::size(kCases) - 1)->ArgName("case");
+BENCHMARK(BM_WideString_Names)->DenseRange(0, std::size(kCases) - 1)->ArgName("case");
 
 }  // namespace

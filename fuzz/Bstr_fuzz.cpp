@@ -92,7 +92,8 @@ void Realloc(Slot& slot, Input& input) {
       break;
     }
     default: {  // other text, up to its first zero
-      expected = input.Units().c_str();
+      expected = input.Units();
+      expected.resize(std::min(expected.find(OLECHAR{0}), expected.size()));
       Require(SysReAllocString(&string, expected.c_str()) != FALSE);
       break;
     }

@@ -1,10 +1,10 @@
 // Hostile bytes as a value in a stream: read, converted to every type, written back and read again.
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 
+#include "platform/ole/Variant.h"
 #include "platform/ole/VariantStream.h"
-#include "tests/platform/ole/VariantTestSupport.h"
+#include "tests/support/TestStream.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ void Require(bool holds) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using zdm::Variant;
-  zdm::test::MemoryStream stream({data, data + size});
+  zdm::test::TestStream stream({data, data + size});
   Variant value;
   if (FAILED(zdm::ReadVariant(&stream, value.Out()))) {
     Require(value.IsEmpty());
@@ -32,13 +32,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
 
   // What was read is written in one way: a second pass gives the same bytes.
-  zdm::test::MemoryStream written;
+  zdm::test::TestStream written;
   Require(zdm::WriteVariant(&written, value.Get()) == S_OK);
   written.position = 0;
   Variant again;
   Require(zdm::ReadVariant(&written, again.Out()) == S_OK);
   Require(again.type() == value.type());
-  zdm::test::MemoryStream rewritten;
+  zdm::test::TestStream rewritten;
   Require(zdm::WriteVariant(&rewritten, again.Get()) == S_OK);
   Require(rewritten.bytes == written.bytes);
   return 0;

@@ -14,7 +14,7 @@ CZRClass* CZStream::gpDesc = nullptr;
 
 namespace {
 
-constexpr std::size_t kBufferSize = 64 * 1024;  // a read or write of this size goes straight below
+constexpr ULONG kBufferSize = 65536;  // a read or write of this size goes straight below
 
 // The module of the framework's own classes.
 constexpr GUID kCoreModuleID = {
@@ -64,7 +64,7 @@ inline void Copy(void* to, const void* from, ULONG length) {
 
 }  // namespace
 
-CZStream::~CZStream() { AttachStream(nullptr); }
+CZStream::~CZStream() { Attach(nullptr); }
 
 CZRClass* CZStream::getZRClass() const { return gpDesc; }
 bool CZStream::IsA(unsigned short id) { return _GetOffsetofClass(id) != ~ULONGLONG{0}; }
@@ -110,7 +110,7 @@ void CZStream::Write(const void* data, ULONG length) {
 ULONGLONG CZStream::Seek(LONGLONG offset, ULONG origin) {
   ULONGLONG from = 0;
   if (origin == STREAM_SEEK_CUR) {
-    from = GetPosition();
+    from = Position();
   } else if (origin == STREAM_SEEK_END) {
     from = GetSize();
   } else if (origin != STREAM_SEEK_SET) {
@@ -130,7 +130,9 @@ ULONGLONG CZStream::Seek(LONGLONG offset, ULONG origin) {
   return target;
 }
 
-ULONGLONG CZStream::GetPosition() {
+ULONGLONG CZStream::GetPosition() { return Position(); }
+
+ULONGLONG CZStream::Position() {
   Resume();
   return windowStart_ + static_cast<ULONGLONG>(current_ - buffer_.get());
 }
@@ -180,10 +182,12 @@ LONG CZStream::ReadCount() {
 
 void CZStream::WriteCount(LONG count) { Write(&count, sizeof(count)); }
 
-HRESULT CZStream::AttachStream(IStream* stream) {
+HRESULT CZStream::AttachStream(IStream* stream) { return Attach(stream); }
+
+HRESULT CZStream::Attach(IStream* stream) {
   HRESULT result = S_OK;
   try {
-    if (stream_ != nullptr) GetIStream();  // leaves the IStream where this stream stands
+    if (stream_ != nullptr) Lend();  // leaves the IStream where this stream stands
   } catch (const CAtlException& failure) {
     result = failure;
   }
@@ -205,19 +209,23 @@ HRESULT CZStream::AttachStream(IStream* stream) {
 }
 
 IStream* CZStream::GetIStream() {
-  if (stream_ == nullptr) return nullptr;
-  const ULONGLONG position = GetPosition();
+  if (stream_ != nullptr) Lend();
+  return stream_;
+}
+
+/// Brings the IStream to where this stream stands, for others to use.
+void CZStream::Lend() {
+  const ULONGLONG position = Position();
   Flush();
   SeekBelow(position);
   CloseWindow();
   lent_ = true;
-  return stream_;
 }
 
 void CZStream::Recover(ULONG states) { states_ &= ~states; }
 
 ULONGLONG CZStream::GetBytesLeft() {
-  const ULONGLONG position = GetPosition();
+  const ULONGLONG position = Position();
   const ULONGLONG size = GetSize();
   return size > position ? size - position : 0;
 }
@@ -251,7 +259,7 @@ void CZStream::Flush() {
 }
 
 void CZStream::Refill() {
-  const ULONGLONG position = GetPosition();
+  const ULONGLONG position = Position();
   Flush();
   SeekBelow(position);
   OpenWindow(position);
@@ -307,7 +315,7 @@ ULONG CZStream::ReadSlowly(BYTE* data, ULONG length) {
     total += ready;
     if (total == length) break;
     if (length - total >= kBufferSize) {
-      const ULONGLONG position = GetPosition();
+      const ULONGLONG position = Position();
       Flush();
       SeekBelow(position);
       const ULONG read = ReadBelow(data + total, length - total);
@@ -322,7 +330,7 @@ ULONG CZStream::ReadSlowly(BYTE* data, ULONG length) {
 
 void CZStream::WriteSlowly(const BYTE* data, ULONG length) {
   if (stream_ == nullptr) throw CAtlException(E_FAIL);
-  const ULONGLONG position = GetPosition();
+  const ULONGLONG position = Position();
   if (length <= static_cast<std::size_t>(limit_ - current_)) {
     Write(data, length);  // the window was only closed
     return;

@@ -45,6 +45,9 @@ class ZDM_API CZStream : public IZStream {
   ULONGLONG GetBytesLeft() override;
 
  private:
+  HRESULT Attach(IStream* stream);
+  void Lend();
+  ULONGLONG Position();
   void Resume();
   void OpenWindow(ULONGLONG position);
   void CloseWindow();

@@ -186,8 +186,8 @@ HRESULT WriteVariant(IStream* stream, const VARIANT& value) {
       Variant text;
       const HRESULT result = ConvertVariant(text.Out(), value, VT_BSTR);
       if (FAILED(result)) return result;
-      const BSTR digits = text.Get().bstrVal;
-      return WriteText(stream, VT_DECIMAL, digits, SysStringLen(digits));
+      const VARIANT& digits = text.Get();
+      return WriteText(stream, VT_DECIMAL, digits.bstrVal, SysStringLen(digits.bstrVal));
     }
     case VT_NULL:
       return WriteText(stream, VT_NULL, OLESTR(""), 0);

@@ -167,15 +167,15 @@ TEST(List, SetAtReplacesAndReleases) {
 
 TEST(List, SwapsAnyTwoNodesAndPositionsFollowTheirElements) {
   const std::string names = "a b c d e";
-  for (int i = 0; i < 5; ++i) {
-    for (int j = 0; j < 5; ++j) {
+  for (std::size_t i = 0; i < 5; ++i) {
+    for (std::size_t j = 0; j < 5; ++j) {
       auto coll = MakeColl(names);
-      const LONGLONG first = coll->FindIndex(static_cast<ULONGLONG>(i));
-      const LONGLONG second = coll->FindIndex(static_cast<ULONGLONG>(j));
+      const LONGLONG first = coll->FindIndex(i);
+      const LONGLONG second = coll->FindIndex(j);
       ITestElement* element = coll->GetAt(first);
       EXPECT_EQ(coll->SwapElements(first, second), S_OK);
       std::string swapped = names;
-      std::swap(swapped[static_cast<std::size_t>(2 * i)], swapped[static_cast<std::size_t>(2 * j)]);
+      std::swap(swapped[2 * i], swapped[2 * j]);
       SCOPED_TRACE(swapped);
       ExpectNames(*coll, swapped);
       EXPECT_EQ(coll->GetAt(first), element);

@@ -4,9 +4,12 @@
 #include <limits>
 #include <vector>
 
+#include "tests/support/ByteStream.h"
 #include "zdm/host/ZGiHatchData.h"
 
 namespace {
+
+using zdm::test::ByteStream;
 
 ZGiHatchData Hatch(const OLECHAR* pattern, double first = 50.0, double second = 0.0,
                    double third = 1.0) {
@@ -46,6 +49,48 @@ TEST(HatchData, ComparesNumbersWithinAToleranceAndPatternsWithoutCase) {
     EXPECT_EQ(row.left.JudgeSame(row.right), row.same) << row.what;
     EXPECT_EQ(row.right.JudgeSame(row.left), row.same) << row.what << ", exchanged";
   }
+}
+
+// clang-format off
+const std::vector<BYTE> kRecord = {
+    6, 0, 0, 0, 'a', 0, 'b', 0, 0, 0,                  // pattern: 6 bytes with the terminator
+    0, 0, 0, 0, 0, 0, 0xF0, 0x3F,                      // 1.0
+    0, 0, 0, 0, 0, 0, 0x00, 0xC0,                      // -2.0
+    0, 0, 0, 0, 0, 0, 0x08, 0x40};                     // 3.0
+// clang-format on
+
+TEST(HatchDataStream, WritesPatternThenNumbers) {
+  ByteStream stream;
+  Hatch(OLESTR("ab"), 1.0, -2.0, 3.0).Save(&stream);
+  EXPECT_EQ(stream.GetBytes(), kRecord);
+}
+
+TEST(HatchDataStream, ReadsBackInPlaceOfOldValues) {
+  ByteStream stream(kRecord);
+  ZGiHatchData hatch = Hatch(OLESTR("old"));
+  hatch.Load(&stream);
+  EXPECT_EQ(hatch.Pattern, zdm::Bstr(OLESTR("ab")));
+  EXPECT_EQ(hatch.Values[0], 1.0);
+  EXPECT_EQ(hatch.Values[1], -2.0);
+  EXPECT_EQ(hatch.Values[2], 3.0);
+  EXPECT_EQ(stream.GetBytesLeft(), 0U);
+}
+
+TEST(HatchDataStream, ReadsANullPatternAsEmpty) {
+  ByteStream stream;
+  ZGiHatchData().Save(&stream);
+  EXPECT_EQ(stream.GetBytes().size(), 4U + 24U);
+  stream.Seek(0, STREAM_SEEK_SET);
+  ZGiHatchData hatch = Hatch(OLESTR("old"));
+  hatch.Load(&stream);
+  EXPECT_FALSE(hatch.Pattern.IsNull());
+  EXPECT_TRUE(hatch.Pattern.IsEmpty());
+}
+
+TEST(HatchDataStream, ThrowsWhenNumbersAreMissing) {
+  ByteStream stream(std::vector<BYTE>(kRecord.begin(), kRecord.end() - 1));
+  ZGiHatchData hatch;
+  EXPECT_THROW(hatch.Load(&stream), CAtlException);
 }
 
 }  // namespace

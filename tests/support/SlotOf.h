@@ -48,9 +48,3 @@ inline void ExpectInOrder(int first, std::initializer_list<Slot> slots) {
 
 #define ZDM_SLOT(Interface, operation) \
   zdm::test::Slot { #Interface "::" #operation, zdm::test::SlotOf(&Interface::operation) }
-/// For an overloaded operation: its result and argument types in parentheses.
-#define ZDM_SLOT_OF(Interface, operation, Result, Arguments)                                   \
-  zdm::test::Slot {                                                                            \
-#Interface "::" #operation #Arguments,                                                     \
-        zdm::test::SlotOf(static_cast <Result(Interface::*) Arguments>(&Interface::operation)) \
-  }

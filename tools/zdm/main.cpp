@@ -4,7 +4,9 @@
 #include "platform/core/CAtlException.h"
 #include "tools/zdm/Commands.h"
 
-int main(int argc, char** argv) {
+namespace {
+
+int Run(int argc, char** argv) {
   zdm::tool::Context context;
   CLI::App app("Document data models of building and mechanical drawings.", "zdm");
   app.add_flag("--json", context.json, "Print JSON");
@@ -21,12 +23,19 @@ int main(int argc, char** argv) {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? zdm::tool::kDone : zdm::tool::kUsage;
-  } catch (const CAtlException& failure) {
-    std::fprintf(stderr, "zdm: failed with 0x%08X\n", static_cast<unsigned>(failure.m_hr));
-    return zdm::tool::kFailed;
-  } catch (const std::exception& failure) {
-    std::fprintf(stderr, "zdm: %s\n", failure.what());
-    return zdm::tool::kFailed;
   }
   return context.exitCode;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc, argv);
+  } catch (const CAtlException& failure) {
+    std::fprintf(stderr, "zdm: failed with 0x%08X\n", static_cast<unsigned>(failure.m_hr));
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "zdm: %s\n", failure.what());
+  }
+  return zdm::tool::kFailed;
 }

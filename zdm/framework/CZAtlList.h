@@ -90,6 +90,7 @@ class CZAtlList {
   void FreeNode(CZNode* node);
   void FreeBlocks();
   E RemoveEnd(CZNode* node);
+  void RemoveNode(CZNode* node);
   void Unlink(CZNode* node);
   void Link(CZNode* node, CZNode* prev, CZNode* next);
 

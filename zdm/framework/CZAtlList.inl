@@ -51,21 +51,24 @@ template <class E, class Traits>
 E CZAtlList<E, Traits>::RemoveEnd(CZNode* node) {
   if (node == nullptr) throw CAtlException(E_FAIL);
   E element = std::move(node->element);
-  Unlink(node);
-  FreeNode(node);
+  RemoveNode(node);
   return element;
 }
 
 template <class E, class Traits>
 void CZAtlList<E, Traits>::RemoveAt(POSITION pos) {
-  CZNode* node = ToNode(pos);
+  RemoveNode(ToNode(pos));
+}
+
+template <class E, class Traits>
+void CZAtlList<E, Traits>::RemoveNode(CZNode* node) {
   Unlink(node);
   FreeNode(node);
 }
 
 template <class E, class Traits>
 void CZAtlList<E, Traits>::RemoveAll() {
-  while (head_ != nullptr) RemoveAt(GetHeadPosition());
+  while (head_ != nullptr) RemoveNode(head_);
   // An outer removal may still be releasing its element; the blocks then go when it is done.
   if (count_ == 0) FreeBlocks();
 }

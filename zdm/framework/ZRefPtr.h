@@ -22,7 +22,7 @@ class ZRefPtrBase {
   }
 
   ZRefPtrBase& operator=(const ZRefPtrBase& other) {
-    Assign(other.p);
+    if (this != &other) Assign(other.p);
     return *this;
   }
   ZRefPtrBase& operator=(ZRefPtrBase&& other) noexcept {

@@ -44,7 +44,7 @@ BSTR SysAllocStringByteLen(const CHAR* bytes, UINT length) {
 
 INT SysReAllocString(BSTR* string, const OLECHAR* text) {
   if (string == nullptr) return FALSE;
-  const BSTR copy = SysAllocString(text);
+  BSTR copy = SysAllocString(text);
   if (copy == nullptr && text != nullptr) return FALSE;
   SysFreeString(*string);
   *string = copy;
@@ -53,7 +53,7 @@ INT SysReAllocString(BSTR* string, const OLECHAR* text) {
 
 INT SysReAllocStringLen(BSTR* string, const OLECHAR* text, UINT length) {
   if (string == nullptr) return FALSE;
-  const BSTR copy = SysAllocStringLen(text, length);
+  BSTR copy = SysAllocStringLen(text, length);
   if (copy == nullptr) return FALSE;
   const UINT kept = text == nullptr ? std::min(SysStringLen(*string), length) : 0;
   if (kept != 0) std::memcpy(copy, *string, kept * sizeof(OLECHAR));

@@ -172,8 +172,8 @@ HRESULT SafeArrayGetElement(SAFEARRAY* array, LONG* index, void* out) {
     std::memcpy(out, place, array->cbElements);
     return S_OK;
   }
-  const BSTR string = *reinterpret_cast<BSTR*>(place);
-  const BSTR copy = string == nullptr ? nullptr : CopyOf(string);
+  BSTR string = *reinterpret_cast<BSTR*>(place);
+  BSTR copy = string == nullptr ? nullptr : CopyOf(string);
   if (copy == nullptr && string != nullptr) return E_OUTOFMEMORY;
   *static_cast<BSTR*>(out) = copy;
   return S_OK;
@@ -188,7 +188,7 @@ HRESULT SafeArrayPutElement(SAFEARRAY* array, LONG* index, void* value) {
     std::memcpy(place, value, array->cbElements);
     return S_OK;
   }
-  const BSTR copy = CopyOf(static_cast<BSTR>(value));
+  BSTR copy = CopyOf(static_cast<BSTR>(value));
   if (copy == nullptr) return E_OUTOFMEMORY;
   BSTR& string = *reinterpret_cast<BSTR*>(place);
   SysFreeString(string);

@@ -6,6 +6,8 @@
 #include <unicode/utf16.h>
 
 #include <algorithm>
+#include <bit>
+#include <climits>
 #include <cstring>
 #include <numeric>
 #include <string>
@@ -19,6 +21,8 @@ using CollatorPtr = std::unique_ptr<UCollator, void (*)(UCollator*)>;
 
 constexpr OLECHAR kFirst = 0x20;  // printable ASCII
 constexpr OLECHAR kLast = 0x7E;
+
+constexpr int kUnsettled = INT_MAX;  // no difference of places
 
 CollatorPtr Open(const char* locale, UColAttributeValue strength) {
   UErrorCode status = U_ZERO_ERROR;
@@ -80,10 +84,26 @@ std::size_t CommonLength(View left, View right) {
   for (std::uint64_t l, r; limit - at >= 4; at += 4) {
     std::memcpy(&l, left.data() + at, sizeof(l));
     std::memcpy(&r, right.data() + at, sizeof(r));
+    if (l != r && std::endian::native == std::endian::little) {
+      return at + static_cast<std::size_t>(std::countr_zero(l ^ r)) / 16;
+    }
     if (l != r) break;
   }
   while (at < limit && left[at] == right[at]) ++at;
   return at;
+}
+
+constexpr OLECHAR kFirstIdeograph = 0x4E00;  // common Chinese characters
+constexpr OLECHAR kLastIdeograph = 0x9FFF;
+constexpr std::uint32_t kNoWeight = 1;  // of a character whose weight does not fit in 32 bits
+
+bool IsIdeograph(OLECHAR unit) {
+  return unit >= kFirstIdeograph && unit <= kLastIdeograph;
+}
+
+// Bytes of a weight that stands left-justified in 32 bits.
+int WeightSize(std::uint32_t weight) {
+  return 4 - std::countr_zero(weight) / 8;
 }
 
 // Noncharacters that collation data puts before letters to name the sections of an index.
@@ -104,11 +124,14 @@ const StringCollator& StringCollator::ForUser() {
 }
 
 StringCollator::StringCollator(const char* locale) : collator_(Open(locale, UCOL_TERTIARY)) {
-  const CollatorPtr letters = Open(locale, UCOL_PRIMARY);
+  CollatorPtr letters = Open(locale, UCOL_PRIMARY);
   const CollatorPtr accents = Open(locale, UCOL_SECONDARY);
   if (collator_ == nullptr || letters == nullptr || accents == nullptr) return;
   FillPlaces(letters.get(), accents.get());
   RemoveSequences();
+  letters_ = std::move(letters);
+  ideographs_ =
+      std::make_unique<std::atomic<std::uint32_t>[]>(kLastIdeograph - kFirstIdeograph + 1);
 }
 
 void StringCollator::FillPlaces(const UCollator* letters, const UCollator* accents) {
@@ -161,29 +184,35 @@ void StringCollator::RemoveSequences() {
     const bool begins = length > 1 && text[1] < 0x80;
     for (std::size_t i = begins ? 0 : 1; i < text.size(); ++i) {
       if (text[i] < 0x80) places_[text[i]] = Place();
+      if (IsIdeograph(text[i])) continuing_.push_back(text[i]);
     }
   }
-  if (U_FAILURE(status)) places_.fill(Place());
+  std::sort(continuing_.begin(), continuing_.end());
+  allKnown_ = U_SUCCESS(status) != 0;
 }
 
-// The order, if the first difference of letters settles it. What both begin with is the same for
-// both whatever it is, since no character that has a place continues a sequence. Everything else (a
-// character without a place, a mark that belongs to the characters that differ) is left
-// to the collator.
-std::optional<int> StringCollator::CompareByPlaces(View left, View right) const {
+// Whether the unit at `at`, if any, never continues what stands before it.
+bool StringCollator::BeginsAnew(View text, std::size_t at) const {
+  if (at >= text.size()) return true;
+  const OLECHAR unit = text[at];
+  if (unit < 0x80) return places_[unit].letter != 0;
+  return IsIdeograph(unit) && !std::binary_search(continuing_.begin(), continuing_.end(), unit);
+}
+
+// The order, if the first difference of letters settles it. Everything else (a character without a
+// place, a mark that belongs to the characters that differ) is left to the collator.
+int StringCollator::CompareByPlaces(View left, View right, std::size_t start) const {
   const std::size_t limit = std::min(left.size(), right.size());
-  const std::size_t start = CommonLength(left, right);
-  if (start > 0 && IsIndexMark(left[start - 1])) return std::nullopt;
   int variant = 0;
   for (std::size_t i = start; i < limit; ++i) {
     const OLECHAR l = left[i];
     const OLECHAR r = right[i];
-    if ((l | r) >= 0x80) return std::nullopt;
+    if ((l | r) >= 0x80) return kUnsettled;
     const Place leftPlace = places_[l];
     const Place rightPlace = places_[r];
-    if (leftPlace.letter == 0 || rightPlace.letter == 0) return std::nullopt;
+    if (leftPlace.letter == 0 || rightPlace.letter == 0) return kUnsettled;
     if (leftPlace.letter != rightPlace.letter) {
-      if (!EndsCharacter(left, i + 1) || !EndsCharacter(right, i + 1)) return std::nullopt;
+      if (!EndsCharacter(left, i + 1) || !EndsCharacter(right, i + 1)) return kUnsettled;
       return int{leftPlace.letter} - int{rightPlace.letter};
     }
     if (variant == 0) variant = int{leftPlace.variant} - int{rightPlace.variant};
@@ -192,14 +221,57 @@ std::optional<int> StringCollator::CompareByPlaces(View left, View right) const 
   const View& longer = left.size() > right.size() ? left : right;
   const OLECHAR next = longer[limit];
   if (next >= 0x80 || places_[next].letter == 0 || !EndsCharacter(longer, limit + 1)) {
-    return std::nullopt;
+    return kUnsettled;
   }
   return left.size() < right.size() ? -1 : 1;
 }
 
+std::uint32_t StringCollator::WeightOf(OLECHAR ideograph) const {
+  std::atomic<std::uint32_t>& kept = ideographs_[ideograph - kFirstIdeograph];
+  std::uint32_t weight = kept.load(std::memory_order_relaxed);
+  if (weight != 0) return weight;
+  std::array<std::uint8_t, 16> key;
+  const int size =
+      ucol_getSortKey(letters_.get(), &ideograph, 1, key.data(), static_cast<int>(key.size()));
+  if (size < 2 || size > 5) {  // a terminating zero included
+    weight = kNoWeight;
+  } else {
+    for (int i = 0; i < size - 1; ++i) weight |= std::uint32_t{key[i]} << (24 - 8 * i);
+  }
+  kept.store(weight, std::memory_order_relaxed);
+  return weight;
+}
+
+// The order, if the texts first differ in two Chinese characters that nothing follows up on.
+int StringCollator::CompareIdeographs(View left, View right, std::size_t at) const {
+  if (!BeginsAnew(left, at + 1) || !BeginsAnew(right, at + 1)) return kUnsettled;
+  const std::uint32_t leftWeight = WeightOf(left[at]);
+  const std::uint32_t rightWeight = WeightOf(right[at]);
+  if (leftWeight == rightWeight || leftWeight == kNoWeight || rightWeight == kNoWeight ||
+      WeightSize(leftWeight) != WeightSize(rightWeight)) {
+    return kUnsettled;
+  }
+  return leftWeight < rightWeight ? -1 : 1;
+}
+
 int StringCollator::Compare(View left, View right) const {
+  const std::size_t start = CommonLength(left, right);
+  if (start == left.size() && start == right.size()) return 0;
   if (collator_ == nullptr) return left.compare(right);
-  if (const std::optional<int> settled = CompareByPlaces(left, right)) return *settled;
+  if (allKnown_ && (start == 0 || !IsIndexMark(left[start - 1]))) {
+    // What both begin with counts the same for both, whatever it is, unless something continues it.
+    const int order = CompareByPlaces(left, right, start);
+    if (order != kUnsettled) return order;
+    if (BeginsAnew(left, start) && BeginsAnew(right, start)) {
+      if (start < std::min(left.size(), right.size()) && IsIdeograph(left[start]) &&
+          IsIdeograph(right[start])) {
+        const int weights = CompareIdeographs(left, right, start);
+        if (weights != kUnsettled) return weights;
+      }
+      left.remove_prefix(start);
+      right.remove_prefix(start);
+    }
+  }
   return ucol_strcoll(collator_.get(), left.data(), static_cast<int>(left.size()), right.data(),
                       static_cast<int>(right.size()));
 }

@@ -1,14 +1,16 @@
-// The user's collation order, with a short way where printable ASCII characters decide.
-// It tells apart what differs by letter, accent or case (tertiary strength), counts punctuation and
-// spaces, and takes digits one by one, in whatever locale; it never changes once made.
+// The user's collation order, with short ways where printable ASCII or common Chinese characters
+// decide. It tells apart what differs by letter, accent or case (tertiary strength), counts
+// punctuation and spaces, and takes digits one by one, in whatever locale. From any thread.
 #pragma once
 
 #include <unicode/ucol.h>
 
 #include <array>
+#include <atomic>
+#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string_view>
+#include <vector>
 
 #include "platform/ole/portable/Types.h"
 
@@ -38,11 +40,23 @@ class StringCollator {
 
   void FillPlaces(const UCollator* letters, const UCollator* accents);
   void RemoveSequences();
-  std::optional<int> CompareByPlaces(std::basic_string_view<OLECHAR> left,
-                                     std::basic_string_view<OLECHAR> right) const;
+  bool BeginsAnew(std::basic_string_view<OLECHAR> text, std::size_t at) const;
+  int CompareByPlaces(std::basic_string_view<OLECHAR> left, std::basic_string_view<OLECHAR> right,
+                      std::size_t start) const;
 
-  std::unique_ptr<UCollator, void (*)(UCollator*)> collator_;
+  // Primary weight of a Chinese character, worked out when it is first asked for.
+  std::uint32_t WeightOf(OLECHAR ideograph) const;
+  int CompareIdeographs(std::basic_string_view<OLECHAR> left, std::basic_string_view<OLECHAR> right,
+                        std::size_t at) const;
+
+  using CollatorPtr = std::unique_ptr<UCollator, void (*)(UCollator*)>;
+
+  CollatorPtr collator_;
+  CollatorPtr letters_{nullptr, nullptr};  // the same at primary strength
   std::array<Place, 128> places_{};
+  std::unique_ptr<std::atomic<std::uint32_t>[]> ideographs_;  // 0: not yet asked for
+  std::vector<OLECHAR> continuing_;  // Chinese characters that continue a sequence, ascending
+  bool allKnown_ = false;            // the two above are complete
 };
 
 }  // namespace zdm

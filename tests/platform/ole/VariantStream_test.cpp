@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "tests/platform/ole/VariantTestSupport.h"
+#include "tests/support/TestStream.h"
 
 namespace {
 
@@ -14,14 +17,14 @@ using zdm::WriteVariant;
 using Bytes = std::vector<BYTE>;
 
 Bytes Saved(const Variant& value) {
-  MemoryStream stream;
+  TestStream stream;
   EXPECT_EQ(WriteVariant(&stream, value.Get()), S_OK);
   return stream.bytes;
 }
 
 /// The value read, or "damage"; the whole of `bytes` must have been used.
 std::string Loaded(const Bytes& bytes) {
-  MemoryStream stream(bytes);
+  TestStream stream(bytes);
   Variant value = Text("old");
   const HRESULT result = ReadVariant(&stream, Inside(value));
   if (FAILED(result)) {
@@ -120,13 +123,17 @@ TEST(VariantStream, WritesWhatHasNoFormAsEmpty) {
   EXPECT_EQ(Saved(owner), Saved(Empty()));
 }
 
+struct StreamWithoutStat : TestStream {
+  using TestStream::TestStream;
+  HRESULT STDMETHODCALLTYPE Stat(STATSTG*, DWORD) override { return E_NOTIMPL; }
+};
+
 TEST(VariantStream, ReadsFromTheMiddleWithoutStat) {
   const Bytes text = Saved(Text("ab"));
-  MemoryStream stream({9, 9, 9});
+  StreamWithoutStat stream({9, 9, 9});
   stream.bytes.insert(stream.bytes.end(), text.begin(), text.end());
   stream.bytes.push_back(9);
   stream.position = 3;
-  stream.hasStat = false;
   Variant value;
   ASSERT_EQ(ReadVariant(&stream, value.Out()), S_OK);
   EXPECT_EQ(Describe(value.Get()), "\"ab\"");
@@ -145,10 +152,23 @@ TEST(VariantStream, KeepsZerosInTextAndDropsAnOddByte) {
 TEST(VariantStream, ReportsAFullMediumAtEveryByte) {
   for (const Form& form : Forms()) {
     for (std::size_t size = 0; size < form.bytes.size(); ++size) {
-      MemoryStream stream;
-      stream.capacity = size;
+      TestStream stream;
+      stream.room = size;
       EXPECT_EQ(WriteVariant(&stream, form.value.Get()), STG_E_MEDIUMFULL) << form.name;
     }
+  }
+}
+
+TEST(VariantStream, PassesOnTheResultOfAFailingStream) {
+  for (const Form& form : Forms()) {
+    TestStream target;
+    target.failAfter = 0;
+    EXPECT_EQ(WriteVariant(&target, form.value.Get()), target.failure) << form.name;
+    TestStream source(form.bytes);
+    source.failAfter = 1;  // after the type
+    Variant value = Text("old");
+    EXPECT_EQ(ReadVariant(&source, Inside(value)), source.failure) << form.name;
+    EXPECT_TRUE(value.IsEmpty());
   }
 }
 

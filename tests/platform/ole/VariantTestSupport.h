@@ -1,11 +1,9 @@
-// Short words for values and conversions, and a memory stream that can be made to fail.
+// Short words for values and their conversions.
 #pragma once
 
-#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <string>
-#include <vector>
 
 #include "platform/ole/Variant.h"
 #include "platform/ole/ole.h"
@@ -146,67 +144,5 @@ inline std::string Converted(const Variant& source, int type, USHORT flags = 0) 
   if (target.type() != type) return "wrong type " + std::to_string(target.type());
   return Describe(target.Get());
 }
-
-/// A stream over `bytes`, owned by its maker; its count is not kept.
-class MemoryStream final : public IStream {
- public:
-  std::vector<BYTE> bytes;
-  std::size_t position = 0;
-  std::size_t capacity = ~std::size_t{0};  // writes past it are short
-  bool hasStat = true;
-
-  MemoryStream() = default;
-  explicit MemoryStream(std::vector<BYTE> content) : bytes(std::move(content)) {}
-  virtual ~MemoryStream() = default;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
-  ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
-  ULONG STDMETHODCALLTYPE Release() override { return 1; }
-  HRESULT STDMETHODCALLTYPE Read(void* data, ULONG size, ULONG* read) override {
-    const std::size_t left = bytes.size() - std::min(position, bytes.size());
-    const auto count = static_cast<ULONG>(std::min<std::size_t>(size, left));
-    if (count > 0) std::memcpy(data, bytes.data() + position, count);
-    position += count;
-    if (read != nullptr) *read = count;
-    return count == size ? S_OK : S_FALSE;
-  }
-  HRESULT STDMETHODCALLTYPE Write(const void* data, ULONG size, ULONG* written) override {
-    const auto count = static_cast<ULONG>(std::min<std::size_t>(size, capacity - position));
-    bytes.resize(std::max<std::size_t>(bytes.size(), position + count));
-    if (count > 0) std::memcpy(bytes.data() + position, data, count);
-    position += count;
-    if (written != nullptr) *written = count;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER move, DWORD origin,
-                                 ULARGE_INTEGER* reached) override {
-    std::size_t base = 0;
-    if (origin == STREAM_SEEK_CUR) base = position;
-    if (origin == STREAM_SEEK_END) base = bytes.size();
-    position = base + static_cast<std::size_t>(move.QuadPart);
-    if (reached != nullptr) reached->QuadPart = position;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE Stat(STATSTG* stat, DWORD) override {
-    if (!hasStat) return E_NOTIMPL;
-    *stat = {};
-    stat->cbSize.QuadPart = bytes.size();
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*,
-                                   ULARGE_INTEGER*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE Commit(DWORD) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE Revert() override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE Clone(IStream**) override { return E_NOTIMPL; }
-};
 
 }  // namespace zdm::test
