@@ -22,12 +22,8 @@ namespace {
 
 constexpr std::uint32_t kReplacement = 0xFFFD;
 
-constexpr bool IsHighSurrogate(std::uint32_t unit) {
-  return (unit & 0xFC00) == 0xD800;
-}
-constexpr bool IsLowSurrogate(std::uint32_t unit) {
-  return (unit & 0xFC00) == 0xDC00;
-}
+constexpr bool IsHighSurrogate(std::uint32_t unit) { return (unit & 0xFC00) == 0xD800; }
+constexpr bool IsLowSurrogate(std::uint32_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
 void AppendUtf8(std::string& out, std::uint32_t point) {
   if (point < 0x80) {

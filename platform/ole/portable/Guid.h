@@ -22,9 +22,7 @@ inline bool operator==(const GUID& left, const GUID& right) {
   return std::memcmp(&left, &right, sizeof(GUID)) == 0;
 }
 
-inline bool IsEqualGUID(const GUID& left, const GUID& right) {
-  return left == right;
-}
+inline bool IsEqualGUID(const GUID& left, const GUID& right) { return left == right; }
 
 inline constexpr GUID GUID_NULL = {0, 0, 0, {0, 0, 0, 0, 0, 0, 0, 0}};
 inline constexpr CLSID CLSID_NULL = GUID_NULL;

@@ -48,9 +48,7 @@ Block* BlockOf(SAFEARRAY* array) {
   return reinterpret_cast<Block*>(reinterpret_cast<BYTE*>(array) - offsetof(Block, array));
 }
 
-VARTYPE TypeOf(SAFEARRAY* array) {
-  return static_cast<VARTYPE>(BlockOf(array)->type);
-}
+VARTYPE TypeOf(SAFEARRAY* array) { return static_cast<VARTYPE>(BlockOf(array)->type); }
 
 std::size_t SizeOfData(const SAFEARRAY* array) {
   return std::size_t{array->rgsabound[0].cElements} * array->cbElements;
@@ -122,13 +120,9 @@ HRESULT SafeArrayCopy(SAFEARRAY* array, SAFEARRAY** out) {
   return S_OK;
 }
 
-UINT SafeArrayGetDim(SAFEARRAY* array) {
-  return array == nullptr ? 0 : array->cDims;
-}
+UINT SafeArrayGetDim(SAFEARRAY* array) { return array == nullptr ? 0 : array->cDims; }
 
-UINT SafeArrayGetElemsize(SAFEARRAY* array) {
-  return array == nullptr ? 0 : array->cbElements;
-}
+UINT SafeArrayGetElemsize(SAFEARRAY* array) { return array == nullptr ? 0 : array->cbElements; }
 
 HRESULT SafeArrayGetVartype(SAFEARRAY* array, VARTYPE* type) {
   if (array == nullptr || type == nullptr) return E_INVALIDARG;
