@@ -70,7 +70,7 @@ std::uint32_t ReadUtf8(std::string_view text, std::size_t& at) {
   return point;
 }
 
-Bstr LowerCaseCopy(const OLECHAR* text) {
+Bstr LowerCaseCopy(WideView text) {
   Bstr copy(text);
   CharLowerBuffW(copy.Get(), copy.Length());
   return copy;
@@ -100,7 +100,7 @@ WideString FromUtf8(std::string_view text) {
   return out;
 }
 
-bool EqualIgnoringCase(const OLECHAR* left, const OLECHAR* right) {
+bool EqualIgnoringCase(WideView left, WideView right) {
   return SameName(LowerCaseCopy(left).Get(), LowerCaseCopy(right).Get());
 }
 
