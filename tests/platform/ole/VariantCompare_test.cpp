@@ -99,7 +99,7 @@ TEST(VarCmp, NotANumberIsAboveAllOnEitherSide) {
 }
 
 TEST(VarCmp, RefusesADamagedDecimal) {
-  if (UnderWine()) GTEST_SKIP() << "Wine does not look at the scale";
+  if (UnderWine()) GTEST_SKIP() << "Wine believes the scale";
   Variant straySign = Dec(false, 0, 1, 0);
   Inside(straySign)->decVal.sign = 0x01;
   for (const Variant& bad : {Dec(false, 0, 1, 29), Dec(true, 0, 1, 128), Dec(false, 0, 1, 255),

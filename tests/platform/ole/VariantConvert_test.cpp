@@ -327,6 +327,7 @@ TEST(VariantConvert, WithoutALocaleDoesTheSame) {
 }
 
 TEST(VariantConvert, RefusesADamagedDecimal) {
+  if (UnderWine()) GTEST_SKIP() << "Wine believes the scale and writes past its buffer";
   for (const int scale : {29, 128, 255}) {
     for (const int type : {VT_I4, VT_R8, VT_BSTR}) {
       EXPECT_EQ(Converted(Dec(false, 0, 1, scale), type), "failed") << scale << " to " << type;
