@@ -20,11 +20,20 @@ inline HRESULT CopyVariant(VARIANT* target, const VARIANT& source) {
   return result;
 }
 
+/// Whether a DECIMAL has a scale up to 28 and no bits beside its sign's. Not every system asks, and
+/// one that does not may write past its buffers.
+inline bool IsSound(const DECIMAL& number) {
+  constexpr BYTE kMaxScale = 28;
+  return number.scale <= kMaxScale && (number.sign & ~DECIMAL_NEG) == 0;
+}
+
 /// VariantChangeTypeEx through the invariant locale, so that texts are the same everywhere. A null
-/// text that stays text stays null; as a number it is no number.
+/// text that stays text stays null; as a number it is no number. E_INVALIDARG for a DECIMAL that is
+/// not sound.
 inline HRESULT ConvertVariant(VARIANT* target, const VARIANT& source, VARTYPE type,
                               USHORT flags = 0) {
   if (type == VT_BSTR && source.vt == VT_BSTR) return CopyVariant(target, source);
+  if (source.vt == VT_DECIMAL && !IsSound(source.decVal)) return E_INVALIDARG;
   return VariantChangeTypeEx(target, const_cast<VARIANT*>(&source), LOCALE_INVARIANT, flags, type);
 }
 

@@ -116,12 +116,6 @@ HRESULT ReadText(IStream* stream, BSTR* out) {
   return Read(stream, &terminator, sizeof terminator);
 }
 
-/// Systems differ in what they make of a DECIMAL that is not.
-bool IsSound(const DECIMAL& number) {
-  constexpr BYTE kMaxScale = 28;
-  return number.scale <= kMaxScale && (number.sign & ~DECIMAL_NEG) == 0;
-}
-
 /// Systems differ in whether a number ends there.
 bool HoldsZero(BSTR text) {
   return std::basic_string_view<OLECHAR>(text, SysStringLen(text)).find(OLECHAR{0}) !=

@@ -136,8 +136,6 @@ constexpr HRESULT VARCMP_NULL = 3;  // the other outcomes: with VarBstrCmp
 constexpr LCID LOCALE_INVARIANT = 0x7F;
 constexpr USHORT VARIANT_NOVALUEPROP = 0x01;
 constexpr USHORT VARIANT_ALPHABOOL = 0x02;
-constexpr USHORT VARIANT_NOUSEROVERRIDE = 0x04;
-constexpr USHORT VARIANT_LOCALBOOL = 0x10;
 
 /// Makes raw memory an empty value.
 ZDM_API void VariantInit(VARIANTARG* value);
