@@ -1,6 +1,6 @@
 // A connected curve of straight segments and arcs, in order: each piece starts where the one before
-// ends, within CMT::GetDist(). Places on it are named by their distance from the start, along the
-// curve, in drawing units.
+// ends, within CMT::GetDist() when it is appended (a map that enlarges, enlarges gaps too). Places
+// on it are named by their distance from the start, along the curve, in drawing units.
 #pragma once
 
 #include <variant>

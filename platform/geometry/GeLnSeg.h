@@ -16,8 +16,10 @@ struct GeLnSeg {
   XYZ GetPointAt(double fraction) const { return Start * (1.0 - fraction) + End * fraction; }
   /// Fraction, 0 to 1, of the point that is closest to `point`; 0 for a segment without length.
   double GetClosest(const XYZ& point) const {
-    const XYZ along = End - Start;
-    const double fraction = (point - Start).Dot(along) / along.Dot(along);
+    // By the length twice rather than by its square, which may be out of range.
+    const double length = GetLength();
+    if (!(length > 0.0)) return 0.0;
+    const double fraction = (point - Start).Dot((End - Start) / length) / length;
     return fraction > 0.0 ? (fraction < 1.0 ? fraction : 1.0) : 0.0;
   }
   GeBox GetBounds() const {

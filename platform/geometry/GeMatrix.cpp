@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "platform/core/CAtlException.h"
-
 namespace {
 
 constexpr XYZ kAxes[3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
@@ -27,10 +25,8 @@ GeMatrix::GeMatrix(const double rows[][3]) {
 
 GeMatrix::GeMatrix(const double rows[][4]) {
   const double w = rows[3][3];
-  const bool isAffine =
-      rows[0][3] == 0.0 && rows[1][3] == 0.0 && rows[2][3] == 0.0 && std::isfinite(w) && w != 0.0;
-  if (!isAffine) throw CAtlException(E_INVALIDARG);
-  for (int i = 0; i < 4; ++i) rows_[i] = XYZ::FromArray(rows[i]) / w;
+  const double divisor = std::isfinite(w) && w != 0.0 ? w : 1.0;
+  for (int i = 0; i < 4; ++i) rows_[i] = XYZ::FromArray(rows[i]) / divisor;
 }
 
 GeMatrix GeMatrix::MakeTranslation(const XYZ& offset) {

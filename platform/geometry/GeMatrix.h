@@ -14,8 +14,8 @@ class ZDM_API GeMatrix {
   GeMatrix() { SetUnit(); }
   /// Four rows of three columns.
   explicit GeMatrix(const double rows[][3]);
-  /// Four rows of four columns. The fourth column must be 0, 0, 0, w; other than 1, w divides the
-  /// whole matrix. Throws CAtlException(E_INVALIDARG) for a perspective and for w = 0.
+  /// Four rows of four columns. Of the fourth only the last entry counts: when finite and not 0, it
+  /// divides the whole matrix. The others, a perspective, are ignored.
   explicit GeMatrix(const double rows[][4]);
 
   static GeMatrix MakeTranslation(const XYZ& offset);

@@ -29,7 +29,8 @@ class Bstr {
   Bstr() noexcept = default;
   /// A copy of zero-terminated `text`; null for null.
   explicit Bstr(const OLECHAR* text) : string_(Checked(SysAllocString(text), text == nullptr)) {}
-  /// A copy of `length` units, zeros included.
+  /// A copy of `length` units, zeros included; of null, a string of that length whose units the
+  /// caller sets.
   Bstr(const OLECHAR* text, UINT length)
       : string_(Checked(SysAllocStringLen(text, length), false)) {}
   /// A copy of the units of `text`; never null.

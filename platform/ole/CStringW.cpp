@@ -107,9 +107,7 @@ CStringW::CStringW(const OLECHAR* text, LONG length) {
   if (text != nullptr && length > 0) text_.assign(text, static_cast<std::size_t>(length));
 }
 
-BSTR CStringW::AllocSysString() const {
-  return zdm::Bstr(View()).Detach();
-}
+BSTR CStringW::AllocSysString() const { return zdm::Bstr(View()).Detach(); }
 
 CStringW& CStringW::operator+=(const OLECHAR* text) {
   if (text != nullptr) text_ += text;
@@ -126,9 +124,7 @@ CStringW& CStringW::operator+=(OLECHAR unit) {
   return *this;
 }
 
-int CStringW::Compare(const CStringW& other) const {
-  return text_.compare(other.text_);
-}
+int CStringW::Compare(const CStringW& other) const { return text_.compare(other.text_); }
 
 int CStringW::CompareNoCase(const CStringW& other) const {
   return LowerCase(text_).compare(LowerCase(other.text_));

@@ -51,15 +51,24 @@ class ZDM_API CStringW {
   CStringW& operator+=(const OLECHAR* text);
   CStringW& operator+=(const CStringW& text);
   CStringW& operator+=(OLECHAR unit);
-  friend CStringW operator+(CStringW left, const OLECHAR* right) { return left += right; }
-  friend CStringW operator+(CStringW left, const CStringW& right) { return left += right; }
+  friend CStringW operator+(CStringW left, const OLECHAR* right) {
+    left += right;
+    return left;
+  }
+  friend CStringW operator+(CStringW left, const CStringW& right) {
+    left += right;
+    return left;
+  }
   friend CStringW operator+(const OLECHAR* left, const CStringW& right) {
-    return CStringW(left) += right;
+    CStringW joined(left);
+    joined += right;
+    return joined;
   }
 
   /// Negative, 0 or positive: code unit by code unit.
   int Compare(const CStringW& other) const;
-  /// The same after CharLowerBuffW on both.
+  /// The same after CharLowerBuffW on both: for environment values and other technical text. Names
+  /// and patterns compare with zdm::EqualIgnoringCase.
   int CompareNoCase(const CStringW& other) const;
   friend bool operator==(const CStringW& left, const CStringW& right) {
     return left.text_ == right.text_;

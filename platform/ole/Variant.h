@@ -1,5 +1,6 @@
 // Owning wrapper of a VARIANT. It frees what it holds and copies deep, and a null text stays apart
-// from an empty one. Whatever copies throws CAtlException with the result of the copy.
+// from an empty one. A copy that fails throws CAtlException: E_OUTOFMEMORY, E_INVALIDARG, or E_FAIL
+// for any other reason; CopyVariant tells the reason.
 #pragma once
 
 #include <utility>
@@ -9,7 +10,7 @@
 
 namespace zdm {
 
-/// VariantCopy that leaves a null text null, as not every system's does.
+/// VariantCopy that leaves a null text null, as not every system's does. Returns its result.
 inline HRESULT CopyVariant(VARIANT* target, const VARIANT& source) {
   // Not every system's headers have the source const.
   const HRESULT result = VariantCopy(target, const_cast<VARIANT*>(&source));
@@ -19,9 +20,20 @@ inline HRESULT CopyVariant(VARIANT* target, const VARIANT& source) {
   return result;
 }
 
-/// VariantChangeTypeEx through the invariant locale, so that texts are the same everywhere.
+/// Whether a DECIMAL has a scale up to 28 and no bits beside its sign's. Not every system asks, and
+/// one that does not may write past its buffers.
+inline bool IsSound(const DECIMAL& number) {
+  constexpr BYTE kMaxScale = 28;
+  return number.scale <= kMaxScale && (number.sign & ~DECIMAL_NEG) == 0;
+}
+
+/// VariantChangeTypeEx through the invariant locale, so that texts are the same everywhere. A null
+/// text that stays text stays null; as a number it is no number. E_INVALIDARG for a DECIMAL that is
+/// not sound.
 inline HRESULT ConvertVariant(VARIANT* target, const VARIANT& source, VARTYPE type,
                               USHORT flags = 0) {
+  if (type == VT_BSTR && source.vt == VT_BSTR) return CopyVariant(target, source);
+  if (source.vt == VT_DECIMAL && !IsSound(source.decVal)) return E_INVALIDARG;
   return VariantChangeTypeEx(target, const_cast<VARIANT*>(&source), LOCALE_INVARIANT, flags, type);
 }
 
@@ -74,12 +86,13 @@ class Variant {
 
   /// Clears `*out` and copies the value into it.
   void CopyTo(VARIANT* out) const { Check(CopyVariant(out, value_)); }
-  /// For an out-pointer: clears the value and lets the call store another.
+  /// For an out-pointer: clears the value, which is no locked array, and lets the call store
+  /// another.
   [[nodiscard]] VARIANT* Out() noexcept {
     VariantClear(&value_);
     return &value_;
   }
-  /// Takes over what `value` owns; the present value is cleared.
+  /// Takes over what `value` owns; the present value, which is no locked array, is cleared.
   void Attach(const VARIANT& value) noexcept { *Out() = value; }
   /// Gives the value to the caller and leaves an empty one.
   [[nodiscard]] VARIANT Detach() noexcept {
@@ -92,7 +105,9 @@ class Variant {
   explicit Variant(VARTYPE type) : Variant() { value_.vt = type; }
 
   static void Check(HRESULT result) {
-    if (FAILED(result)) throw CAtlException(result);
+    if (SUCCEEDED(result)) return;
+    const bool telling = result == E_OUTOFMEMORY || result == E_INVALIDARG;
+    throw CAtlException(telling ? result : E_FAIL);
   }
 
   VARIANT value_;

@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cstring>
+#include <string_view>
 
 #include "platform/ole/Variant.h"
 
@@ -115,6 +116,12 @@ HRESULT ReadText(IStream* stream, BSTR* out) {
   return Read(stream, &terminator, sizeof terminator);
 }
 
+/// Systems differ in whether a number ends there.
+bool HoldsZero(BSTR text) {
+  return std::basic_string_view<OLECHAR>(text, SysStringLen(text)).find(OLECHAR{0}) !=
+         std::basic_string_view<OLECHAR>::npos;
+}
+
 HRESULT ReadValue(IStream* stream, Variant* value) {
   VARIANT read;
   VariantInit(&read);
@@ -146,6 +153,7 @@ HRESULT ReadValue(IStream* stream, Variant* value) {
       result = ReadText(stream, &read.bstrVal);
       value->Attach(read);
       if (FAILED(result) || type == VT_BSTR) return result;
+      if (type == VT_DECIMAL && HoldsZero(value->Get().bstrVal)) return E_FAIL;
       return SUCCEEDED(value->ChangeType(type)) ? S_OK : E_FAIL;
     }
     default:
@@ -166,6 +174,7 @@ HRESULT ReadValue(IStream* stream, Variant* value) {
 //        2     4  VT_BSTR, VT_DECIMAL, VT_EMPTY, VT_NULL: length of the text in bytes, its two-byte
 //                 terminator included: 0 for null, 2 for empty
 //        6     n  the text in UTF-16 and its terminator; empty for VT_EMPTY and VT_NULL
+// A DECIMAL is written as digits of the invariant locale: "-0.5".
 HRESULT WriteVariant(IStream* stream, const VARIANT& value) {
   if (const ULONG size = PlainSize(value.vt); size > 0) {
     BYTE record[sizeof value.vt + 8];
@@ -183,6 +192,7 @@ HRESULT WriteVariant(IStream* stream, const VARIANT& value) {
     case VT_BSTR:
       return WriteText(stream, VT_BSTR, value.bstrVal, SysStringLen(value.bstrVal));
     case VT_DECIMAL: {
+      if (!IsSound(value.decVal)) return WriteText(stream, VT_EMPTY, OLESTR(""), 0);
       Variant text;
       const HRESULT result = ConvertVariant(text.Out(), value, VT_BSTR);
       if (FAILED(result)) return result;

@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <optional>
-#include <string>
 
 #include "platform/system/Text.h"
 

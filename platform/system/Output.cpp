@@ -57,12 +57,8 @@ int ShowMessage(const OLECHAR* text, const OLECHAR* caption, UINT flags) {
 #endif
 }
 
-DebugSink SetDebugSink(DebugSink sink) {
-  return Set(&Sinks::debug, sink);
-}
+DebugSink SetDebugSink(DebugSink sink) { return Set(&Sinks::debug, sink); }
 
-MessageSink SetMessageSink(MessageSink sink) {
-  return Set(&Sinks::message, sink);
-}
+MessageSink SetMessageSink(MessageSink sink) { return Set(&Sinks::message, sink); }
 
 }  // namespace zdm

@@ -22,12 +22,8 @@ namespace {
 
 constexpr std::uint32_t kReplacement = 0xFFFD;
 
-constexpr bool IsHighSurrogate(std::uint32_t unit) {
-  return (unit & 0xFC00) == 0xD800;
-}
-constexpr bool IsLowSurrogate(std::uint32_t unit) {
-  return (unit & 0xFC00) == 0xDC00;
-}
+constexpr bool IsHighSurrogate(std::uint32_t unit) { return (unit & 0xFC00) == 0xD800; }
+constexpr bool IsLowSurrogate(std::uint32_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
 void AppendUtf8(std::string& out, std::uint32_t point) {
   if (point < 0x80) {
@@ -74,7 +70,7 @@ std::uint32_t ReadUtf8(std::string_view text, std::size_t& at) {
   return point;
 }
 
-Bstr LowerCaseCopy(const OLECHAR* text) {
+Bstr LowerCaseCopy(WideView text) {
   Bstr copy(text);
   CharLowerBuffW(copy.Get(), copy.Length());
   return copy;
@@ -104,7 +100,7 @@ WideString FromUtf8(std::string_view text) {
   return out;
 }
 
-bool EqualIgnoringCase(const OLECHAR* left, const OLECHAR* right) {
+bool EqualIgnoringCase(WideView left, WideView right) {
   return SameName(LowerCaseCopy(left).Get(), LowerCaseCopy(right).Get());
 }
 

@@ -25,9 +25,10 @@ ZDM_API std::string ToUtf8(WideView text);
 /// U+FFFD.
 ZDM_API WideString FromUtf8(std::string_view text);
 
-/// Lower-cases copies of both with CharLowerBuffW and compares them as names are compared
-/// (VarBstrCmp, user's default locale, no flags); so null equals empty.
+/// Lower-cases copies of both, over their whole length, with CharLowerBuffW and compares them as
+/// names are compared (VarBstrCmp, user's default locale, no flags). For what a user reads, such as
+/// hatch patterns; technical text compares with CStringW::CompareNoCase.
 /// Throws CAtlException(E_OUTOFMEMORY) when a copy cannot be allocated.
-ZDM_API bool EqualIgnoringCase(const OLECHAR* left, const OLECHAR* right);
+ZDM_API bool EqualIgnoringCase(WideView left, WideView right);
 
 }  // namespace zdm

@@ -28,6 +28,9 @@ TEST(HatchData, StartsWithoutPattern) {
 
 TEST(HatchData, ComparesNumbersWithinAToleranceAndPatternsWithoutCase) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+  ZGiHatchData withZero = Hatch(nullptr);
+  withZero.Pattern = zdm::Bstr(OLESTR("a\0b"), 3);
   const struct {
     const char* what;
     ZGiHatchData left, right;
@@ -44,6 +47,11 @@ TEST(HatchData, ComparesNumbersWithinAToleranceAndPatternsWithoutCase) {
       {"second by -2e-5", Hatch(OLESTR("x"), 50, -2e-5), Hatch(OLESTR("x")), false},
       {"third by 2e-5", Hatch(OLESTR("x"), 50, 0, 1.00002), Hatch(OLESTR("x")), false},
       {"infinite", Hatch(OLESTR("x"), kInfinity), Hatch(OLESTR("x"), kInfinity), true},
+      {"opposite infinities", Hatch(OLESTR("x"), kInfinity), Hatch(OLESTR("x"), -kInfinity), false},
+      {"no number on one side", Hatch(OLESTR("x"), kNan), Hatch(OLESTR("x")), false},
+      {"no number on both", Hatch(OLESTR("x"), kNan), Hatch(OLESTR("x"), kNan), true},
+      {"past a zero", withZero, Hatch(OLESTR("a")), false},
+      {"with a zero", withZero, withZero, true},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(row.left.JudgeSame(row.right), row.same) << row.what;

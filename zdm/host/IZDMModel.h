@@ -9,9 +9,8 @@ struct IZDispAttrib;
 
 struct ZDM_INTERFACE IZDMModel : IZObject {
   /// The manager of materials (borrowed), whose FindByName finds the default material under
-  /// the name "缺省". Null: no category is made.
+  /// the name "缺省". Null, or without that material: no category is made.
   virtual IZDMObjMgr* GetMaterialMgr() = 0;  // 3
-  /// The display attribute whose values new categories copy (borrowed); null for their own
-  /// defaults.
+  /// The display attribute whose values new categories copy (borrowed). Null: no category is made.
   virtual IZDispAttrib* GetDefaultDispAttrib() = 0;  // 4
 };

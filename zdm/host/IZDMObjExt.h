@@ -1,5 +1,7 @@
 // What an embedded object (CZDMObjEmbed) leaves to another module: its data and behaviour. The
-// object is given its extension with SetExt and hands it out with a reference (GetExt). A document
+// object is given its extension with SetExt, keeps one reference on it while it lives, and hands it
+// out with a reference of the caller's (GetExt). An extension that knows its object does not hold a
+// reference on it, or neither would go. A document
 // stores the extension's class identifier (CZObject::GetClassID) with the object and makes the
 // extension through the factory, so its class is registered.
 #pragma once
@@ -21,7 +23,8 @@ struct ZDM_INTERFACE IZDMObjExt : IZObject {
   virtual void SaveData(IZStream* stream, IZDatabase* database) = 0;  // 4
   /// The object is to be brought up to date. Both arguments may be null.
   virtual void Update(IZUpdater* updater, GiContext* context) = 0;  // 5
-  /// Checks and repairs the extension's own data. `database` may be null.
+  /// Checks and repairs the extension's own data: the object's AssertValid comes here first, then
+  /// compares the references offered with those it stored. `database` may be null.
   virtual void AssertValid(IZDatabase* database) = 0;  // 6
   /// Takes over the data of `source`, the extension of the object copied from; null changes
   /// nothing.

@@ -34,8 +34,10 @@ struct ZDM_INTERFACE IZDatabase : IZObject {
   /// @param type  byte 32 of the record's header (IZDMObject::GetTypeByte).
   /// @param out   the object, one reference for the caller; null when there is none for `type`, and
   ///              then reading the stream ends. The object is given the record's ID and owner and
-  ///              reads header, body and tail with Load: it keeps the class identifier and all else
-  ///              that Save has to write back.
+  ///              reads header, body and tail with Load, from the header's first byte: its header
+  ///              is the common one of 41 bytes, so a CZDMProxyObject, whose header has 33, never
+  ///              fits. It keeps the class identifier and all else that Save has to write back;
+  ///              as long as nothing changed, Save writes the record byte for byte as it was read.
   virtual void CreateByType(BYTE type, IZDMObject** out) = 0;  // 7
   /// How objects read from a stream reach their managers (borrowed, alive until the stream is
   /// read); null for IZDMObjMgr::AttachTail. Asked once per stream.

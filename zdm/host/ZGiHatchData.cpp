@@ -10,13 +10,17 @@ namespace {
 
 constexpr double kTolerance = 1e-5;
 
+bool Differs(double left, double right) {
+  return std::isnan(left) != std::isnan(right) || std::fabs(left - right) > kTolerance;
+}
+
 }  // namespace
 
 bool ZGiHatchData::JudgeSame(const ZGiHatchData& other) const {
   for (int i = 0; i < 3; ++i) {
-    if (std::fabs(Values[i] - other.Values[i]) > kTolerance) return false;
+    if (Differs(Values[i], other.Values[i])) return false;
   }
-  return zdm::EqualIgnoringCase(Pattern.Get(), other.Pattern.Get());
+  return zdm::EqualIgnoringCase(Pattern.View(), other.Pattern.View());
 }
 
 // Hatch record, little-endian.

@@ -1,6 +1,6 @@
 // How an area is hatched: the name of a pattern and three numbers, whose meaning is the host's.
-// Categories and category relations keep two each. A plain value; copies have a pattern of their
-// own. Stream form: above Save in ZGiHatchData.cpp.
+// Categories and category relations keep two each. A plain value that owns its pattern: copying one
+// copies the pattern. Stream form: above Save in ZGiHatchData.cpp.
 #pragma once
 
 #include "platform/ole/Bstr.h"
@@ -11,8 +11,9 @@ struct ZDM_API ZGiHatchData {
   zdm::Bstr Pattern;
   double Values[3] = {50.0, 0.0, 1.0};
 
-  /// True when no number differs by more than 1e-5 and the patterns are equal without regard to
-  /// case (a null one equals an empty one). Throws CAtlException(E_OUTOFMEMORY) without memory.
+  /// True when no number differs by more than 1e-5 (one that is not a number equals only another)
+  /// and the patterns are equal as zdm::EqualIgnoringCase has it, a null one being empty. Throws
+  /// CAtlException(E_OUTOFMEMORY) without memory.
   bool JudgeSame(const ZGiHatchData& other) const;
 
   void Save(IZStream* stream) const;

@@ -38,9 +38,7 @@ BSTR SysAllocStringLen(const OLECHAR* text, UINT length) {
   return Allocate(text, std::size_t{length} * sizeof(OLECHAR));
 }
 
-BSTR SysAllocStringByteLen(const CHAR* bytes, UINT length) {
-  return Allocate(bytes, length);
-}
+BSTR SysAllocStringByteLen(const CHAR* bytes, UINT length) { return Allocate(bytes, length); }
 
 INT SysReAllocString(BSTR* string, const OLECHAR* text) {
   if (string == nullptr) return FALSE;

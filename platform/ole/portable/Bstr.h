@@ -33,6 +33,4 @@ inline UINT SysStringByteLen(BSTR string) {
 }
 
 /// Whole units: an odd last byte is not counted.
-inline UINT SysStringLen(BSTR string) {
-  return SysStringByteLen(string) / UINT{sizeof(OLECHAR)};
-}
+inline UINT SysStringLen(BSTR string) { return SysStringByteLen(string) / UINT{sizeof(OLECHAR)}; }

@@ -3,7 +3,10 @@
 
 HRESULT WriteClassStm(IStream* stream, REFCLSID clsid) {
   if (stream == nullptr) return E_INVALIDARG;
-  return stream->Write(&clsid, sizeof(clsid), nullptr);
+  ULONG written = 0;
+  const HRESULT result = stream->Write(&clsid, sizeof(clsid), &written);
+  if (FAILED(result)) return result;
+  return written == sizeof(clsid) ? S_OK : STG_E_MEDIUMFULL;
 }
 
 HRESULT ReadClassStm(IStream* stream, CLSID* clsid) {

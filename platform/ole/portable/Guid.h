@@ -22,13 +22,10 @@ inline bool operator==(const GUID& left, const GUID& right) {
   return std::memcmp(&left, &right, sizeof(GUID)) == 0;
 }
 
-inline bool IsEqualGUID(const GUID& left, const GUID& right) {
-  return left == right;
-}
+inline bool IsEqualGUID(const GUID& left, const GUID& right) { return left == right; }
 
 inline constexpr GUID GUID_NULL = {0, 0, 0, {0, 0, 0, 0, 0, 0, 0, 0}};
 inline constexpr CLSID CLSID_NULL = GUID_NULL;
-inline constexpr IID IID_NULL = GUID_NULL;
 
 /// Writes "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}" and its terminator (39 units, upper-case hex).
 /// @return 39, or 0 when `capacity` (in units) is too small; `text` is then unchanged.

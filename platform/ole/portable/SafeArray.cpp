@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "platform/ole/portable/Bstr.h"
+#include "platform/ole/portable/VariantTypes.h"
 
 namespace {
 
@@ -15,32 +16,16 @@ struct Block {
 };
 static_assert(offsetof(Block, array) == 16 && sizeof(Block) % 16 == 0);
 
+/// 0 for what arrays here do not hold.
 ULONG SizeOfElement(VARTYPE type) {
   switch (type) {
-    case VT_I1:
-    case VT_UI1:
-      return 1;
-    case VT_I2:
-    case VT_UI2:
-    case VT_BOOL:
-      return 2;
-    case VT_I4:
-    case VT_UI4:
-    case VT_R4:
-    case VT_INT:
-    case VT_UINT:
-    case VT_ERROR:
-      return 4;
-    case VT_I8:
-    case VT_UI8:
-    case VT_R8:
-    case VT_CY:
-    case VT_DATE:
-      return 8;
-    case VT_BSTR:
-      return sizeof(BSTR);
-    default:
+    case VT_DECIMAL:
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+    case VT_VARIANT:
       return 0;
+    default:
+      return static_cast<ULONG>(zdm::VariantValueSize(type));
   }
 }
 
@@ -48,9 +33,7 @@ Block* BlockOf(SAFEARRAY* array) {
   return reinterpret_cast<Block*>(reinterpret_cast<BYTE*>(array) - offsetof(Block, array));
 }
 
-VARTYPE TypeOf(SAFEARRAY* array) {
-  return static_cast<VARTYPE>(BlockOf(array)->type);
-}
+VARTYPE TypeOf(SAFEARRAY* array) { return static_cast<VARTYPE>(BlockOf(array)->type); }
 
 std::size_t SizeOfData(const SAFEARRAY* array) {
   return std::size_t{array->rgsabound[0].cElements} * array->cbElements;
@@ -122,13 +105,9 @@ HRESULT SafeArrayCopy(SAFEARRAY* array, SAFEARRAY** out) {
   return S_OK;
 }
 
-UINT SafeArrayGetDim(SAFEARRAY* array) {
-  return array == nullptr ? 0 : array->cDims;
-}
+UINT SafeArrayGetDim(SAFEARRAY* array) { return array == nullptr ? 0 : array->cDims; }
 
-UINT SafeArrayGetElemsize(SAFEARRAY* array) {
-  return array == nullptr ? 0 : array->cbElements;
-}
+UINT SafeArrayGetElemsize(SAFEARRAY* array) { return array == nullptr ? 0 : array->cbElements; }
 
 HRESULT SafeArrayGetVartype(SAFEARRAY* array, VARTYPE* type) {
   if (array == nullptr || type == nullptr) return E_INVALIDARG;

@@ -144,7 +144,7 @@ ZDM_API HRESULT CreateStreamOnHGlobal(void* global, BOOL deleteOnRelease, IStrea
 ZDM_API HRESULT SHCreateStreamOnFileEx(LPCOLESTR path, DWORD mode, DWORD attributes, BOOL create,
                                        IStream* pattern, IStream** out);
 
-/// Writes the 16 bytes of a class id.
+/// Writes the 16 bytes of a class id. STG_E_MEDIUMFULL when not all were taken.
 ZDM_API HRESULT WriteClassStm(IStream* stream, REFCLSID clsid);
 /// Reads 16 bytes. Fewer give the null id and STG_E_READFAULT.
 ZDM_API HRESULT ReadClassStm(IStream* stream, CLSID* clsid);

@@ -97,24 +97,16 @@ constexpr OLECHAR kFirstIdeograph = 0x4E00;  // common Chinese characters
 constexpr OLECHAR kLastIdeograph = 0x9FFF;
 constexpr std::uint32_t kNoWeight = 1;  // of a character whose weight does not fit in 32 bits
 
-bool IsIdeograph(OLECHAR unit) {
-  return unit >= kFirstIdeograph && unit <= kLastIdeograph;
-}
+bool IsIdeograph(OLECHAR unit) { return unit >= kFirstIdeograph && unit <= kLastIdeograph; }
 
 // Bytes of a weight that stands left-justified in 32 bits.
-int WeightSize(std::uint32_t weight) {
-  return 4 - std::countr_zero(weight) / 8;
-}
+int WeightSize(std::uint32_t weight) { return 4 - std::countr_zero(weight) / 8; }
 
 // Noncharacters that collation data puts before letters to name the sections of an index.
-bool IsIndexMark(OLECHAR unit) {
-  return unit == 0xFDD0 || unit == 0xFDD1;
-}
+bool IsIndexMark(OLECHAR unit) { return unit == 0xFDD0 || unit == 0xFDD1; }
 
 // An ASCII character, or none, stands at `at`, so what stands before it has no further mark.
-bool EndsCharacter(View text, std::size_t at) {
-  return at >= text.size() || text[at] < 0x80;
-}
+bool EndsCharacter(View text, std::size_t at) { return at >= text.size() || text[at] < 0x80; }
 
 }  // namespace
 

@@ -2,9 +2,7 @@
 
 #include <cstdlib>
 
-LPVOID CoTaskMemAlloc(SIZE_T size) {
-  return std::malloc(size == 0 ? 1 : size);
-}
+LPVOID CoTaskMemAlloc(SIZE_T size) { return std::malloc(size == 0 ? 1 : size); }
 
 LPVOID CoTaskMemRealloc(LPVOID block, SIZE_T size) {
   if (block == nullptr) return CoTaskMemAlloc(size);
@@ -15,6 +13,4 @@ LPVOID CoTaskMemRealloc(LPVOID block, SIZE_T size) {
   return std::realloc(block, size);
 }
 
-void CoTaskMemFree(LPVOID block) {
-  std::free(block);
-}
+void CoTaskMemFree(LPVOID block) { std::free(block); }

@@ -58,7 +58,6 @@ constexpr HRESULT S_FALSE = 1;
 constexpr HRESULT E_NOTIMPL = zdm::Result(0x80004001);
 constexpr HRESULT E_NOINTERFACE = zdm::Result(0x80004002);
 constexpr HRESULT E_POINTER = zdm::Result(0x80004003);
-constexpr HRESULT E_ABORT = zdm::Result(0x80004004);
 constexpr HRESULT E_FAIL = zdm::Result(0x80004005);
 constexpr HRESULT E_UNEXPECTED = zdm::Result(0x8000FFFF);
 constexpr HRESULT E_ACCESSDENIED = zdm::Result(0x80070005);

@@ -136,8 +136,6 @@ constexpr HRESULT VARCMP_NULL = 3;  // the other outcomes: with VarBstrCmp
 constexpr LCID LOCALE_INVARIANT = 0x7F;
 constexpr USHORT VARIANT_NOVALUEPROP = 0x01;
 constexpr USHORT VARIANT_ALPHABOOL = 0x02;
-constexpr USHORT VARIANT_NOUSEROVERRIDE = 0x04;
-constexpr USHORT VARIANT_LOCALBOOL = 0x10;
 
 /// Makes raw memory an empty value.
 ZDM_API void VariantInit(VARIANTARG* value);
@@ -158,7 +156,7 @@ ZDM_API HRESULT VariantCopyInd(VARIANT* target, const VARIANTARG* source);
 /// Converts; `target` may be `source`. Reals become integers by rounding to even, same-width
 /// integers keep their bits, text is read and written as the invariant locale does.
 /// DISP_E_TYPEMISMATCH without a conversion, DISP_E_OVERFLOW out of range, DISP_E_BADVARTYPE for a
-/// type no value has; `target` is then unchanged.
+/// type no value has, E_INVALIDARG for a damaged DECIMAL; `target` is then unchanged.
 /// @param flags  VARIANT_ALPHABOOL: booleans become "True" and "False" instead of "-1" and "0".
 ZDM_API HRESULT VariantChangeTypeEx(VARIANTARG* target, const VARIANTARG* source, LCID locale,
                                     USHORT flags, VARTYPE type);
@@ -167,5 +165,6 @@ ZDM_API HRESULT VariantChangeType(VARIANTARG* target, const VARIANTARG* source, 
 
 /// VARCMP_LT, _EQ, _GT; VARCMP_NULL when either side is VT_NULL. Any text is above any number.
 /// DISP_E_TYPEMISMATCH for VT_I1, VT_UI2, VT_UI4, VT_UI8 on the left, objects, and an error against
-/// another type; DISP_E_BADVARTYPE for VT_INT and VT_UI8 on the right, VT_UINT, arrays, references.
+/// another type; DISP_E_BADVARTYPE for VT_INT and VT_UI8 on the right, VT_UINT, arrays, references;
+/// E_INVALIDARG for a DECIMAL with a scale above 28 or stray bits beside its sign.
 ZDM_API HRESULT VarCmp(VARIANT* left, VARIANT* right, LCID locale, ULONG flags);

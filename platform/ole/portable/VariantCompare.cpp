@@ -1,7 +1,4 @@
 // VarCmp. Which comparison is used depends on the types alone, as in the system.
-#include <algorithm>
-#include <limits>
-
 #include "platform/ole/portable/Variant.h"
 #include "platform/ole/portable/VariantDecimal.h"
 #include "platform/ole/portable/VariantTypes.h"
@@ -20,6 +17,8 @@ class As {
   As(const VARIANT& value, VARTYPE type) {
     VariantInit(&value_);
     result_ = VariantChangeTypeEx(&value_, &value, 0, 0, type);
+    // A DECIMAL that stays one is not looked at on the way.
+    if (value_.vt == VT_DECIMAL && !zdm::IsValid(value_.decVal)) result_ = E_INVALIDARG;
     if (result_ != DISP_E_OVERFLOW) return;
     VARIANT real;
     VariantInit(&real);

@@ -109,7 +109,7 @@ HRESULT ReadNumber(const VARIANT& value, Number* number) {
       *number = Exact(Decimal::FromCurrency(value.cyVal.int64));
       return S_OK;
     case VT_DECIMAL:
-      if (value.decVal.scale > zdm::kMaxDecimalScale) return E_INVALIDARG;
+      if (!zdm::IsValid(value.decVal)) return E_INVALIDARG;
       *number = Exact(Decimal::FromDECIMAL(value.decVal));
       return S_OK;
     case VT_BSTR: {

@@ -19,7 +19,7 @@ std::optional<std::string> DateText(DATE date);
 /// Reads a day, a time of day or both: numbers between '/', '-', ',' or spaces in the order month,
 /// day, year, or another order if only that one is a date; English month and weekday names; hours,
 /// minutes and seconds between ':' or '.', AM and PM. Years 0 to 49 are 2000 to 2049, 50 to 99 are
-/// 1950 to 1999; a missing year is the current one. Nothing when the text is not a date.
+/// 1950 to 1999; a missing year is the current one in UTC. Nothing when the text is not a date.
 std::optional<DATE> ParseDate(std::u16string_view text);
 
 }  // namespace zdm

@@ -60,6 +60,10 @@ Decimal Decimal::FromDECIMAL(const DECIMAL& value) {
   return {(value.sign & DECIMAL_NEG) != 0, Uint128{value.Hi32} << 64 | value.Lo64, value.scale};
 }
 
+bool IsValid(const DECIMAL& value) {
+  return value.scale <= kMaxDecimalScale && (value.sign & ~DECIMAL_NEG) == 0;
+}
+
 std::optional<Uint128> ScaledMagnitude(const Decimal& number, int scale) {
   if (number.scale >= scale) {
     return DivideToEven(number.magnitude, PowerOfTen(number.scale - scale));

@@ -3,7 +3,6 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "platform/ole/portable/Variant.h"
 
@@ -23,8 +22,12 @@ struct Decimal {
 
   static Decimal FromInteger(LONGLONG value);
   static Decimal FromCurrency(LONGLONG tenThousandths);
+  /// `value` is valid.
   static Decimal FromDECIMAL(const DECIMAL& value);
 };
+
+/// Whether `value` has a scale up to 28 and no bits beside the sign's.
+bool IsValid(const DECIMAL& value);
 
 /// Digits of a number as a person writes them: (negative ? -1 : 1) * 0.digits * 10^exponent.
 /// No leading and no trailing zeros; no digits at all for zero.

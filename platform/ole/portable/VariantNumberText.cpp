@@ -9,7 +9,7 @@ namespace zdm {
 namespace {
 
 constexpr char16_t kCurrencySign = u'\u00A4';
-constexpr LONGLONG kExponentLimit = 1'000'000;  // far past every range, far from overflow
+constexpr LONGLONG kExponentLimit = LONGLONG{1} << 50;  // far past any text's length and overflow
 
 constexpr bool IsSpace(char16_t unit) {
   return unit == u' ' || (unit >= u'\t' && unit <= u'\r') || unit == u'\u00A0';

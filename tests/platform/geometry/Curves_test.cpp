@@ -86,6 +86,25 @@ TEST(GePlane, MeetsLines) {
   EXPECT_FALSE(GePlane::ThroughPoints({0, 0, 0}, {1, 1, 1}, {5, 5, 5}, plane));
 }
 
+TEST(GeLnSeg, TheClosestPointIsAPartOfTheWay) {
+  const struct {
+    const char* name;
+    GeLnSeg segment;
+    XYZ point;
+    double fraction;
+  } rows[] = {
+      {"inside", {{1, 0, 0}, {5, 0, 0}}, {2, 7, 0}, 0.25},
+      {"before", {{1, 0, 0}, {5, 0, 0}}, {-9, 1, 0}, 0},
+      {"behind", {{1, 0, 0}, {5, 0, 0}}, {9, 1, 0}, 1},
+      {"no length", {{1, 2, 3}, {1, 2, 3}}, {9, 1, 0}, 0},
+      {"tiny", {{0, 0, 0}, {1e-200, 0, 0}}, {0.5e-200, 0, 0}, 0.5},
+      {"huge", {{0, 0, 0}, {1e200, 0, 0}}, {0.5e200, 1e200, 0}, 0.5},
+  };
+  for (const auto& row : rows) {
+    EXPECT_DOUBLE_EQ(row.segment.GetClosest(row.point), row.fraction) << row.name;
+  }
+}
+
 TEST(GeArc, BoundsAreTight) {
   for (const GeArc& arc : SomeArcs()) {
     const GeBox bounds = arc.GetBounds();

@@ -11,9 +11,7 @@ namespace {
 using zdm::StringCollator;
 using Text = std::u16string;
 
-int Sign(int value) {
-  return value < 0 ? -1 : value > 0 ? 1 : 0;
-}
+int Sign(int value) { return value < 0 ? -1 : value > 0 ? 1 : 0; }
 
 Text MakeText(std::mt19937& random) {
   // Letters of sequences and accents, marks, an index mark, Chinese with two sequences of pinyin.

@@ -1,6 +1,8 @@
 // VarCmp, on which the merging of properties relies.
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "tests/platform/ole/VariantTestSupport.h"
 
 namespace {
@@ -18,6 +20,9 @@ constexpr int kLess = VARCMP_LT;
 constexpr int kEqual = VARCMP_EQ;
 constexpr int kGreater = VARCMP_GT;
 
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
 TEST(VarCmp, OrdersByTheTypesOfBothSides) {
   struct {
     Variant left;
@@ -25,7 +30,20 @@ TEST(VarCmp, OrdersByTheTypesOfBothSides) {
     int expected;
     bool wineDiffers = false;
   } const rows[] = {
-      {Empty(), I4(0), kEqual},
+      {Empty(), Empty(), kEqual},  // two of a type
+      {I2(-1), I2(1), kLess},
+      {I4(-1), I4(-1), kEqual},
+      {I8(std::numeric_limits<LONGLONG>::min()), I8(1), kLess},
+      {UI1(1), UI1(255), kLess},
+      {Bool(1), Bool(-1), kGreater},
+      {R4(1), R4(1.00001F), kLess},
+      {R8(1), R8(1.00001), kLess},
+      {R8(kInfinity), R8(kInfinity), kEqual},
+      {R8(-kInfinity), R8(1e308), kLess},
+      {Cy(-1), Cy(1), kLess},
+      {Date(2), Date(1.5), kGreater},
+      {Variant::FromText(nullptr), Text(""), kEqual},
+      {Empty(), I4(0), kEqual},  // of two types
       {Empty(), Text(""), kEqual},
       {Empty(), Text("a"), kLess},
       {Empty(), Bool(-1), kGreater},
@@ -70,6 +88,28 @@ TEST(VarCmp, NullIsNeitherEqualNorOrdered) {
   for (const Variant& other : {Empty(), Empty(VT_NULL), I4(0), Text("a")}) {
     EXPECT_EQ(static_cast<int>(Compare(null, other)), static_cast<int>(VARCMP_NULL));
     EXPECT_EQ(static_cast<int>(Compare(other, null)), static_cast<int>(VARCMP_NULL));
+  }
+}
+
+TEST(VarCmp, NotANumberIsAboveAllOnEitherSide) {
+  for (const Variant& other : {R8(kNan), R8(1), R8(kInfinity), I4(0), Date(1)}) {
+    EXPECT_EQ(static_cast<int>(Compare(R8(kNan), other)), kGreater) << Describe(other.Get());
+    EXPECT_EQ(static_cast<int>(Compare(other, R8(kNan))), kGreater) << Describe(other.Get());
+  }
+}
+
+TEST(VarCmp, RefusesADamagedDecimal) {
+  if (UnderWine()) GTEST_SKIP() << "Wine believes the scale";
+  Variant straySign = Dec(false, 0, 1, 0);
+  Inside(straySign)->decVal.sign = 0x01;
+  for (const Variant& bad : {Dec(false, 0, 1, 29), Dec(true, 0, 1, 128), Dec(false, 0, 1, 255),
+                             Dec(false, 0, 0, 255), straySign}) {
+    for (const Variant& other : {bad, Dec(false, 0, 1, 28), I4(1), R8(1), Cy(1), Empty()}) {
+      EXPECT_EQ(Compare(bad, other), E_INVALIDARG)
+          << int{bad.Get().decVal.scale} << " with type " << other.type();
+      EXPECT_EQ(Compare(other, bad), E_INVALIDARG)
+          << "type " << other.type() << " with " << int{bad.Get().decVal.scale};
+    }
   }
 }
 

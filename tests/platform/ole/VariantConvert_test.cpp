@@ -126,6 +126,13 @@ TEST(VariantConvert, RealsPrintWithFifteenOrSevenDigits) {
 
 TEST(VariantConvert, ExactNumbersPrintTheirDigits) {
   Check({{I1(-128), VT_BSTR, "\"-128\""},
+         {UI1(255), VT_BSTR, "\"255\""},
+         {I2(-32768), VT_BSTR, "\"-32768\""},
+         {UI2(65535), VT_BSTR, "\"65535\""},
+         {I4(-5), VT_BSTR, "\"-5\""},
+         {UI4(4294967295), VT_BSTR, "\"4294967295\""},
+         {Make(VT_INT, LONG{-5}), VT_BSTR, "\"-5\""},
+         {Make(VT_UINT, LONG{-1}), VT_BSTR, "\"4294967295\""},
          {I8(std::numeric_limits<LONGLONG>::min()), VT_BSTR, "\"-9223372036854775808\""},
          {UI8(18446744073709551615U), VT_BSTR, "\"18446744073709551615\""},
          {Cy(0), VT_BSTR, "\"0\""},
@@ -152,10 +159,21 @@ TEST(VariantConvert, TextReadsAsANumber) {
          {Text("1.2345678901234567"), VT_R8, "1.2345678901234567"},
          {Text("1e309"), VT_R8, "overflow"},
          {Text("1,234.5"), VT_R8, "1234.5"},
+         {Text("1,,2"), VT_R8, "12"},
+         {Text("12,"), VT_R8, "12"},
+         {Text("12,.5"), VT_R8, "12.5"},
          {Text("\xA4 5"), VT_I4, "5"},
          {Text("2.5"), VT_I4, "2"},
          {Text("127.5"), VT_I1, "overflow"},
          {Text("-1"), VT_UI1, "overflow"},
+         {Text("65535"), VT_UI2, "65535"},
+         {Text("65536"), VT_UI2, "overflow"},
+         {Text("4294967295"), VT_UI4, "4294967295"},
+         {Text("-1"), VT_UI4, "overflow"},
+         {Text("-2147483648"), VT_INT, "-2147483648"},
+         {Text("4294967295"), VT_UINT, "4294967295"},
+         {Text("0.1"), VT_R4, "0.100000001"},
+         {Text("1e39"), VT_R4, "overflow"},
          {Text("9223372036854775807"), VT_I8, "9223372036854775807"},
          {Text("9223372036854775808"), VT_I8, "overflow"},
          {Text("18446744073709551615"), VT_UI8, "18446744073709551615"},
@@ -290,6 +308,33 @@ TEST(VariantConvert, WorksInPlaceAndKeepsTheTargetOnFailure) {
   Variant text = Text("kept");
   EXPECT_EQ(text.ChangeType(VT_I4), DISP_E_TYPEMISMATCH);
   EXPECT_EQ(Describe(text.Get()), "\"kept\"");
+}
+
+TEST(VariantConvert, ANullTextStaysNullAndIsNoNumber) {
+  const Variant null = Variant::FromText(nullptr);
+  EXPECT_EQ(Converted(null, VT_BSTR), "null");
+  Variant inPlace = null;
+  EXPECT_EQ(inPlace.ChangeType(VT_BSTR), S_OK);
+  EXPECT_EQ(Describe(inPlace.Get()), "null");
+  for (const int type : {VT_I4, VT_R8, VT_BOOL, VT_CY, VT_DATE, VT_DECIMAL}) {
+    EXPECT_EQ(Converted(null, type), "mismatch") << type;
+  }
+}
+
+TEST(VariantConvert, WithoutALocaleDoesTheSame) {
+  const Variant text = Text("12");
+  Variant number;
+  ASSERT_EQ(VariantChangeType(number.Out(), Inside(text), 0, VT_I4), S_OK);
+  EXPECT_EQ(number.type(), VT_I4);
+  EXPECT_EQ(Describe(number.Get()), "12");
+}
+
+TEST(VariantConvert, RefusesADamagedDecimal) {
+  for (const int scale : {29, 128, 255}) {
+    for (const int type : {VT_I4, VT_R8, VT_BSTR, VT_DECIMAL}) {
+      EXPECT_EQ(Converted(Dec(false, 0, 1, scale), type), "failed") << scale << " to " << type;
+    }
+  }
 }
 
 TEST(VariantConvert, FollowsAReference) {

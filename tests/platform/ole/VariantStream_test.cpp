@@ -104,6 +104,7 @@ TEST(VariantStream, DamageLeavesAnEmptyValue) {
       {"huge length", {8, 0, 0xFE, 0xFF, 0xFF, 0xFF, 'a', 0, 0, 0}},
       {"decimal of no text", {14, 0, 0, 0, 0, 0}},
       {"decimal of letters", {14, 0, 4, 0, 0, 0, 'x', 0, 0, 0}},
+      {"decimal with a zero", {14, 0, 8, 0, 0, 0, '1', 0, 0, 0, '2', 0, 0, 0}},
       {"class id", {13, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1}},
   };
   for (const auto& row : rows) EXPECT_EQ(Loaded(row.bytes), "damage") << row.name;
@@ -121,12 +122,62 @@ TEST(VariantStream, WritesWhatHasNoFormAsEmpty) {
   Variant owner;
   owner.Attach(array);
   EXPECT_EQ(Saved(owner), Saved(Empty()));
+  for (const int scale : {29, 128, 255}) {
+    EXPECT_EQ(Saved(Dec(false, 0, 1, scale)), Saved(Empty())) << scale;
+  }
+  Variant straySign = Dec(false, 0, 1, 0);
+  Inside(straySign)->decVal.sign = 0x01;
+  EXPECT_EQ(Saved(straySign), Saved(Empty()));
+}
+
+TEST(VariantStream, WritesAnObjectAsNone) {
+  TestStream object;
+  object.references = 1;
+  VARIANT value = {};
+  value.vt = VT_UNKNOWN;
+  value.punkVal = &object;
+  EXPECT_EQ(Saved(Variant(value)), Saved(Empty(VT_UNKNOWN)));
+  EXPECT_EQ(object.references, 1);
+}
+
+TEST(VariantStream, ReadsOverATextWhereNoneBelongs) {
+  EXPECT_EQ(Loaded({0, 0, 6, 0, 0, 0, 'a', 0, 'b', 0, 0, 0}), "0 empty");
+  EXPECT_EQ(Loaded({1, 0, 6, 0, 0, 0, 'a', 0, 'b', 0, 0, 0}), "1 type 1");
+}
+
+TEST(VariantStream, ReadsNothingOverAValueThatCannotBeCleared) {
+  VARIANT target = {};
+  target.vt = VT_ARRAY | VT_UI1;
+  target.parray = SafeArrayCreateVector(VT_UI1, 0, 4);
+  SAFEARRAY* const array = target.parray;
+  void* data = nullptr;
+  ASSERT_EQ(SafeArrayAccessData(array, &data), S_OK);
+  TestStream stream(Saved(I4(1)));
+  EXPECT_EQ(ReadVariant(&stream, &target), DISP_E_ARRAYISLOCKED);
+  EXPECT_EQ(stream.position, 0U);
+  ASSERT_EQ(SafeArrayUnaccessData(array), S_OK);
+  EXPECT_EQ(SafeArrayDestroy(array), S_OK);
+  target.vt = VT_VOID;
+  EXPECT_EQ(ReadVariant(&stream, &target), DISP_E_BADVARTYPE);
+  EXPECT_EQ(stream.position, 0U);
 }
 
 struct StreamWithoutStat : TestStream {
   using TestStream::TestStream;
   HRESULT STDMETHODCALLTYPE Stat(STATSTG*, DWORD) override { return E_NOTIMPL; }
 };
+
+struct StreamWithoutSize final : StreamWithoutStat {
+  using StreamWithoutStat::StreamWithoutStat;
+  HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override { return failure; }
+};
+
+TEST(VariantStream, PassesOnThatAStreamCannotTellItsSize) {
+  StreamWithoutSize stream(Saved(Text("ab")));
+  Variant value = Text("old");
+  EXPECT_EQ(ReadVariant(&stream, Inside(value)), stream.failure);
+  EXPECT_TRUE(value.IsEmpty());
+}
 
 TEST(VariantStream, ReadsFromTheMiddleWithoutStat) {
   const Bytes text = Saved(Text("ab"));

@@ -154,13 +154,15 @@ TEST(Variant, MovesAndHandsOverWithoutCopying) {
   EXPECT_EQ(assigned.Get().bstrVal, string);
 }
 
-TEST(Variant, ThrowsTheResultOfAFailedCopy) {
+TEST(Variant, ThrowsAPlainFailureWhereACopyTellsTheReason) {
   const VARIANT bad = Raw(VT_VOID);
+  VARIANT target = Raw(VT_EMPTY);
+  EXPECT_EQ(zdm::CopyVariant(&target, bad), DISP_E_BADVARTYPE);
   try {
     const Variant copy(bad);
     FAIL() << "no exception";
   } catch (const CAtlException& error) {
-    EXPECT_EQ(error.m_hr, DISP_E_BADVARTYPE);
+    EXPECT_EQ(error.m_hr, E_FAIL);
   }
 }
 

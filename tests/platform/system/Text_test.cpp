@@ -84,8 +84,10 @@ TEST(EqualIgnoringCase, ComparesLowerCaseCopiesAsNames) {
   EXPECT_TRUE(EqualIgnoringCase(OLESTR("\u00C9"), OLESTR("e\u0301")));
   EXPECT_FALSE(EqualIgnoringCase(OLESTR("ANSI31"), OLESTR("ansi32")));
   EXPECT_FALSE(EqualIgnoringCase(OLESTR("ANSI31"), OLESTR("ansi3")));
-  EXPECT_TRUE(EqualIgnoringCase(nullptr, OLESTR("")));
-  EXPECT_FALSE(EqualIgnoringCase(nullptr, OLESTR("a")));
+  EXPECT_TRUE(EqualIgnoringCase({}, OLESTR("")));
+  EXPECT_FALSE(EqualIgnoringCase({}, OLESTR("a")));
+  EXPECT_FALSE(EqualIgnoringCase(WideString(OLESTR("a\0b"), 3), OLESTR("a")));
+  EXPECT_TRUE(EqualIgnoringCase(WideString(OLESTR("A\0B"), 3), WideString(OLESTR("a\0b"), 3)));
 }
 
 }  // namespace
