@@ -78,12 +78,12 @@ void BM_VarBstrCmp_Names(benchmark::State& state) {
   });
 }
 
-void BM_WideString_Names(benchmark::State& state) {
+void BM_VarBstrCmp_Names_Plain(benchmark::State& state) {
   Run(state, [](const Names& names, std::size_t i) { return names.texts[0] == names.texts[i]; });
 }
 
 #if !defined(_WIN32)
-void BM_IcuCollator_Names(benchmark::State& state) {
+void BM_VarBstrCmp_Names_Icu(benchmark::State& state) {
   UErrorCode status = U_ZERO_ERROR;
   UCollator* collator = ucol_open(nullptr, &status);
   Run(state, [collator](const Names& names, std::size_t i) {
@@ -94,10 +94,10 @@ void BM_IcuCollator_Names(benchmark::State& state) {
   });
   ucol_close(collator);
 }
-BENCHMARK(BM_IcuCollator_Names)->DenseRange(0, std::size(kCases) - 1)->ArgName("case");
+BENCHMARK(BM_VarBstrCmp_Names_Icu)->DenseRange(0, std::size(kCases) - 1)->ArgName("case");
 #endif
 
 BENCHMARK(BM_VarBstrCmp_Names)->DenseRange(0, std::size(kCases) - 1)->ArgName("case");
-BENCHMARK(BM_WideString_Names)->DenseRange(0, std::size(kCases) - 1)->ArgName("case");
+BENCHMARK(BM_VarBstrCmp_Names_Plain)->DenseRange(0, std::size(kCases) - 1)->ArgName("case");
 
 }  // namespace

@@ -33,10 +33,10 @@ build() {
   local preset=$1
   shift
   say "build $preset"
-  cmake --preset "$preset" >"$root/build-$preset.log" 2>&1 || {
-    cat "$root/build-$preset.log" >&2
+  mkdir -p build
+  cmake --preset "$preset" >"build/$preset.log" 2>&1 || {
+    cat "build/$preset.log" >&2
     exit 1
   }
-  rm -f "$root/build-$preset.log"
   cmake --build --preset "$preset" -- "$@" || exit 1
 }

@@ -1,6 +1,5 @@
 #include "platform/core/CZObject.h"
 
-#include <deque>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -17,8 +16,8 @@ namespace {
 constexpr ULONG kDestroyingCount = 0x40000000;
 
 struct InterfaceNames {
-  std::deque<std::string> names;  // a deque keeps the characters where they are
   std::unordered_map<std::string, unsigned short> ids;
+  std::vector<const std::string*> names;  // keys of `ids`, by id from 1
 };
 
 InterfaceNames& Names() {
@@ -45,6 +44,7 @@ CZObject::CZObject(const CZObject&) {}
 CZObject& CZObject::operator=(const CZObject&) { return *this; }
 
 CZObject::~CZObject() {
+  count_ = kDestroyingCount;  // also for an object that ends without a release
   if (extras_ == nullptr) return;
   if (ZWeakHandle::Block* block = std::exchange(extras_->weak, nullptr)) {
     block->object = nullptr;
@@ -92,12 +92,13 @@ void CZObject::AddAggregation(unsigned short id, IZObject* object) {
     RemoveAggregation(id);
     return;
   }
-  object->AddRef();
   Extras& extras = GetExtras();
   if (auto it = extras.Find(id); it != extras.aggregated.end()) {
+    object->AddRef();
     std::exchange(it->second, object)->Release();
   } else {
     extras.aggregated.emplace_back(id, object);
+    object->AddRef();
   }
 }
 
@@ -120,24 +121,29 @@ bool CZObject::HasAggregation(unsigned short id) { return GetAggregation(id) != 
 
 unsigned short CZObject::AddInterface(const char* name) {
   InterfaceNames& table = Names();
+  if (name == nullptr) return 0;
   if (auto it = table.ids.find(name); it != table.ids.end()) return it->second;
   if (table.names.size() >= 0xFFFF) throw CAtlException(E_OUTOFMEMORY);
-  table.names.emplace_back(name);
-  const auto id = static_cast<unsigned short>(table.names.size());
-  table.ids.emplace(name, id);
+  table.names.reserve(table.names.size() + 1);
+  const auto id = static_cast<unsigned short>(table.names.size() + 1);
+  table.names.push_back(&table.ids.emplace(name, id).first->first);
   return id;
 }
 
 const char* CZObject::GetInterfaceName(unsigned short id) {
   const InterfaceNames& table = Names();
-  return id >= 1 && id <= table.names.size() ? table.names[id - 1u].c_str() : nullptr;
+  return id >= 1 && id <= table.names.size() ? table.names[id - 1u]->c_str() : nullptr;
 }
 
 void CZObject::Destroy_XXX() {
   count_ = kDestroyingCount;
   // Handles die before the object does, so that nothing reaches a half-destroyed one.
   if (extras_ != nullptr && extras_->weak != nullptr) extras_->weak->object = nullptr;
-  delete this;
+  if (const CZRClass* description = getZRClass()) {
+    description->Destroy(this);
+  } else {
+    delete this;
+  }
 }
 
 ULONG CZObject::DecrementCount() {
@@ -150,7 +156,7 @@ ULONG CZObject::DecrementCount() {
 }
 
 ZWeakHandle::ZWeakHandle(CZObject* object) {
-  if (object == nullptr) return;
+  if (object == nullptr || object->count_ >= kDestroyingCount) return;
   CZObject::Extras& extras = object->GetExtras();
   if (extras.weak == nullptr) extras.weak = new Block{object, 1};
   block_ = extras.weak;

@@ -13,6 +13,7 @@ struct IZObject;
 class ZDM_API CZObject {
  public:
   /// Starts at count 1: the creator's reference. So does a copy; assignment leaves the count alone.
+  /// Aggregated interfaces belong to the one object and are not copied.
   CZObject();
   CZObject(const CZObject& other);
   CZObject& operator=(const CZObject& other);
@@ -43,11 +44,12 @@ class ZDM_API CZObject {
   virtual void AddAggregation(unsigned short id, IZObject* object);  // 11
   /// The object attached under `id` (borrowed), or null.
   virtual IZObject* GetAggregation(unsigned short id);  // 12
-  virtual void RemoveAggregation(unsigned short id);    // 13
-  virtual bool HasAggregation(unsigned short id);       // 14
+  /// Releases the object attached under `id`, if any.
+  virtual void RemoveAggregation(unsigned short id);  // 13
+  virtual bool HasAggregation(unsigned short id);     // 14
 
   /// The id of an interface name: the same for the same name on every call, from 1 upwards.
-  /// Throws CAtlException(E_OUTOFMEMORY) when all 65535 ids are taken.
+  /// 0 for null. Throws CAtlException(E_OUTOFMEMORY) when all 65535 ids are taken.
   static unsigned short AddInterface(const char* name);
   /// The name registered under `id`; null when there is none.
   static const char* GetInterfaceName(unsigned short id);

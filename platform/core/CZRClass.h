@@ -39,7 +39,7 @@ class ZDM_API CZRClass {
 
 /// Registers a class with the factory. Returns its descriptor, which lives until the library is
 /// unloaded; for a class identifier that is registered already, the descriptor of the first
-/// registration. Null when the creator or the destroyer is missing.
+/// registration. Null when a name, the creator or the destroyer is missing.
 ZDM_API CZRClass* newZRClass(const GUID& moduleId, const char* moduleName, const GUID& classId,
                              const char* name, ZClassCreator creator, ZClassDestroyer destroyer,
                              unsigned short flag);

@@ -1,12 +1,14 @@
 #include "platform/core/CZStream.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <new>
 #include <utility>
 
 #include "platform/core/CAtlException.h"
 #include "platform/core/CZRClass.h"
+#include "platform/ole/Bstr.h"
 
 const GUID CZStream::kClassID = {
     0x65808542, 0x5A64, 0x45F2, {0xB7, 0x1A, 0xA6, 0xA6, 0xD0, 0x3C, 0xD2, 0xD5}};
@@ -14,6 +16,7 @@ CZRClass* CZStream::gpDesc = nullptr;
 
 namespace {
 
+constexpr ULONGLONG kUnknown = ~ULONGLONG{0};
 constexpr ULONG kBufferSize = 65536;  // a read or write of this size goes straight below
 
 // The module of the framework's own classes.
@@ -83,6 +86,7 @@ ULONG CZStream::AddRef() { return IncrementCount(); }
 IZObject* CZStream::Clone() { return nullptr; }
 
 void CZStream::Read(void* data, ULONG length, bool* complete) {
+  if (complete != nullptr) *complete = false;
   ULONG read = length;
   if (length <= static_cast<std::size_t>(valid_ - current_)) {
     Copy(data, current_, length);
@@ -97,6 +101,7 @@ void CZStream::Read(void* data, ULONG length, bool* complete) {
 }
 
 void CZStream::Write(const void* data, ULONG length) {
+  if (length == 0) return;
   if (length > static_cast<std::size_t>(limit_ - current_)) {
     WriteSlowly(static_cast<const BYTE*>(data), length);
     return;
@@ -144,23 +149,28 @@ void CZStream::ReadBSTR(BSTR* out) {
   if (bytes == 0) return;
   if (bytes % 2 != 0 || bytes > GetBytesLeft()) throw CAtlException(E_FAIL);
   const ULONG units = bytes / 2 - 1;
-  BSTR text = SysAllocStringLen(nullptr, units);
-  if (text == nullptr) throw CAtlException(E_OUTOFMEMORY);
+  zdm::Bstr text;
+  *text.Out() = SysAllocStringLen(nullptr, units);
+  if (text.IsNull()) throw CAtlException(E_OUTOFMEMORY);
   bool complete = false;
-  Read(text, bytes, &complete);
-  text[units] = 0;
-  if (!complete) {
-    SysFreeString(text);
-    throw CAtlException(E_FAIL);
-  }
-  *out = text;
+  Read(text.Get(), bytes, &complete);
+  if (!complete) throw CAtlException(E_FAIL);
+  text.Get()[units] = 0;
+  *out = text.Detach();
 }
 
 void CZStream::WriteBSTR(BSTR text) {
-  const ULONG bytes = text != nullptr ? SysStringLen(text) * 2 + 2 : 0;
-  Write(&bytes, sizeof(bytes));
-  // The units are followed by their terminator in memory as in the stream.
-  if (bytes != 0) Write(text, bytes);
+  if (text == nullptr) {
+    WriteCount(0);
+    return;
+  }
+  const ULONGLONG bytes = ULONGLONG{SysStringLen(text)} * 2 + 2;
+  if (bytes > 0xFFFFFFFF) throw CAtlException(E_INVALIDARG);
+  const auto length = static_cast<ULONG>(bytes);
+  constexpr OLECHAR kTerminator = 0;
+  Write(&length, sizeof(length));
+  Write(text, length - 2);
+  Write(&kTerminator, 2);
 }
 
 bool CZStream::ReadFlag() {
@@ -253,52 +263,60 @@ void CZStream::CloseWindow() { current_ = valid_ = limit_ = buffer_.get(); }
 
 void CZStream::Flush() {
   if (!dirty_) return;
-  SeekBelow(windowStart_);
-  WriteBelow(buffer_.get(), static_cast<ULONG>(valid_ - buffer_.get()));
+  WriteBelow(windowStart_, buffer_.get(), static_cast<ULONG>(valid_ - buffer_.get()));
   dirty_ = false;
 }
 
+/// Moves the window to the position and fills it. Nothing is waiting to be written.
 void CZStream::Refill() {
-  const ULONGLONG position = Position();
-  Flush();
-  SeekBelow(position);
-  OpenWindow(position);
-  valid_ += ReadBelow(buffer_.get(), kBufferSize);
+  OpenWindow(Position());
+  valid_ += ReadBelow(windowStart_, buffer_.get(), kBufferSize);
 }
 
 void CZStream::SeekBelow(ULONGLONG position) {
   if (positionBelow_ == position) return;
   LARGE_INTEGER to = {};
   to.QuadPart = static_cast<LONGLONG>(position);
+  positionBelow_ = kUnknown;
   const HRESULT result = stream_->Seek(to, STREAM_SEEK_SET, nullptr);
   if (FAILED(result)) throw CAtlException(result);
   positionBelow_ = position;
 }
 
-/// The number of bytes read; fewer at the end of the IStream and when it fails.
-ULONG CZStream::ReadBelow(void* data, ULONG length) {
+/// Reads from `position` on. The number of bytes read; fewer at the end and when the IStream fails.
+ULONG CZStream::ReadBelow(ULONGLONG position, void* data, ULONG length) {
+  if ((states_ & kReadFailed) != 0) return 0;
   ULONG total = 0;
-  while (total < length && (states_ & kReadFailed) == 0) {
-    ULONG read = 0;
-    const HRESULT result = stream_->Read(static_cast<BYTE*>(data) + total, length - total, &read);
-    if (FAILED(result)) {
-      states_ |= kReadFailed;
-    } else if (read == 0) {
-      break;
+  try {
+    SeekBelow(position);
+    while (total < length) {
+      ULONG read = 0;
+      const HRESULT result = stream_->Read(static_cast<BYTE*>(data) + total, length - total, &read);
+      if (FAILED(result)) throw CAtlException(result);
+      if (read == 0) break;
+      total += read;
+      positionBelow_ += read;
     }
-    total += read;
-    positionBelow_ += read;
+  } catch (const CAtlException&) {
+    states_ |= kReadFailed;
+    positionBelow_ = kUnknown;
   }
   return total;
 }
 
-void CZStream::WriteBelow(const void* data, ULONG length) {
+void CZStream::WriteBelow(ULONGLONG position, const void* data, ULONG length) {
   if ((states_ & kWriteFailed) != 0) throw CAtlException(E_FAIL);
+  SeekBelow(position);
   ULONG written = 0;
   const HRESULT result = stream_->Write(data, length, &written);
-  positionBelow_ += written;
-  if (sizeKnown_) sizeBelow_ = std::max(sizeBelow_, positionBelow_);
-  if (SUCCEEDED(result) && written == length) return;
+  if (SUCCEEDED(result) && written == length) {
+    positionBelow_ += written;
+    if (sizeKnown_) sizeBelow_ = std::max(sizeBelow_, positionBelow_);
+    return;
+  }
+  // A stream that fails may have moved and grown all the same.
+  positionBelow_ = kUnknown;
+  sizeKnown_ = false;
   states_ |= kWriteFailed;
   throw CAtlException(FAILED(result) ? result : STG_E_MEDIUMFULL);
 }
@@ -306,19 +324,17 @@ void CZStream::WriteBelow(const void* data, ULONG length) {
 ULONG CZStream::ReadSlowly(BYTE* data, ULONG length) {
   if (stream_ == nullptr) return 0;
   Resume();
+  Flush();  // what throws, throws before the position moves
   ULONG total = 0;
   while (total < length) {
-    const ULONG wanted = length - total;
-    const ULONG ready = std::min(wanted, static_cast<ULONG>(valid_ - current_));
+    const ULONG ready = std::min(length - total, static_cast<ULONG>(valid_ - current_));
     if (ready != 0) std::memcpy(data + total, current_, ready);
     current_ += ready;
     total += ready;
     if (total == length) break;
     if (length - total >= kBufferSize) {
       const ULONGLONG position = Position();
-      Flush();
-      SeekBelow(position);
-      const ULONG read = ReadBelow(data + total, length - total);
+      const ULONG read = ReadBelow(position, data + total, length - total);
       OpenWindow(position + read);
       return total + read;
     }
@@ -337,9 +353,8 @@ void CZStream::WriteSlowly(const BYTE* data, ULONG length) {
   }
   Flush();
   if (length >= kBufferSize) {
-    SeekBelow(position);
     OpenWindow(position);
-    WriteBelow(data, length);
+    WriteBelow(position, data, length);
     OpenWindow(position + length);
   } else {
     OpenWindow(position);
@@ -352,9 +367,15 @@ ULONGLONG CZStream::GetSize() {
   if (stream_ == nullptr) return 0;
   if (!sizeKnown_) {
     STATSTG stat = {};
-    const HRESULT result = stream_->Stat(&stat, STATFLAG_NONAME);
-    if (FAILED(result)) throw CAtlException(result);
-    sizeBelow_ = stat.cbSize.QuadPart;
+    if (SUCCEEDED(stream_->Stat(&stat, STATFLAG_NONAME))) {
+      sizeBelow_ = stat.cbSize.QuadPart;
+    } else {  // a stream that does not tell its size still knows where it ends
+      ULARGE_INTEGER end = {};
+      positionBelow_ = kUnknown;
+      const HRESULT result = stream_->Seek(LARGE_INTEGER{}, STREAM_SEEK_END, &end);
+      if (FAILED(result)) throw CAtlException(result);
+      sizeBelow_ = end.QuadPart;
+    }
     sizeKnown_ = true;
   }
   return std::max(sizeBelow_,

@@ -54,8 +54,8 @@ class ZDM_API CZStream : public IZStream {
   void Flush();
   void Refill();
   void SeekBelow(ULONGLONG position);
-  ULONG ReadBelow(void* data, ULONG length);
-  void WriteBelow(const void* data, ULONG length);
+  ULONG ReadBelow(ULONGLONG position, void* data, ULONG length);
+  void WriteBelow(ULONGLONG position, const void* data, ULONG length);
   ULONG ReadSlowly(BYTE* data, ULONG length);
   void WriteSlowly(const BYTE* data, ULONG length);
   ULONGLONG GetSize();
@@ -66,7 +66,7 @@ class ZDM_API CZStream : public IZStream {
   BYTE* valid_ = nullptr;           // end of the bytes that are read or written
   BYTE* limit_ = nullptr;           // end of the room to write to
   ULONGLONG windowStart_ = 0;       // position of the buffer's first byte
-  ULONGLONG positionBelow_ = 0;     // where the IStream stands
+  ULONGLONG positionBelow_ = 0;     // where the IStream stands; all ones when unknown
   ULONGLONG sizeBelow_ = 0;         // of the IStream, when known
   ULONG states_ = 0;                // kReadFailed, kWriteFailed
   bool sizeKnown_ = false;

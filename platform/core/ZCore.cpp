@@ -78,7 +78,9 @@ CZRClass::CZRClass(const GUID& moduleId, const char* moduleName, const GUID& cla
 CZRClass* newZRClass(const GUID& moduleId, const char* moduleName, const GUID& classId,
                      const char* name, ZClassCreator creator, ZClassDestroyer destroyer,
                      unsigned short flag) {
-  if (creator == nullptr || destroyer == nullptr) return nullptr;
+  if (moduleName == nullptr || name == nullptr || creator == nullptr || destroyer == nullptr) {
+    return nullptr;
+  }
   return ZCore::GetZFactory()->RegisterClass(
       CZRClass(moduleId, moduleName, classId, name, creator, destroyer, flag));
 }

@@ -24,13 +24,15 @@ class ZDM_API CZFactory {
 
   /// Takes over a descriptor; see newZRClass.
   CZRClass* RegisterClass(const CZRClass& description);
-  /// Announces an object that was made outside Create, such as a copy. Null does nothing.
+  /// Announces a new object to the reactor, as cloning does with each copy. Null does nothing.
   void RegisterCreated(CZObject* object, const GUID& classId) const;
   /// Replaces the reactor that RegisterCreated calls; empty for none. Returns the former one.
   CreateReactor SetCreateReactor(CreateReactor reactor);
 
  private:
   friend class ZCore;
+  CZFactory(const CZFactory&) = delete;
+  CZFactory& operator=(const CZFactory&) = delete;
   CZFactory();
   ~CZFactory();
 

@@ -30,15 +30,8 @@
 #undef DrawText
 #undef FindText
 #undef UpdateResource
+#undef RegisterClass
 #undef Yield
-#undef interface
-#undef small
-#undef near
-#undef far
-#undef IN
-#undef OUT
-#undef ERROR
-#undef DELETE
 #else
 #include "platform/ole/portable/Bstr.h"
 #include "platform/ole/portable/Guid.h"

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/support/TestClasses.h"
+#include "tests/support/Thrown.h"
 
 class Meddler;
 
@@ -32,15 +33,16 @@ namespace {
 
 using namespace zdm::test;
 
-/// Runs `call` and answers the code of the exception it throws; S_OK when it throws none.
-template <class Call>
-HRESULT Thrown(Call call) {
-  try {
-    call();
-  } catch (const CAtlException& failure) {
-    return failure;
-  }
-  return S_OK;
+#if defined(__SANITIZE_ADDRESS__)
+extern "C" int __asan_address_is_poisoned(const volatile void* address);
+#endif
+
+/// The memory behind a position is still held, or went back to the heap. Only the address sanitizer
+/// can tell.
+void ExpectHeld([[maybe_unused]] LONGLONG pos, [[maybe_unused]] bool held) {
+#if defined(__SANITIZE_ADDRESS__)
+  EXPECT_EQ(__asan_address_is_poisoned(reinterpret_cast<void*>(pos)) == 0, held);
+#endif
 }
 
 /// Forwards and backwards at once, so that no broken link goes unseen.
@@ -87,7 +89,12 @@ TEST(List, NullArgumentsAreRefused) {
   LONGLONG pos = 0;
   EXPECT_EQ(coll->SetAt(coll->GetHeadPosition(), nullptr), E_INVALIDARG);
   EXPECT_EQ(coll->InsertAfter(nullptr, &pos), E_INVALIDARG);
+  EXPECT_EQ(coll->InsertBefore(nullptr, &pos), E_INVALIDARG);
   EXPECT_EQ(coll->InsertBefore(coll->GetHead(), nullptr), E_INVALIDARG);
+  EXPECT_EQ(coll->InsertAfter(coll->GetHead(), nullptr), E_INVALIDARG);
+  EXPECT_EQ(coll->RemoveHead(nullptr), E_INVALIDARG);
+  EXPECT_EQ(coll->RemoveTail(nullptr), E_INVALIDARG);
+  EXPECT_EQ(coll->FindIndex(1), 0);
   EXPECT_EQ(coll->RemoveItem(nullptr), E_INVALIDARG);
   EXPECT_EQ(coll->AddHeadColl(nullptr), E_INVALIDARG);
   EXPECT_EQ(coll->AddTailColl(nullptr), E_INVALIDARG);
@@ -207,6 +214,20 @@ TEST(List, MovesNodesToTheEndsAndOnePlace) {
   ExpectNames(*coll, "a c b");
 }
 
+TEST(List, MovesTheOccurrenceNearestToWhereItSearchesFrom) {
+  auto coll = MakeColl("a b c");
+  ITestElement* b = coll->GetAt(coll->FindIndex(1));
+  coll->AddTail(b);
+  coll->MovePrev(b);  // from the tail
+  ExpectNames(*coll, "a b b c");
+  auto other = MakeColl("a c");
+  other->AddHead(b);
+  other->AddTail(b);
+  other->AddTail(coll->GetTail());
+  other->MoveNext(b);  // from the head
+  ExpectNames(*other, "a b c b c");
+}
+
 TEST(List, AppendsOtherCollectionsInTheirOrderAndItselfNotAtAll) {
   auto coll = MakeColl("x");
   auto other = MakeColl("a b");
@@ -225,6 +246,11 @@ TEST(List, AppendsOtherCollectionsInTheirOrderAndItselfNotAtAll) {
   list.AddTailList(list);
   list.AddHeadList(&list);
   EXPECT_EQ(list.GetCount(), 1u);
+  source.AddHead();
+  list.AddHeadList(&source);
+  EXPECT_EQ(list.GetHead().Get(), nullptr);
+  EXPECT_EQ(list.GetCount(), 3u);
+  EXPECT_EQ(Thrown([&] { list.CZAtlList::AddTailList(nullptr); }), E_FAIL);
   EXPECT_EQ(Thrown([&] { list.AddHeadList(nullptr); }), E_FAIL);
 }
 
@@ -246,9 +272,37 @@ TEST(List, SurvivesAnElementThatChangesItWhileBeingReleased) {
     EXPECT_EQ(NamesIn(*coll), row.left);
   }
   auto alone = MakeColl();
-  alone->AddTail(zdm::Attached<ITestElement>(new Meddler(alone, kCases[0].deed)));
-  alone->RemoveAll();
-  EXPECT_TRUE(alone->IsEmpty());
+  for (bool destroy : {false, true}) {
+    alone->AddTail(zdm::Attached<ITestElement>(new Meddler(alone, kCases[0].deed)));
+    destroy ? alone.Reset() : void(alone->RemoveAll());
+  }
+}
+
+TEST(List, IsWholeWhileAnElementIsBeingReleased) {
+  auto coll = MakeColl();
+  coll->AddTail(zdm::Attached<ITestElement>(new Meddler(coll, [](ITestColl* list) {
+    EXPECT_EQ(list->GetHead(), nullptr);
+    EXPECT_EQ(list->GetTail(), nullptr);
+    EXPECT_EQ(list->GetCount(), 0);
+    EXPECT_TRUE(list->IsEmpty());
+    EXPECT_EQ(list->GetHeadPosition(), 0);
+    EXPECT_EQ(list->FindIndex(0), 0);
+  })));
+  coll->RemoveHeadNoReturn();
+}
+
+TEST(List, ReusesNodesAndGivesItsBlocksBackWhenItBecomesEmpty) {
+  auto coll = MakeColl("a b");
+  const LONGLONG first = coll->GetHeadPosition();
+  coll->RemoveHeadNoReturn();
+  coll->AddTail(zdm::MakeObject<ITestElement, Element>("c"));
+  EXPECT_EQ(coll->GetTailPosition(), first);
+  ExpectHeld(first, true);
+  coll->RemoveHeadNoReturn();
+  coll->RemoveHeadNoReturn();
+  ExpectHeld(first, false);
+  coll->AddTail(zdm::MakeObject<ITestElement, Element>("d"));
+  ExpectNames(*coll, "d");
 }
 
 TEST(List, KeepsOrderAndCountThroughRandomOperations) {

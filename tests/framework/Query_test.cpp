@@ -1,6 +1,10 @@
 // What an object answers to, and that every view reaches the one count.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <vector>
+
+#include "platform/core/CZGlobalData.h"
 #include "platform/core/ZCore.h"
 #include "tests/support/TestClasses.h"
 
@@ -9,6 +13,14 @@ namespace {
 using namespace zdm::test;
 
 TEST(Query, AnswersTheRowNotTheBases) {
+  auto reserved = zdm::MakeObject<ITestElement, Reserved>();
+  EXPECT_TRUE(reserved->IsA(ZInterface<ITestElement>::ID()));
+  EXPECT_FALSE(reserved->IsA(ZInterface<ITestExtra>::ID()));
+  EXPECT_EQ(zdm::ViewAs<ITestExtra>(reserved), nullptr);
+  const ZRefPtr<ITestExtra> extra = reserved->GetIZObject();
+  EXPECT_EQ(extra.Get(), nullptr);
+  EXPECT_EQ(reserved->GetReferenceCount(), 1u);
+
   auto object = zdm::MakeObject<ITestElement, Twofold>();
   CZObject* identity = object.Get();
   EXPECT_TRUE(identity->IsA(ZInterface<IZObject>::ID()));
@@ -26,6 +38,7 @@ TEST(Query, EveryViewIsTheSameObject) {
   EXPECT_EQ(extra->Extra(), 42);
   EXPECT_EQ(element->GetReferenceCount(), 2u);
   EXPECT_TRUE(extra->EqualTo(element.Get()));
+  EXPECT_FALSE(extra->EqualTo(zdm::MakeObject<ITestElement, Twofold>().Get()));
   // IZObject is a base twice; the canonical view is the same from everywhere.
   EXPECT_EQ(zdm::ViewAs<IZObject>(extra), element->GetIZObject());
   EXPECT_EQ(static_cast<void*>(element->GetLPVOID()), extra->GetLPVOID());
@@ -67,7 +80,9 @@ TEST(Class, FactoryCreatesByIdentifierWithOneReference) {
   GUID asked = {};
   EXPECT_EQ(object->GetClassID(&asked), S_OK);
   EXPECT_TRUE(asked == classId);
+  EXPECT_TRUE(object->GetObjectCLSID() == classId);
   EXPECT_TRUE(object->GetZRMID() == TestModule::kID);
+  EXPECT_EQ(zdm::test::Element().getVersion(), 1u);
   EXPECT_EQ(factory.Create(classId, &classId), nullptr);  // no such module
   EXPECT_EQ(factory.Create(GUID_NULL), nullptr);
 }
@@ -82,12 +97,51 @@ TEST(Class, OneThatIsNotCreatableHasNoDescriptor) {
   EXPECT_TRUE(asked == GUID_NULL);
 }
 
+TEST(Class, RegistrationKeepsItsOrderAndRefusesHalfARecord) {
+  Element::zInit();
+  CZRClass* second = Stranger::zInit();
+  const auto& classes = ZCore::GetZFactory()->GetClasses();
+  EXPECT_LT(std::find(classes.begin(), classes.end(), Element::gpDesc),
+            std::find(classes.begin(), classes.end(), second));
+  EXPECT_EQ(std::count(classes.begin(), classes.end(), second), 1);
+  const GUID unused = {1, 2, 3, {}};
+  EXPECT_EQ(newZRClass(unused, "M", unused, "C", nullptr, &zdm::DestroyObject, 1), nullptr);
+  EXPECT_EQ(newZRClass(unused, nullptr, unused, "C", &zdm::CreateObject<Stranger>,
+                       &zdm::DestroyObject, 1),
+            nullptr);
+  EXPECT_FALSE(ZCore::GetZFactory()->IsRegistered(unused));
+}
+
+TEST(Class, CreatedObjectsAreAnnounced) {
+  CZFactory& factory = *ZCore::GetZFactory();
+  std::vector<CZObject*> announced;
+  auto former =
+      factory.SetCreateReactor([&](CZObject* object, const GUID&) { announced.push_back(object); });
+  Stranger stranger;
+  factory.RegisterCreated(&stranger, GUID_NULL);
+  factory.RegisterCreated(nullptr, GUID_NULL);
+  factory.SetCreateReactor(former);
+  factory.RegisterCreated(&stranger, GUID_NULL);
+  EXPECT_EQ(announced, std::vector<CZObject*>{&stranger});
+}
+
+TEST(GlobalData, HostNamesTheApplication) {
+  const GUID own = CZGlobalData::GetZAppID();
+  const GUID host = {0xA, 0xB, 0xC, {}};
+  CZGlobalData::SetZAppID(host);
+  EXPECT_TRUE(CZGlobalData::GetZAppID() == host);
+  CZGlobalData::SetZAppID(GUID_NULL);
+  EXPECT_TRUE(CZGlobalData::GetZAppID() == own);
+  EXPECT_FALSE(own == GUID_NULL);
+}
+
 TEST(Class, InterfaceIdsAreStablePerName) {
   const unsigned short id = CZObject::AddInterface("ITestAnother");
   EXPECT_GE(id, 1);
   EXPECT_EQ(CZObject::AddInterface("ITestAnother"), id);
   EXPECT_STREQ(CZObject::GetInterfaceName(id), "ITestAnother");
   EXPECT_EQ(CZObject::GetInterfaceName(0), nullptr);
+  EXPECT_EQ(CZObject::AddInterface(nullptr), 0);
 }
 
 }  // namespace

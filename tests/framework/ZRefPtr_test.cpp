@@ -1,6 +1,8 @@
 // Who owns what: reference pointers, clones, aggregated objects and weak handles.
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "platform/core/ZWeakHandle.h"
 #include "tests/support/TestClasses.h"
 #include "zdm/framework/CErrorObject.h"
@@ -51,6 +53,7 @@ TEST(ZRefPtr, ClonesComeWithCountZero) {
   const int before = Element::alive;
   {
     Element original("a");
+    EXPECT_EQ(Stranger().Clone(), nullptr);
     ZRefPtr<IZObject> copy = original.Clone();
     EXPECT_EQ(copy->GetReferenceCount(), 1u);
     EXPECT_EQ(zdm::CloneAs<ITestElement>(&original)->Name(), "a");
@@ -82,6 +85,9 @@ TEST(Aggregation, HoldsOneObjectPerInterfaceUntilTheEnd) {
   EXPECT_EQ(outer->GetAggregation(7)->GetReferenceCount(), 1u);
   outer->RemoveAggregation(7);
   EXPECT_EQ(outer->GetAggregation(7), nullptr);
+  outer->AddAggregation(8, zdm::MakeObject<IZObject, Element>("null takes it away"));
+  outer->AddAggregation(8, nullptr);
+  EXPECT_EQ(Element::alive, before);
   outer->AddAggregation(9, zdm::MakeObject<IZObject, Element>("third"));
   outer.Reset();
   EXPECT_EQ(Element::alive, before);
@@ -113,10 +119,31 @@ TEST(WeakHandle, AnswersNullOnceTheObjectIsGone) {
     EXPECT_EQ(object->GetReferenceCount(), 1u);
   }
   EXPECT_EQ(handle.Get(), nullptr);
-  Stranger automatic;  // ends without a release
-  handle = ZWeakHandle(&automatic);
-  EXPECT_EQ(handle.Get(), &automatic);
-  handle = ZWeakHandle();
+  {
+    Stranger automatic;  // ends without a release
+    handle = ZWeakHandle(&automatic);
+    EXPECT_EQ(handle.Get(), &automatic);
+  }
+  EXPECT_EQ(handle.Get(), nullptr);
+}
+
+/// Takes a handle of another object when it ends.
+class Latecomer : public IZObjectImpl<IZObject> {
+ public:
+  Latecomer(CZObject* outer, ZWeakHandle* handle) : outer_(outer), handle_(handle) {}
+  ~Latecomer() override { *handle_ = ZWeakHandle(outer_); }
+
+ private:
+  CZObject* outer_;
+  ZWeakHandle* handle_;
+};
+
+TEST(WeakHandle, IsEmptyWhenMadeWhileTheObjectIsBeingDestroyed) {
+  ZWeakHandle handle;
+  auto outer = zdm::MakeObject<IZObject, Stranger>();
+  outer->AddAggregation(1, zdm::Attached<IZObject>(new Latecomer(outer, &handle)));
+  outer.Reset();
+  EXPECT_EQ(handle.Get(), nullptr);
 }
 
 TEST(WeakHandle, IsDeadWhileItsObjectIsBeingDestroyedAndDestructionHappensOnce) {
@@ -133,8 +160,10 @@ TEST(ErrorObject, CopiesTheWholeRecordWithoutCounting) {
   EXPECT_EQ(record.m_object, nullptr);
   EXPECT_TRUE(record.m_guid == GUID_NULL);
   record = filled;
-  EXPECT_EQ(record.m_int4, 4);
-  EXPECT_EQ(record.m_long2, 6);
+  EXPECT_EQ((std::vector<LONG>{record.m_int1, record.m_int2, record.m_int3, record.m_int4,
+                               record.m_long1, record.m_long2}),
+            (std::vector<LONG>{1, 2, 3, 4, 5, 6}));
+  EXPECT_TRUE(record.m_guid == guid);
   EXPECT_EQ(record.m_object, object);
 }
 

@@ -1,4 +1,5 @@
-// Loads and unloads the library without linking it, twice, as an application's module loader does.
+// Loads the library without linking it, calls it and unloads it, twice, as an application's module
+// loader does.
 #include <cstdio>
 
 #if defined(_WIN32)
@@ -9,16 +10,27 @@
 
 namespace {
 
+using Call = const void* (*)();
+
 #if defined(_WIN32)
-bool LoadAndUnload(const char* name) {
+bool LoadCallAndUnload(const char* name, const char* function) {
   HMODULE module = LoadLibraryA(name);
-  return module != nullptr && FreeLibrary(module) != 0;
+  if (module == nullptr) return false;
+  const auto call =
+      reinterpret_cast<Call>(reinterpret_cast<void*>(GetProcAddress(module, function)));
+  const bool called = call != nullptr && call() != nullptr;
+  return FreeLibrary(module) != 0 && called && GetModuleHandleA(name) == nullptr;
 }
 #else
-bool LoadAndUnload(const char* name) {
+bool LoadCallAndUnload(const char* name, const char* function) {
   void* module = dlopen(name, RTLD_NOW | RTLD_LOCAL);
-  if (module == nullptr) std::fprintf(stderr, "%s\n", dlerror());
-  return module != nullptr && dlclose(module) == 0;
+  if (module == nullptr) {
+    std::fprintf(stderr, "%s\n", dlerror());
+    return false;
+  }
+  const auto call = reinterpret_cast<Call>(dlsym(module, function));
+  const bool called = call != nullptr && call() != nullptr;
+  return dlclose(module) == 0 && called && dlopen(name, RTLD_NOW | RTLD_NOLOAD) == nullptr;
 }
 #endif
 
@@ -27,8 +39,9 @@ bool LoadAndUnload(const char* name) {
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
   for (int round = 0; round < 2; ++round) {
-    if (!LoadAndUnload(argv[1])) return 1;
+    // ZCore::GetZFactory(), as the compilers name it.
+    if (!LoadCallAndUnload(argv[1], "_ZN5ZCore11GetZFactoryEv")) return 1;
   }
-  std::puts("loaded and unloaded twice");
+  std::puts("loaded, called and unloaded twice");
   return 0;
 }

@@ -8,8 +8,11 @@ work=$(mktemp -d "${TMPDIR:-/tmp}/zdm-outside.XXXXXX")
 trap 'rm -rf "$work"' EXIT
 
 "$cmake" --install "$build" --prefix "$work/prefix" >/dev/null
-options=(-Dzdm_DIR="$(dirname "$(find "$work/prefix" -name zdmConfig.cmake)")" -DCMAKE_BUILD_TYPE=Debug)
-[ -n "$toolchain" ] && options+=(-DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_EXE_LINKER_FLAGS=-static)
+options=(-DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_BUILD_TYPE=Debug)
+# A cross-compiler looks for packages below its own root only; it is named the prefix as one.
+[ -n "$toolchain" ] && options+=(-DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_EXE_LINKER_FLAGS=-static
+                                 -DCMAKE_FIND_ROOT_PATH_MODE_PACKAGE=BOTH
+                                 -Dzdm_DIR="$work/prefix/lib/cmake/zdm")
 [ -z "$toolchain" ] && options+=(-DCMAKE_CXX_COMPILER="$compiler")
 [ -n "$sanitizers" ] && options+=(-DCMAKE_CXX_FLAGS="-fsanitize=$sanitizers")
 "$cmake" -G Ninja -S "$here/outside" -B "$work/tree" "${options[@]}" >"$work/log" 2>&1 &&
@@ -20,6 +23,7 @@ if [ -n "$emulator" ]; then
   "$emulator" "$work/tree/outside.exe"
 else
   "$work/tree/outside"
+  "$work/prefix/bin/zdm" classes >/dev/null
   # pkg-config knows the prefix that was configured; --define-prefix moves it along.
   PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name zdm.pc)")
   export PKG_CONFIG_PATH

@@ -7,6 +7,7 @@ namespace zdm::test {
 ZDM_OBJECT_BODY(Element)
 ZDM_OBJECT_BODY(Stranger)
 ZDM_OBJECT_BODY(Twofold)
+ZDM_OBJECT_BODY(Reserved)
 ZDM_OBJECT_BODY(Coll)
 
 namespace {

@@ -17,6 +17,7 @@ class Element;
 class Stranger;
 class Coll;
 class Twofold;
+class Reserved;
 
 }  // namespace zdm::test
 
@@ -43,6 +44,9 @@ ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Coll, "00000000-0000-0000
               IZObject, ITestColl)
 ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Twofold,
               "7E570000-0000-4000-8000-000000000004", IZObject, ITestElement, ITestExtra)
+
+ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Reserved,
+              "00000000-0000-0000-0000-000000000000", IZObject, ITestElement)
 
 namespace zdm::test {
 
@@ -86,6 +90,17 @@ class Twofold : public IZObjectImpl<ITestElement>, public IZObjectImpl<ITestExtr
 
  private:
   std::string name_ = "twofold";
+};
+
+/// Implements a second interface that its row does not list.
+class Reserved : public IZObjectImpl<ITestElement>, public IZObjectImpl<ITestExtra> {
+  ZDM_OBJECT(Reserved)
+ public:
+  const std::string& Name() override { return name_; }
+  int Extra() override { return 43; }
+
+ private:
+  std::string name_ = "reserved";
 };
 
 class Coll : public IZListImpl<ITestColl, ITestElement> {

@@ -13,28 +13,34 @@ HRESULT TestStream::QueryInterface(REFIID, void** out) {
 }
 
 ULONG TestStream::AddRef() { return static_cast<ULONG>(++references); }
-ULONG TestStream::Release() { return static_cast<ULONG>(--references); }
+ULONG TestStream::Release() {
+  if (--references == 0) ++timesDropped;
+  return static_cast<ULONG>(references);
+}
 
 HRESULT TestStream::Read(void* data, ULONG length, ULONG* read) {
-  *read = 0;
+  if (read != nullptr) *read = 0;
   if (Fails()) return failure;
   const std::size_t left = position < bytes.size() ? bytes.size() - position : 0;
-  *read = static_cast<ULONG>(std::min<std::size_t>(left, length));
-  if (*read != 0) std::memcpy(data, bytes.data() + position, *read);
-  position += *read;
-  return *read == length ? S_OK : S_FALSE;
+  const std::size_t count = std::min<std::size_t>(left, length);
+  if (count != 0) std::memcpy(data, bytes.data() + position, count);
+  position += count;
+  if (read != nullptr) *read = static_cast<ULONG>(count);
+  return count == length ? S_OK : S_FALSE;
 }
 
 HRESULT TestStream::Write(const void* data, ULONG length, ULONG* written) {
-  *written = 0;
-  if (Fails()) return failure;
+  if (written != nullptr) *written = 0;
+  const bool fails = Fails();
   const std::size_t fits = position < room ? room - position : 0;
-  *written = static_cast<ULONG>(std::min<std::size_t>(fits, length));
-  if (*written != 0) {
-    bytes.resize(std::max(bytes.size(), position + *written));
-    std::memcpy(bytes.data() + position, data, *written);
+  const std::size_t count = std::min<std::size_t>(fits, fails ? writtenOnFailure : length);
+  if (count != 0) {
+    bytes.resize(std::max(bytes.size(), position + count));
+    std::memcpy(bytes.data() + position, data, count);
   }
-  position += *written;
+  position += count;
+  if (fails) return failure;
+  if (written != nullptr) *written = static_cast<ULONG>(count);
   return S_OK;
 }
 
@@ -62,6 +68,7 @@ HRESULT TestStream::LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) { return E
 HRESULT TestStream::UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) { return E_NOTIMPL; }
 
 HRESULT TestStream::Stat(STATSTG* stat, DWORD) {
+  if (!tellsSize) return E_NOTIMPL;
   *stat = {};
   stat->type = STGTY_STREAM;
   stat->cbSize.QuadPart = bytes.size();

@@ -1,6 +1,8 @@
 // An IStream over a byte vector, on both systems, that counts its calls and fails on demand.
 #pragma once
 
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "platform/ole/ole.h"
@@ -15,10 +17,13 @@ class TestStream : public IStream {
 
   std::vector<BYTE> bytes;
   std::size_t position = 0;
-  int references = 0;  // taken by others
-  int calls = 0;       // Read and Write so far
-  int failAfter = -1;  // calls that still succeed; negative: all
+  int timesDropped = 0;  // how often the last reference of others was given up
+  int references = 0;    // taken by others
+  int calls = 0;         // Read and Write so far
+  int failAfter = -1;    // calls that still succeed; negative: all
   HRESULT failure = E_ACCESSDENIED;
+  ULONG writtenOnFailure = 0;   // bytes a failing write puts down all the same
+  bool tellsSize = true;        // false: Stat is not supported
   std::size_t room = SIZE_MAX;  // bytes the "disk" holds; a write beyond it is short
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** out) override;

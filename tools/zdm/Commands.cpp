@@ -40,7 +40,8 @@ void ListClasses(const Context& context) {
       rows.push_back({{"name", row.name}, {"clsid", classId}, {"interfaces", interfaces}});
     } else {
       const std::string classId = row.creatable ? TextOf(row.classId) : "(not created by id)";
-      std::printf("%-27s %-38s  %s\n", row.name, classId.c_str(), Joined(interfaces).c_str());
+      std::printf("%-27s %-38s  %s%s\n", row.name, classId.c_str(), Joined(interfaces).c_str(),
+                  row.built ? "" : "  (not in this build)");
     }
   }
   if (context.json) Print(rows.dump(2));
@@ -66,7 +67,9 @@ int Create(const Context& context, const std::string& classIdText) {
     std::fprintf(stderr, "zdm: no class is registered under %s\n", TextOf(classId).c_str());
     return kFailed;
   }
-  const ZRefPtr<IZObject> object = Attached(created->GetIZObject());
+  ZRefPtr<IZObject> object;
+  object.Query(created);
+  created->DecrementCount();  // the creator's reference
   const CZRClass& description = *object->getZRClass();
   const std::vector<std::string> interfaces = InterfacesOf(*object);
   if (context.json) {

@@ -6,7 +6,7 @@
 
 struct IZDMObject;
 
-struct CErrorObject {
+struct ZDM_INTERFACE CErrorObject {
   CErrorObject() = default;
   CErrorObject(const INT& int1, const INT& int2, const INT& int3, const INT& int4,
                const LONG& long1, const LONG& long2, GUID& guid, IZDMObject* object)

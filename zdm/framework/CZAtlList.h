@@ -69,6 +69,11 @@ class CZAtlList {
   /// Exchanges the places of two nodes; each position keeps its element.
   void SwapElements(POSITION first, POSITION second);
 
+ protected:
+  /// Runs `add`, which only adds at one end; when it throws, takes away again what it added.
+  template <class Add>
+  void AllOrNothing(Add add);
+
  private:
   struct CZNode {
     CZNode* next;

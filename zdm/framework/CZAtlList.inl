@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdlib>
 #include <limits>
 #include <new>
@@ -37,14 +38,32 @@ template <class E, class Traits>
 void CZAtlList<E, Traits>::AddHeadList(const CZAtlList* other) {
   if (other == nullptr) throw CAtlException(E_FAIL);
   if (other == this) return;
-  for (CZNode* node = other->tail_; node != nullptr; node = node->prev) AddHead(node->element);
+  AllOrNothing([&] {
+    for (CZNode* node = other->tail_; node != nullptr; node = node->prev) AddHead(node->element);
+  });
 }
 
 template <class E, class Traits>
 void CZAtlList<E, Traits>::AddTailList(const CZAtlList* other) {
   if (other == nullptr) throw CAtlException(E_FAIL);
   if (other == this) return;
-  for (CZNode* node = other->head_; node != nullptr; node = node->next) AddTail(node->element);
+  AllOrNothing([&] {
+    for (CZNode* node = other->head_; node != nullptr; node = node->next) AddTail(node->element);
+  });
+}
+
+template <class E, class Traits>
+template <class Add>
+void CZAtlList<E, Traits>::AllOrNothing(Add add) {
+  const CZNode* const head = head_;
+  const CZNode* const tail = tail_;
+  try {
+    add();
+  } catch (...) {
+    while (head_ != head) RemoveNode(head_);
+    while (tail_ != tail) RemoveNode(tail_);
+    throw;
+  }
 }
 
 template <class E, class Traits>
@@ -69,8 +88,6 @@ void CZAtlList<E, Traits>::RemoveNode(CZNode* node) {
 template <class E, class Traits>
 void CZAtlList<E, Traits>::RemoveAll() {
   while (head_ != nullptr) RemoveNode(head_);
-  // An outer removal may still be releasing its element; the blocks then go when it is done.
-  if (count_ == 0) FreeBlocks();
 }
 
 template <class E, class Traits>
@@ -142,6 +159,7 @@ template <class E, class Traits>
 typename CZAtlList<E, Traits>::CZNode* CZAtlList<E, Traits>::GetFreeNode() {
   if (free_ != nullptr) return free_;
   constexpr std::size_t kHeader = (sizeof(Block) + alignof(CZNode) - 1) & ~(alignof(CZNode) - 1);
+  assert(blockSize_ >= 1);
   if (blockSize_ > (std::numeric_limits<std::size_t>::max() - kHeader) / sizeof(CZNode)) {
     throw CAtlException(E_OUTOFMEMORY);
   }
@@ -159,11 +177,12 @@ typename CZAtlList<E, Traits>::CZNode* CZAtlList<E, Traits>::GetFreeNode() {
 
 template <class E, class Traits>
 void CZAtlList<E, Traits>::FreeNode(CZNode* node) {
-  // The element's last release may come back to this list, which no longer knows the node.
+  // The element goes last: its release may come back to this list, which is whole again by then.
+  const E element = std::move(node->element);
   node->element.~E();
   node->next = free_;
   free_ = node;
-  if (--count_ == 0) RemoveAll();
+  if (--count_ == 0) FreeBlocks();
 }
 
 template <class E, class Traits>

@@ -1,7 +1,8 @@
 // The generic list interface: 31 operations that follow those of Base in every collection
 // interface, such as `struct IZDMObjColl : IZList<IZObject, IZDMObjColl, IZDMObject>`.
 // Positions are opaque: 0 is before the head and after the tail; a position stays valid until its
-// node is removed. Elements handed out as a result are borrowed. Elements may be null.
+// node is removed. Elements handed out as a result are borrowed. Elements may be null. What adds a
+// node throws CAtlException(E_OUTOFMEMORY) without memory and then adds none.
 // The number behind an operation counts from the first one after Base.
 #pragma once
 
@@ -53,7 +54,8 @@ struct ZDM_INTERFACE IZList : Base {
   /// Throw CAtlException(E_FAIL) if `pos` is 0.
   virtual LONG MoveToHead(LONGLONG pos) = 0;  // 24
   virtual LONG MoveToTail(LONGLONG pos) = 0;  // 25
-  /// Exchanges the places of two nodes; each position keeps its element.
+  /// Exchanges the places of two nodes; each position keeps its element. Throws
+  /// CAtlException(E_FAIL) if one of two different positions is 0.
   virtual LONG SwapElements(LONGLONG first, LONGLONG second) = 0;  // 26
   /// Node number `index` from the head; 0 past the end.
   virtual LONGLONG FindIndex(ULONGLONG index) = 0;  // 27

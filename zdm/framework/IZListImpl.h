@@ -10,6 +10,8 @@ template <class Coll, class Elem>
 class IZListImpl : public IZObjectImpl<Coll>, public CZList<Elem> {
  public:
   IZListImpl() : CZList<Elem>(CZList<Elem>::kBlockSize) {}
+  /// Elements go while this is still a list: their release may come back to it.
+  ~IZListImpl() override { List::RemoveAll(); }
 
   Elem* GetHead() override;
   Elem* GetTail() override;

@@ -190,7 +190,9 @@ template <class Coll, class Elem>
 LONG IZListImpl<Coll, Elem>::AddHeadColl(Coll* coll) {
   if (coll == nullptr) return E_INVALIDARG;
   if (coll == this) return S_OK;
-  for (LONGLONG pos = coll->GetTailPosition(); pos != 0;) List::AddHead(coll->GetPrev(pos));
+  List::AllOrNothing([&] {
+    for (LONGLONG pos = coll->GetTailPosition(); pos != 0;) List::AddHead(coll->GetPrev(pos));
+  });
   return S_OK;
 }
 
@@ -198,7 +200,9 @@ template <class Coll, class Elem>
 LONG IZListImpl<Coll, Elem>::AddTailColl(Coll* coll) {
   if (coll == nullptr) return E_INVALIDARG;
   if (coll == this) return S_OK;
-  for (LONGLONG pos = coll->GetHeadPosition(); pos != 0;) List::AddTail(coll->GetNext(pos));
+  List::AllOrNothing([&] {
+    for (LONGLONG pos = coll->GetHeadPosition(); pos != 0;) List::AddTail(coll->GetNext(pos));
+  });
   return S_OK;
 }
 

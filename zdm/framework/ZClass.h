@@ -8,11 +8,10 @@
 //   ZDM_CLASS_ROW(MyModule, true, CMyObject, "11111111-2222-3333-4444-555555555555", IZObject, IMy)
 //
 //   class CMyObject : public IZObjectImpl<IMy> { ZDM_OBJECT(CMyObject) ... };
-//   ZDM_OBJECT_BODY(CMyObject)           // in the source file; then CMyObject::zInit() registers
-//   it
+//   ZDM_OBJECT_BODY(CMyObject)   // in the source file; then CMyObject::zInit() registers it
 #pragma once
 
-#include <memory>
+#include <new>
 #include <type_traits>
 #include <utility>
 
@@ -108,14 +107,26 @@ ULONGLONG OffsetOfInterface(C* object, unsigned short id, InterfaceList<All...>)
   return offset;
 }
 
+/// The IZObject view; every class answers to it.
+template <class C, class... All>
+IZObject* ObjectView(C* object, InterfaceList<All...>) {
+  static_assert((std::is_same_v<All, IZObject> || ...), "the row does not list IZObject");
+  return CanonicalView<IZObject>(object);
+}
+
+/// A new object, or null without memory.
 template <class C>
 CZObject* CreateObject() {
-  return new (std::nothrow) C;
+  try {
+    return new C;
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
 }
 
 inline void DestroyObject(CZObject* object) { delete object; }
 
-/// Registers class C, whose row must be creatable, with the factory; see newZRClass.
+/// Registers class C with the factory; see newZRClass. Null for a class that is not creatable.
 template <class C>
 CZRClass* RegisterClass() {
   using Row = ClassRow<C>;
@@ -152,7 +163,9 @@ CZRClass* RegisterClass() {
   ULONGLONG _GetOffsetofClass(unsigned short id) override {                                \
     return zdm::OffsetOfInterface(this, id, zdm::ClassRow<Class>::Interfaces{});           \
   }                                                                                        \
-  IZObject* GetIZObject() override { return zdm::CanonicalView<IZObject>(this); }          \
+  IZObject* GetIZObject() override {                                                       \
+    return zdm::ObjectView(this, zdm::ClassRow<Class>::Interfaces{});                      \
+  }                                                                                        \
   void* GetLPVOID() override { return this; }                                              \
   virtual ULONG getVersion() const {                                                       \
     const CZRClass* description = getZRClass();                                            \

@@ -17,9 +17,7 @@ class ZRefPtrBase {
   ZRefPtrBase() = default;
   ZRefPtrBase(const ZRefPtrBase& other) : p(other.p) { Take(); }
   ZRefPtrBase(ZRefPtrBase&& other) noexcept : p(std::exchange(other.p, nullptr)) {}
-  virtual ~ZRefPtrBase() {
-    if (p != nullptr) p->Release();
-  }
+  virtual ~ZRefPtrBase() { Attach(nullptr); }
 
   ZRefPtrBase& operator=(const ZRefPtrBase& other) {
     if (this != &other) Assign(other.p);

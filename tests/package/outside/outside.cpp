@@ -6,6 +6,9 @@
 #include <zdm/module/ClassTable.h>
 
 int main() {
+  // A host's own registration, also where the host is not built for wide characters.
+  CZFactory& factory = *ZCore::GetZFactory();
+  if (factory.RegisterClass(*factory.Find(CZStream::kClassID)) == nullptr) return 1;
   CZObject* created = ZCore::GetZFactory()->Create(CZStream::kClassID);
   if (created == nullptr) return 1;
   const auto stream = zdm::Attached(zdm::ViewAs<IZStream>(created));

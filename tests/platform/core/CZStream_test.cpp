@@ -12,6 +12,7 @@
 #include "platform/core/ZCore.h"
 #include "platform/ole/Bstr.h"
 #include "tests/support/ByteStream.h"
+#include "tests/support/Thrown.h"
 #include "zdm/framework/ZRefPtr.h"
 
 namespace {
@@ -19,24 +20,22 @@ namespace {
 using Bytes = std::vector<BYTE>;
 using zdm::test::ByteStream;
 using zdm::test::TestStream;
-
-template <class Call>
-HRESULT Thrown(Call call) {
-  try {
-    call();
-  } catch (const CAtlException& failure) {
-    return failure;
-  }
-  return S_OK;
-}
+using zdm::test::Thrown;
 
 TEST(Stream, IsMadeByTheFactory) {
   CZObject* created = ZCore::GetZFactory()->Create(CZStream::kClassID);
   ASSERT_NE(created, nullptr);
   auto stream = zdm::Attached(zdm::ViewAs<IZStream>(created));
+  OLECHAR classId[39];
+  StringFromGUID2(CZStream::kClassID, classId, 39);
+  EXPECT_EQ(std::basic_string<OLECHAR>(classId), OLESTR("{65808542-5A64-45F2-B71A-A6A6D03CD2D5}"));
+  EXPECT_TRUE(stream->IsA(CZObject::AddInterface("IZStream")));
+  EXPECT_FALSE(stream->IsA(CZObject::AddInterface("IZStorage")));
   TestStream below;
   EXPECT_EQ(stream->AttachStream(&below), S_OK);
+  EXPECT_EQ(stream->AttachStream(&below), S_OK);
   EXPECT_EQ(below.references, 1);
+  EXPECT_EQ(below.timesDropped, 0);  // taken again before it was let go
   stream->WriteCount(-2);
   stream.Reset();
   EXPECT_EQ(below.references, 0);
@@ -57,6 +56,20 @@ TEST(Stream, WritesScalarsAndStringsByteByByte) {
                    0, 0, 0, 0,                                     // null
                    2, 0, 0, 0, 0,   0,                             // empty
                    8, 0, 0, 0, 'a', 0, 0, 0, 0x3A, 0x7F, 0, 0}));  // three units
+}
+
+TEST(Stream, TerminatesAStringOfOddBytesByAZeroUnit) {
+  ByteStream stream;
+  const BSTR odd = SysAllocStringByteLen("abc", 3);
+  stream.WriteBSTR(odd);
+  SysFreeString(odd);
+  EXPECT_EQ(stream.GetBytes(), (Bytes{4, 0, 0, 0, 'a', 'b', 0, 0}));
+  stream.Seek(4 + 2, STREAM_SEEK_SET);
+  stream.Write("xx", 2);  // a terminator that is none
+  stream.Seek(0, STREAM_SEEK_SET);
+  zdm::Bstr read;
+  stream.ReadBSTR(read.Out());
+  EXPECT_EQ(read.Get()[1], 0);
 }
 
 TEST(Stream, ReadsBackStringsNullAndEmptyApart) {
@@ -186,10 +199,66 @@ TEST(Stream, AFailedWriteKeepsItsBytesForAnotherTry) {
   stream.Recover(IZStream::kWriteFailed);
   stream.GetIStream();
   EXPECT_EQ(stream.below.bytes, (Bytes{7, 0, 0, 0}));
+  stream.below.failAfter = 0;
+  stream.below.writtenOnFailure = 2;  // moves, then fails
+  stream.Seek(0, STREAM_SEEK_SET);
+  stream.WriteCount(9);
+  EXPECT_EQ(Thrown([&] { stream.GetIStream(); }), E_ACCESSDENIED);
+  stream.Recover(IZStream::kReadFailed);
+  stream.below.failAfter = -1;
+  EXPECT_EQ(Thrown([&] { stream.GetIStream(); }), E_FAIL);
+  stream.Recover(IZStream::kWriteFailed);
+  stream.GetIStream();
+  EXPECT_EQ(stream.below.bytes, (Bytes{9, 0, 0, 0}));
   stream.below.room = 6;
   stream.WriteCount(8);
   EXPECT_EQ(stream.AttachStream(nullptr), STG_E_MEDIUMFULL);
   EXPECT_EQ(stream.below.references, 0);
+}
+
+TEST(Stream, AReadWhoseFlushFailsSaysSoAndStaysWhereItIs) {
+  ByteStream stream(Bytes(8, 1));
+  stream.WriteCount(7);
+  stream.below.failAfter = 0;
+  bool complete = true;
+  LONG value = 0;
+  EXPECT_EQ(Thrown([&] { stream.Read(&value, 4, &complete); }), E_ACCESSDENIED);
+  EXPECT_FALSE(complete);
+  EXPECT_EQ(stream.GetPosition(), 4u);
+  stream.below.failAfter = -1;
+  stream.Recover(IZStream::kWriteFailed);
+  EXPECT_EQ(stream.ReadCount(), 0x01010101);
+}
+
+TEST(Stream, AttachingAnotherIStreamClearsErrors) {
+  ByteStream stream(Bytes(4, 1));
+  stream.below.failAfter = 0;
+  bool complete = true;
+  LONG value = 0;
+  stream.Read(&value, 4, &complete);
+  TestStream other(Bytes(4, 2));
+  EXPECT_EQ(stream.AttachStream(&other), S_OK);
+  EXPECT_EQ(stream.ReadCount(), 0x02020202);
+  stream.AttachStream(nullptr);
+}
+
+TEST(Stream, WritingNothingLeavesAReadOnlyIStreamAlone) {
+  ByteStream stream(Bytes(4, 1));
+  stream.Write("", 0);
+  stream.below.room = 0;
+  EXPECT_EQ(stream.ReadCount(), 0x01010101);
+}
+
+TEST(Stream, FindsTheEndOfAnIStreamThatDoesNotTellItsSize) {
+  ByteStream stream({1, 2, 3, 4, 5, 6, 7, 8});
+  stream.below.tellsSize = false;
+  stream.Seek(2, STREAM_SEEK_SET);
+  EXPECT_EQ(stream.GetBytesLeft(), 6u);
+  EXPECT_TRUE(stream.ReadFlag());
+  EXPECT_EQ(stream.GetPosition(), 3u);
+  ULARGE_INTEGER size = {};
+  stream.GetIStream()->SetSize(size);  // others may change it meanwhile
+  EXPECT_EQ(stream.GetBytesLeft(), 0u);
 }
 
 TEST(Stream, WithoutAnIStreamReadsNothingAndRefusesToWrite) {
@@ -201,6 +270,8 @@ TEST(Stream, WithoutAnIStreamReadsNothingAndRefusesToWrite) {
   EXPECT_EQ(stream.GetIStream(), nullptr);
   EXPECT_EQ(stream.GetBytesLeft(), 0u);
   EXPECT_EQ(Thrown([&] { stream.WriteCount(1); }), E_FAIL);
+  stream.Write(&byte, 0);
+  EXPECT_EQ(stream.Seek(10, STREAM_SEEK_SET), 10u);
 }
 
 /// Random reads, writes and seeks around the buffer's edges against a byte vector.
