@@ -128,8 +128,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Storage root;
   const HRESULT opened =
       zdm::OpenStorage(original.Name().c_str(), STGM_READ | STGM_SHARE_DENY_WRITE, root.Out());
-  Require(checked == S_OK || FAILED(opened), "what is refused does not open");
-  if (FAILED(opened)) return 0;  // accepted and not opened: two names equal only there
+  Require((checked == S_OK) == (opened == S_OK), "what is accepted opens, and nothing else");
+  if (FAILED(opened)) return 0;
   Found before;
   ReadStorage(root.Get(), before);
   Require(before.storages == report.storages && before.streams == report.streams,

@@ -35,18 +35,12 @@ constexpr BYTE kSignature[8] = {0xD0, 0xCF, 0x11, 0xE0, 0xA1, 0xB1, 0x1A, 0xE1};
 //       76   436  the first 109 places of FAT sectors
 constexpr ULONG kFatPlacesOffset = 76;
 
-bool IsHighSurrogate(OLECHAR unit) {
-  return (unit & 0xFC00) == 0xD800;
-}
-bool IsLowSurrogate(OLECHAR unit) {
-  return (unit & 0xFC00) == 0xDC00;
-}
+bool IsHighSurrogate(OLECHAR unit) { return (unit & 0xFC00) == 0xD800; }
+bool IsLowSurrogate(OLECHAR unit) { return (unit & 0xFC00) == 0xDC00; }
 
 }  // namespace
 
-USHORT ReadU16(const BYTE* bytes) {
-  return static_cast<USHORT>(bytes[0] | bytes[1] << 8);
-}
+USHORT ReadU16(const BYTE* bytes) { return static_cast<USHORT>(bytes[0] | bytes[1] << 8); }
 
 ULONG ReadU32(const BYTE* bytes) {
   return ULONG{bytes[0]} | ULONG{bytes[1]} << 8 | ULONG{bytes[2]} << 16 | ULONG{bytes[3]} << 24;
@@ -57,34 +51,46 @@ std::basic_string_view<OLECHAR> CompoundEntry::Name() const {
   return {name, static_cast<std::size_t>(nameBytes / 2 - 1)};
 }
 
+bool CompoundMemory::Read(ULONGLONG place, void* data, std::size_t size) const {
+  if (place > size_ || size > size_ - place) return false;
+  if (size != 0) std::memcpy(data, data_ + place, size);
+  return true;
+}
+
+CompoundImage::CompoundImage(const CompoundBytes& bytes) : bytes_(bytes) {
+  const auto size = std::min<ULONGLONG>(bytes.Size(), sizeof(header_));
+  readable_ = bytes.Read(0, header_, static_cast<std::size_t>(size));
+}
+
 bool CompoundImage::HasSignature() const {
-  return size_ >= sizeof(kSignature) && std::memcmp(data_, kSignature, sizeof(kSignature)) == 0;
+  return bytes_.Size() >= sizeof(kSignature) &&
+         std::memcmp(header_, kSignature, sizeof(kSignature)) == 0;
 }
 
 bool CompoundImage::ReadHeader(CompoundHeader* header) const {
-  if (size_ < kCompoundHeaderSize) return false;
-  header->majorVersion = ReadU16(data_ + 26);
-  header->byteOrder = ReadU16(data_ + 28);
-  header->sectorShift = ReadU16(data_ + 30);
-  header->miniShift = ReadU16(data_ + 32);
-  header->directorySectors = ReadU32(data_ + 40);
-  header->fatSectors = ReadU32(data_ + 44);
-  header->directoryStart = ReadU32(data_ + 48);
-  header->miniCutoff = ReadU32(data_ + 56);
-  header->miniFatStart = ReadU32(data_ + 60);
-  header->miniFatSectors = ReadU32(data_ + 64);
-  header->difatStart = ReadU32(data_ + 68);
-  header->difatSectors = ReadU32(data_ + 72);
+  if (bytes_.Size() < kCompoundHeaderSize) return false;
+  header->majorVersion = ReadU16(header_ + 26);
+  header->byteOrder = ReadU16(header_ + 28);
+  header->sectorShift = ReadU16(header_ + 30);
+  header->miniShift = ReadU16(header_ + 32);
+  header->directorySectors = ReadU32(header_ + 40);
+  header->fatSectors = ReadU32(header_ + 44);
+  header->directoryStart = ReadU32(header_ + 48);
+  header->miniCutoff = ReadU32(header_ + 56);
+  header->miniFatStart = ReadU32(header_ + 60);
+  header->miniFatSectors = ReadU32(header_ + 64);
+  header->difatStart = ReadU32(header_ + 68);
+  header->difatSectors = ReadU32(header_ + 72);
   return true;
 }
 
 ULONG CompoundImage::HeaderFatPlace(ULONG index) const {
-  return ReadU32(data_ + kFatPlacesOffset + std::size_t{4} * index);
+  return ReadU32(header_ + kFatPlacesOffset + std::size_t{4} * index);
 }
 
 void CompoundImage::SetSectorShift(USHORT shift) {
   shift_ = shift;
-  const ULONGLONG whole = size_ >> shift;  // the header takes the place of one sector
+  const ULONGLONG whole = bytes_.Size() >> shift;  // the header takes the place of one sector
   sectorCount_ = whole == 0 ? 0 : static_cast<ULONG>(std::min<ULONGLONG>(whole - 1, kMaxSector));
 }
 

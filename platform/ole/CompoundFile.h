@@ -57,20 +57,46 @@ struct CompoundEntry {
   ULONGLONG size;
 
   /// The units before the terminator; empty when the stored length is not 2 to 64 bytes.
-  std::basic_string_view<OLECHAR> Name() const;
+  ZDM_API std::basic_string_view<OLECHAR> Name() const;
+};
+
+/// Where a file's bytes are read from, piece by piece.
+class ZDM_INTERFACE CompoundBytes {
+ public:
+  virtual ~CompoundBytes() = default;
+  virtual ULONGLONG Size() const = 0;
+  /// Reads `size` bytes at `place`, all or false: what has a size can still fail, or be cut
+  /// meanwhile.
+  virtual bool Read(ULONGLONG place, void* data, std::size_t size) const = 0;
+};
+
+/// Bytes in memory, borrowed.
+class ZDM_API CompoundMemory final : public CompoundBytes {
+ public:
+  CompoundMemory(const BYTE* data, ULONGLONG size) : data_(data), size_(size) {}
+
+  ULONGLONG Size() const override { return size_; }
+  bool Read(ULONGLONG place, void* data, std::size_t size) const override;
+
+ private:
+  const BYTE* data_;
+  ULONGLONG size_;
 };
 
 /// A compound file's bytes as header and sectors. The bytes are borrowed.
 class CompoundImage {
  public:
-  CompoundImage(const BYTE* data, ULONGLONG size) : data_(data), size_(size) {}
+  /// Reads the bytes of the header.
+  ZDM_API explicit CompoundImage(const CompoundBytes& bytes);
 
+  /// The bytes of the header, as far as there are any, could be read.
+  bool IsReadable() const { return readable_; }
   /// The first eight bytes are those of a compound file.
   ZDM_API bool HasSignature() const;
-  /// Reads the header's fields, as they are. False when the file is too short for one.
+  /// The header's fields, as they are. False when the file is too short for one.
   ZDM_API bool ReadHeader(CompoundHeader* header) const;
   /// The place of the allocation table's piece `index` (below 109) as the header has it.
-  ULONG HeaderFatPlace(ULONG index) const;
+  ZDM_API ULONG HeaderFatPlace(ULONG index) const;
 
   /// Divides what follows the header into sectors of 1 << `shift` bytes (9 or 12). A last sector
   /// that is not all there is none.
@@ -78,19 +104,22 @@ class CompoundImage {
   ULONG SectorSize() const { return ULONG{1} << shift_; }
   ULONG SectorCount() const { return sectorCount_; }
   ULONGLONG SectorPlace(ULONG sector) const { return (ULONGLONG{sector} + 1) << shift_; }
-  /// The bytes of a sector below SectorCount().
-  const BYTE* Sector(ULONG sector) const { return data_ + SectorPlace(sector); }
+  /// Reads the SectorSize() bytes of a sector below SectorCount().
+  bool ReadSector(ULONG sector, BYTE* to) const {
+    return bytes_.Read(SectorPlace(sector), to, SectorSize());
+  }
 
  private:
-  const BYTE* data_;
-  ULONGLONG size_;
+  const CompoundBytes& bytes_;
+  BYTE header_[kCompoundHeaderSize] = {};
+  bool readable_ = false;
   USHORT shift_ = 9;
   ULONG sectorCount_ = 0;
 };
 
 /// A little-endian number at `bytes`.
-USHORT ReadU16(const BYTE* bytes);
-ULONG ReadU32(const BYTE* bytes);
+ZDM_API USHORT ReadU16(const BYTE* bytes);
+ZDM_API ULONG ReadU32(const BYTE* bytes);
 
 /// The 128 bytes of a directory entry, as they are.
 ZDM_API CompoundEntry ReadCompoundEntry(const BYTE* bytes);
@@ -105,6 +134,6 @@ ZDM_API int CompareElementNames(std::basic_string_view<OLECHAR> left,
 /// 1 to 31 units, none of / \ : ! and zero, every surrogate with its other half.
 ZDM_API bool IsElementName(std::basic_string_view<OLECHAR> name);
 /// The same without regard to / \ : !, which other programs have been seen to use.
-bool IsReadableElementName(std::basic_string_view<OLECHAR> name);
+ZDM_API bool IsReadableElementName(std::basic_string_view<OLECHAR> name);
 
 }  // namespace zdm

@@ -15,8 +15,8 @@ constexpr ULONGLONG MiniSectorsOf(ULONGLONG size) {
 /// One run over a file. Each step answers false after it noted the fault.
 class Checker {
  public:
-  Checker(const BYTE* data, ULONGLONG size, CompoundFileReport& report, CompoundLayout& layout)
-      : image_(data, size), report_(report), layout_(layout) {}
+  Checker(const CompoundBytes& bytes, CompoundFileReport& report, CompoundLayout& layout)
+      : image_(bytes), report_(report), layout_(layout) {}
 
   bool Run() { return Header() && Fat() && Directory() && Tree() && MiniStream() && Streams(); }
 
@@ -28,6 +28,7 @@ class Checker {
   bool Siblings(ULONG storage, ULONG depth);
   bool Element(ULONG index);
   bool InOrder(ULONG before, ULONG after);
+  bool NamesDiffer(std::size_t first);
   bool MiniStream();
   bool Streams();
   bool MiniChain(ULONG index);
@@ -56,9 +57,22 @@ class Checker {
     return true;
   }
 
-  void AppendTable(ULONG sector, std::vector<ULONG>& table) const {
-    const BYTE* bytes = image_.Sector(sector);
+  /// The bytes of a sector, until the next is read; null after it noted the fault.
+  const BYTE* Sector(ULONG sector) {
+    if (image_.ReadSector(sector, sector_.data())) return sector_.data();
+    Fault(CompoundFault::kUnreadable, sector);
+    return nullptr;
+  }
+
+  bool AppendTable(ULONG sector, std::vector<ULONG>& table) {
+    const BYTE* bytes = Sector(sector);
+    if (bytes == nullptr) return false;
     for (ULONG i = 0; i < image_.SectorSize(); i += 4) table.push_back(ReadU32(bytes + i));
+    return true;
+  }
+
+  std::basic_string_view<OLECHAR> NameOf(ULONG entry) const {
+    return layout_.entries[entry].Name();
   }
 
   struct Storage {
@@ -74,6 +88,7 @@ class Checker {
   CompoundFileReport& report_;
   CompoundLayout& layout_;
   CompoundHeader header_ = {};
+  std::vector<BYTE> sector_;    // the one read last
   std::vector<bool> used_;      // sectors
   std::vector<bool> miniUsed_;  // mini sectors
   std::vector<bool> seen_;      // directory entries
@@ -82,6 +97,7 @@ class Checker {
 };
 
 bool Checker::Header() {
+  if (!image_.IsReadable()) return Fault(CompoundFault::kUnreadable, 0);
   if (!image_.HasSignature()) return Fault(CompoundFault::kNotCompound, 0);
   if (!image_.ReadHeader(&header_)) return Fault(CompoundFault::kHeader, 0);
   const bool version3 = header_.majorVersion == 3 && header_.sectorShift == 9;
@@ -92,6 +108,7 @@ bool Checker::Header() {
   }
   image_.SetSectorShift(header_.sectorShift);
   layout_.sectorShift = header_.sectorShift;
+  sector_.resize(image_.SectorSize());
   used_.assign(image_.SectorCount(), false);
   return true;
 }
@@ -112,7 +129,8 @@ bool Checker::Fat() {
   ULONG next = header_.difatStart;
   for (ULONG i = 0; i < header_.difatSectors; ++i) {
     if (!Claim(next)) return Fault(CompoundFault::kFatPlaces, next);
-    const BYTE* bytes = image_.Sector(next);
+    const BYTE* bytes = Sector(next);
+    if (bytes == nullptr) return false;
     for (ULONG j = 0; j < perSector && places.size() < count; ++j) {
       places.push_back(ReadU32(bytes + std::size_t{4} * j));
     }
@@ -124,7 +142,7 @@ bool Checker::Fat() {
   layout_.fat.reserve(std::size_t{count} * (perSector + 1));
   for (const ULONG place : places) {
     if (!Claim(place)) return Fault(CompoundFault::kFatPlaces, place);
-    AppendTable(place, layout_.fat);
+    if (!AppendTable(place, layout_.fat)) return false;
   }
   return true;
 }
@@ -141,7 +159,8 @@ bool Checker::Directory() {
   }
   layout_.entries.reserve(sectors.size() * (image_.SectorSize() / kDirectoryEntrySize));
   for (const ULONG sector : sectors) {
-    const BYTE* bytes = image_.Sector(sector);
+    const BYTE* bytes = Sector(sector);
+    if (bytes == nullptr) return false;
     for (ULONG i = 0; i < image_.SectorSize(); i += kDirectoryEntrySize) {
       layout_.entries.push_back(ReadCompoundEntry(bytes + i));
       // Sizes of version 3 have 32 bits; early programs left anything in the upper half.
@@ -172,6 +191,7 @@ bool Checker::Tree() {
 bool Checker::Siblings(ULONG storage, ULONG depth) {
   const std::size_t first = layout_.elements.size();
   ULONGLONG depths = 0;
+  bool ordered = true;
   ULONG current = layout_.entries[storage].child;
   ULONG level = 1;
   path_.clear();
@@ -187,8 +207,10 @@ bool Checker::Siblings(ULONG storage, ULONG depth) {
     }
     const Step step = path_.back();
     path_.pop_back();
-    if (layout_.elements.size() > first && !InOrder(layout_.elements.back().entry, step.entry)) {
-      return Fault(CompoundFault::kTree, step.entry);
+    if (layout_.elements.size() > first) {
+      const ULONG before = layout_.elements.back().entry;
+      if (!InOrder(before, step.entry)) return Fault(CompoundFault::kTree, step.entry);
+      ordered = ordered && CompareElementNames(NameOf(before), NameOf(step.entry)) < 0;
     }
     layout_.elements.push_back({step.entry, storage});
     if (layout_.entries[step.entry].type == kEntryStorage) {
@@ -200,6 +222,25 @@ bool Checker::Siblings(ULONG storage, ULONG depth) {
   }
   const ULONGLONG count = layout_.elements.size() - first;
   if (depths > count * kMaxSiblingDepth) return Fault(CompoundFault::kDepth, storage);
+  return ordered || NamesDiffer(first);
+}
+
+/// No two of the elements from `first` on have equal names. Asked where neighbours stand in an
+/// order that is not ours, so that equal names need not be neighbours.
+bool Checker::NamesDiffer(std::size_t first) {
+  std::vector<ULONG> entries;
+  entries.reserve(layout_.elements.size() - first);
+  for (std::size_t i = first; i < layout_.elements.size(); ++i) {
+    entries.push_back(layout_.elements[i].entry);
+  }
+  std::sort(entries.begin(), entries.end(), [this](ULONG left, ULONG right) {
+    return CompareElementNames(NameOf(left), NameOf(right)) < 0;
+  });
+  for (std::size_t i = 1; i < entries.size(); ++i) {
+    if (CompareElementNames(NameOf(entries[i - 1]), NameOf(entries[i])) == 0) {
+      return Fault(CompoundFault::kTree, entries[i]);
+    }
+  }
   return true;
 }
 
@@ -222,8 +263,8 @@ bool Checker::Element(ULONG index) {
 /// `before` may stand left of `after`. Programs differ in the upper case of letters outside ASCII,
 /// so where such a letter decides, only equal names are refused.
 bool Checker::InOrder(ULONG before, ULONG after) {
-  const auto left = layout_.entries[before].Name();
-  const auto right = layout_.entries[after].Name();
+  const auto left = NameOf(before);
+  const auto right = NameOf(after);
   const int order = CompareElementNames(left, right);
   if (order <= 0) return order < 0;
   if (left.size() != right.size()) return false;
@@ -237,13 +278,14 @@ bool Checker::MiniStream() {
   const CompoundEntry& root = layout_.entries[0];
   // Some programs count one table sector where there is none and no small stream either.
   const bool noTable = header_.miniFatSectors == 0 || header_.miniFatStart == kEndOfChain;
-  ULONG tableSectors = 0;
-  const bool sound = noTable || Chain(header_.miniFatStart, [&](ULONG sector) {
-                       AppendTable(sector, layout_.miniFat);
-                       ++tableSectors;
-                     });
-  if (!sound || (!noTable && tableSectors != header_.miniFatSectors)) {
+  std::vector<ULONG> sectors;
+  if (!noTable && (!Chain(header_.miniFatStart, [&](ULONG sector) { sectors.push_back(sector); }) ||
+                   sectors.size() != header_.miniFatSectors)) {
     return Fault(CompoundFault::kMiniStream, header_.miniFatStart);
+  }
+  layout_.miniFat.reserve(sectors.size() * (image_.SectorSize() / 4));
+  for (const ULONG sector : sectors) {
+    if (!AppendTable(sector, layout_.miniFat)) return false;
   }
   if (root.size == 0) return true;
   if (!Chain(root.start, [&](ULONG sector) { layout_.miniStream.push_back(sector); }) ||
@@ -308,22 +350,31 @@ const char* DescribeFault(CompoundFault fault) {
       return "mini stream damaged";
     case CompoundFault::kChain:
       return "chain of a stream damaged";
+    case CompoundFault::kUnreadable:
+      return "cannot be read";
   }
   return "unknown";
 }
 
-HRESULT CheckCompoundFile(const BYTE* data, ULONGLONG size, CompoundFileReport* report,
+HRESULT CheckCompoundFile(const CompoundBytes& bytes, CompoundFileReport* report,
                           CompoundLayout* layout) try {
+  if (report != nullptr) *report = {};
   CompoundFileReport ownReport;
   CompoundLayout ownLayout;
-  const bool sound = Checker(data, size, ownReport, ownLayout).Run();
+  const bool sound = Checker(bytes, ownReport, ownLayout).Run();
   if (report != nullptr) *report = ownReport;
   if (layout != nullptr) *layout = std::move(ownLayout);
   if (sound) return S_OK;
+  if (ownReport.fault == CompoundFault::kUnreadable) return STG_E_READFAULT;
   return ownReport.fault == CompoundFault::kNotCompound ? STG_E_INVALIDHEADER
                                                         : STG_E_DOCFILECORRUPT;
 } catch (const std::bad_alloc&) {
   return E_OUTOFMEMORY;
+}
+
+HRESULT CheckCompoundFile(const BYTE* data, ULONGLONG size, CompoundFileReport* report,
+                          CompoundLayout* layout) {
+  return CheckCompoundFile(CompoundMemory(data, size), report, layout);
 }
 
 }  // namespace zdm

@@ -20,10 +20,11 @@ enum class CompoundFault {
   kDirectory,    // the directory's chain, its first entry
   kName,         // length, terminator, zeros inside, half a surrogate pair
   kEntry,        // type, or a stream with children
-  kTree,         // an entry reached twice, past the end, out of order, or never
+  kTree,         // an entry reached twice, past the end, out of order, or never; equal names
   kDepth,        // storages nested, or siblings chained, deeper than is read
   kMiniStream,   // the mini stream, its table, or their sizes
   kChain,        // a stream's chain leaves the file, crosses another, or is too short
+  kUnreadable,   // the bytes could not be read, or the file was cut meanwhile
 };
 
 /// A few English words for a report.
@@ -57,9 +58,13 @@ struct CompoundLayout {
   std::vector<Element> elements;  // a storage before its elements; siblings in their order
 };
 
-/// Checks `size` bytes at `data`. S_OK; STG_E_INVALIDHEADER for what is no compound file at all;
-/// STG_E_DOCFILECORRUPT for a damaged one; E_OUTOFMEMORY.
-/// `report` and `layout` may be null; `layout` is complete only with S_OK.
+/// Checks the file with these bytes; its header and tables are read once, its streams not at all.
+/// S_OK; STG_E_INVALIDHEADER for what is no compound file at all; STG_E_DOCFILECORRUPT for a
+/// damaged one; STG_E_READFAULT; E_OUTOFMEMORY. `report` and `layout` may be null; `layout` is
+/// complete only with S_OK.
+ZDM_API HRESULT CheckCompoundFile(const CompoundBytes& bytes, CompoundFileReport* report,
+                                  CompoundLayout* layout = nullptr);
+/// The same for `size` bytes at `data`.
 ZDM_API HRESULT CheckCompoundFile(const BYTE* data, ULONGLONG size, CompoundFileReport* report,
                                   CompoundLayout* layout = nullptr);
 

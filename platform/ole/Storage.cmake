@@ -9,6 +9,7 @@ if(NOT WIN32)
     portable/FileStream.cpp
     portable/GsfWriter.cpp
     portable/MemoryStream.cpp
+    portable/StorageDescriptor.cpp
     portable/StorageDoors.cpp
     portable/StorageEnum.cpp
     portable/StorageError.cpp

@@ -1,5 +1,7 @@
 #include "platform/ole/StorageFile.h"
 
+#include <algorithm>
+
 #if !defined(_WIN32)
 #include "platform/ole/portable/StorageDoors.h"
 #endif
@@ -46,21 +48,41 @@ HRESULT LastError() {
   }
 }
 
+/// The bytes of an open file, read without a mapping: a file that is cut meanwhile must not crash.
+class FileBytes final : public CompoundBytes {
+ public:
+  FileBytes(HANDLE file, ULONGLONG size) : file_(file), size_(size) {}
+
+  ULONGLONG Size() const override { return size_; }
+  bool Read(ULONGLONG place, void* data, std::size_t size) const override {
+    auto* to = static_cast<BYTE*>(data);
+    while (size != 0) {
+      OVERLAPPED where = {};
+      where.Offset = static_cast<DWORD>(place);
+      where.OffsetHigh = static_cast<DWORD>(place >> 32);
+      DWORD got = 0;
+      const auto wanted = static_cast<DWORD>(std::min<std::size_t>(size, 1 << 20));
+      if (ReadFile(file_, to, wanted, &got, &where) == 0 || got == 0) return false;
+      to += got;
+      place += got;
+      size -= got;
+    }
+    return true;
+  }
+
+ private:
+  HANDLE file_;
+  ULONGLONG size_;
+};
+
 HRESULT CheckFile(LPCOLESTR path, CompoundFileReport* report) {
   const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   const Handle file(CreateFileW(path, GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
   if (!file.IsValid()) return LastError();
+  if (GetFileType(file.Get()) != FILE_TYPE_DISK) return STG_E_ACCESSDENIED;
   LARGE_INTEGER size = {};
   if (GetFileSizeEx(file.Get(), &size) == 0) return LastError();
-  if (size.QuadPart == 0) return CheckCompoundFile(nullptr, 0, report);
-  const Handle mapping(CreateFileMappingW(file.Get(), nullptr, PAGE_READONLY, 0, 0, nullptr));
-  if (!mapping.IsValid()) return LastError();
-  const void* view = MapViewOfFile(mapping.Get(), FILE_MAP_READ, 0, 0, 0);
-  if (view == nullptr) return LastError();
-  const HRESULT result = CheckCompoundFile(static_cast<const BYTE*>(view),
-                                           static_cast<ULONGLONG>(size.QuadPart), report);
-  UnmapViewOfFile(view);
-  return result;
+  return CheckCompoundFile(FileBytes(file.Get(), static_cast<ULONGLONG>(size.QuadPart)), report);
 }
 
 }  // namespace
@@ -68,6 +90,7 @@ HRESULT CheckFile(LPCOLESTR path, CompoundFileReport* report) {
 HRESULT OpenStorage(LPCOLESTR path, DWORD mode, IStorage** out, CompoundFileReport* report) {
   if (out == nullptr) return STG_E_INVALIDPOINTER;
   *out = nullptr;
+  if (report != nullptr) *report = {};
   if (path == nullptr || *path == 0) return STG_E_INVALIDNAME;
   const HRESULT result = CheckFile(path, report);
   if (FAILED(result)) return result == STG_E_INVALIDHEADER ? STG_E_FILEALREADYEXISTS : result;

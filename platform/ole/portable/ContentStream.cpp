@@ -4,15 +4,10 @@
 #include <cstring>
 #include <new>
 
+#include "platform/ole/portable/StorageMode.h"
 #include "platform/ole/portable/TaskMemory.h"
 
 namespace zdm {
-
-namespace {
-
-constexpr DWORD kAccessMask = 3;
-
-}  // namespace
 
 HRESULT StartStat(STATSTG* stat, DWORD flags, const std::u16string* name) {
   if (stat == nullptr) return STG_E_INVALIDPOINTER;
@@ -68,7 +63,7 @@ HRESULT ContentStream::Read(void* data, ULONG size, ULONG* read) try {
   StreamContent* content = nullptr;
   HRESULT result = GetContent(&content);
   if (FAILED(result)) return result;
-  if ((mode_ & kAccessMask) == STGM_WRITE) return STG_E_ACCESSDENIED;
+  if ((mode_ & kModeAccess) == STGM_WRITE) return STG_E_ACCESSDENIED;
   std::size_t got = 0;
   result = content->Read(position_, data, size, &got);
   position_ += got;
@@ -84,7 +79,7 @@ HRESULT ContentStream::Write(const void* data, ULONG size, ULONG* written) try {
   StreamContent* content = nullptr;
   HRESULT result = GetContent(&content);
   if (FAILED(result)) return result;
-  if ((mode_ & kAccessMask) == STGM_READ) return STG_E_ACCESSDENIED;
+  if ((mode_ & kModeAccess) == STGM_READ) return STG_E_ACCESSDENIED;
   if (size == 0) return S_OK;
   NoteChange();
   result = content->Write(position_, data, size);
@@ -122,7 +117,7 @@ HRESULT ContentStream::SetSize(ULARGE_INTEGER size) try {
   StreamContent* content = nullptr;
   const HRESULT result = GetContent(&content);
   if (FAILED(result)) return result;
-  if ((mode_ & kAccessMask) == STGM_READ) return STG_E_ACCESSDENIED;
+  if ((mode_ & kModeAccess) == STGM_READ) return STG_E_ACCESSDENIED;
   NoteChange();
   return content->SetSize(size.QuadPart);
 } catch (const std::bad_alloc&) {

@@ -32,7 +32,7 @@ class ContentStream : public CountedStorage<IStream> {
 
   /// The bytes, or a failure for every operation from now on.
   virtual HRESULT GetContent(StreamContent** out) = 0;
-  /// The bytes were changed.
+  /// The bytes are about to be changed. May throw std::bad_alloc.
   virtual void NoteChange() {}
   /// The name for Stat; null for none.
   virtual const std::u16string* Name() const { return nullptr; }

@@ -21,9 +21,7 @@ struct Unref {
 };
 using Output = std::unique_ptr<GsfOutput, Unref>;
 
-GsfOutfile* AsFolder(const Output& output) {
-  return GSF_OUTFILE(output.get());
-}
+GsfOutfile* AsFolder(const Output& output) { return GSF_OUTFILE(output.get()); }
 
 void SetClass(const Output& output, const CLSID& clsid) {
   guint8 bytes[sizeof(CLSID)];
@@ -37,10 +35,12 @@ HRESULT WriteFault(const std::string& path) {
 }
 
 HRESULT WriteStream(const StorageNode& node, GsfOutput* output) {
-  const HRESULT result = node.content->ForEachPiece([&](const BYTE* data, std::size_t size) {
-    return gsf_output_write(output, size, data) ? S_OK : WriteFault(".");
-  });
-  if (FAILED(result)) return result;
+  if (node.content != nullptr) {
+    const HRESULT result = node.content->ForEachPiece([&](const BYTE* data, std::size_t size) {
+      return gsf_output_write(output, size, data) ? S_OK : WriteFault(".");
+    });
+    if (FAILED(result)) return result;
+  }
   return gsf_output_close(output) ? S_OK : WriteFault(".");
 }
 
@@ -62,7 +62,7 @@ HRESULT WriteElements(const StorageNode& root, Output top) {
       folders.pop_back();
       continue;
     }
-    const StorageNode& node = *(folder.next++)->second;
+    const StorageNode& node = **(folder.next++);
     const std::string name = ToUtf8(node.name);
     Output child(gsf_outfile_new_child(AsFolder(folder.output), name.c_str(),
                                        node.IsStorage() ? TRUE : FALSE));

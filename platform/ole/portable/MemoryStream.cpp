@@ -36,7 +36,9 @@ class MemoryStream final : public ContentStream {
 }  // namespace zdm
 
 HRESULT CreateStreamOnHGlobal(void* global, BOOL deleteOnRelease, IStream** out) try {
-  if (out == nullptr || global != nullptr || deleteOnRelease == FALSE) return E_INVALIDARG;
+  if (out == nullptr) return E_INVALIDARG;
+  *out = nullptr;
+  if (global != nullptr || deleteOnRelease == FALSE) return E_INVALIDARG;
   *out = new zdm::MemoryStream(std::make_shared<zdm::StreamContent>());
   return S_OK;
 } catch (const std::bad_alloc&) {

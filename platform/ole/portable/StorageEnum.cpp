@@ -15,11 +15,9 @@ StorageEnum::StorageEnum(std::shared_ptr<StorageTree> tree, std::shared_ptr<Stor
       last_(std::move(last)) {}
 
 /// The next element, or null at the end.
-const StorageNode* StorageEnum::Advance() {
-  const auto next = node_->children.upper_bound(last_);
-  if (next == node_->children.end()) return nullptr;
-  last_ = next->first;
-  return next->second.get();
+const StorageNode* StorageEnum::Peek() const {
+  const auto next = node_->children.upper_bound(std::u16string_view(last_));
+  return next == node_->children.end() ? nullptr : next->get();
 }
 
 HRESULT StorageEnum::Next(ULONG count, STATSTG* entries, ULONG* fetched) try {
@@ -28,14 +26,16 @@ HRESULT StorageEnum::Next(ULONG count, STATSTG* entries, ULONG* fetched) try {
   if (IsReverted()) return STG_E_REVERTED;
   ULONG done = 0;
   for (; done < count; ++done) {
-    const StorageNode* node = Advance();
+    const StorageNode* node = Peek();
     if (node == nullptr) break;
+    std::u16string name = node->name;
     STATSTG& entry = entries[done];
-    const HRESULT result = StartStat(&entry, STATFLAG_DEFAULT, &node->name);
+    const HRESULT result = StartStat(&entry, STATFLAG_DEFAULT, &name);
     if (FAILED(result)) return result;
+    last_ = std::move(name);
     entry.type = node->IsStorage() ? STGTY_STORAGE : STGTY_STREAM;
     entry.clsid = node->clsid;
-    if (!node->IsStorage()) entry.cbSize.QuadPart = node->content->Size();
+    entry.cbSize.QuadPart = node->Size();
     if (fetched != nullptr) *fetched = done + 1;
   }
   return done == count ? S_OK : S_FALSE;
@@ -46,7 +46,9 @@ HRESULT StorageEnum::Next(ULONG count, STATSTG* entries, ULONG* fetched) try {
 HRESULT StorageEnum::Skip(ULONG count) try {
   if (IsReverted()) return STG_E_REVERTED;
   for (ULONG i = 0; i < count; ++i) {
-    if (Advance() == nullptr) return S_FALSE;
+    const StorageNode* node = Peek();
+    if (node == nullptr) return S_FALSE;
+    last_ = node->name;
   }
   return S_OK;
 } catch (const std::bad_alloc&) {

@@ -26,7 +26,7 @@ class StorageEnum final : public CountedStorage<IEnumSTATSTG> {
  private:
   bool Answers(REFIID iid) const override { return iid == IID_IEnumSTATSTG; }
   bool IsReverted() const { return node_->removed || scope_->IsClosed(); }
-  const StorageNode* Advance();
+  const StorageNode* Peek() const;
 
   std::shared_ptr<StorageTree> tree_;
   std::shared_ptr<StorageNode> node_;

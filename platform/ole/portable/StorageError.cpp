@@ -1,5 +1,6 @@
 #include "platform/ole/portable/StorageError.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -20,6 +21,7 @@ HRESULT StorageError(int error, const std::string& path) {
     case EPERM:
     case EROFS:
     case EISDIR:
+    case ENXIO:  // a pipe without its other end, a socket
       return STG_E_ACCESSDENIED;
     case ENOSPC:
     case EDQUOT:
@@ -45,6 +47,14 @@ std::string FolderOf(const std::string& path) {
   return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-std::string NativePath(LPCOLESTR path) { return ToUtf8(path); }
+bool NativePath(LPCOLESTR path, std::string* out) {
+  const WideView text = path;
+  *out = ToUtf8(text);
+  return FromUtf8(*out) == text;
+}
+
+bool MayAccess(const std::string& path, int rights) {
+  return faccessat(AT_FDCWD, path.c_str(), rights, AT_EACCESS) == 0;
+}
 
 }  // namespace zdm

@@ -32,34 +32,27 @@ HRESULT Guarded(Operation operation) {
 }  // namespace
 
 StorageObject::StorageObject(std::shared_ptr<StorageTree> tree, std::shared_ptr<StorageNode> node,
-                             std::shared_ptr<StorageScope> parent, std::u16string path, DWORD mode)
+                             std::shared_ptr<StorageScope> parent, StoragePlace place, DWORD mode)
     : tree_(std::move(tree)),
       node_(std::move(node)),
       scope_(std::make_shared<StorageScope>(std::move(parent))),
       elements_(std::make_shared<StorageScope>(scope_)),
-      path_(std::move(path)),
+      place_(std::move(place)),
       mode_(mode) {
   node_->user = scope_;
 }
 
 StorageObject::~StorageObject() {
-  const bool direct = committed_ == nullptr;
   // Nobody is left to hear of a failure; whoever wants to know commits before.
-  if (IsRoot() && direct && tree_->IsChanged()) Guarded([&] { return Save(false); });
+  if (IsRoot() && !IsTransacted(mode_) && tree_->IsChanged()) Guarded([&] { return Save(false); });
   scope_->Close();
 }
 
-StorageObject* StorageObject::NewRoot(std::shared_ptr<StorageTree> tree, std::u16string path,
+StorageObject* StorageObject::NewRoot(std::shared_ptr<StorageTree> tree, StoragePlace place,
                                       DWORD mode) {
-  std::unique_ptr<StorageTree> committed;
-  if (IsTransacted(mode)) {
-    committed = std::make_unique<StorageTree>();
-    tree->CopyInto(*tree->Root(), *committed->Root(), true, true);
-  }
+  if (IsTransacted(mode)) tree->KeepCommitted();
   const std::shared_ptr<StorageNode> root = tree->Root();
-  auto* object = new StorageObject(std::move(tree), root, nullptr, std::move(path), mode);
-  object->committed_ = std::move(committed);
-  return object;
+  return new StorageObject(std::move(tree), root, nullptr, std::move(place), mode);
 }
 
 HRESULT StorageObject::CheckAlive() const {
@@ -80,11 +73,10 @@ HRESULT StorageObject::Create(LPCOLESTR name, DWORD mode, bool storage,
   result = CheckAlive();
   if (FAILED(result)) return result;
   if (!IsElementName(name)) return STG_E_INVALIDNAME;
-  const std::shared_ptr<StorageNode> old = node_->Find(name);
-  if (old != nullptr && (mode & STGM_CREATE) == 0) return STG_E_FILEALREADYEXISTS;
+  const bool replace = (mode & STGM_CREATE) != 0;
+  if (!replace && node_->Find(name) != nullptr) return STG_E_FILEALREADYEXISTS;
   if (!IsWritable(mode_)) return STG_E_ACCESSDENIED;
-  if (old != nullptr) tree_->Remove(*old);
-  return tree_->Add(*node_, name, storage, out);
+  return tree_->Add(*node_, name, storage, replace, out);
 }
 
 HRESULT StorageObject::Open(LPCOLESTR name, DWORD mode, bool storage,
@@ -104,6 +96,7 @@ HRESULT StorageObject::Open(LPCOLESTR name, DWORD mode, bool storage,
 }
 
 void StorageObject::WrapStream(std::shared_ptr<StorageNode> node, DWORD mode, IStream** out) const {
+  if (node->content == nullptr) node->content = std::make_unique<StreamContent>();
   auto scope = std::make_shared<StorageScope>(elements_);
   node->user = scope;
   *out = new StorageStream(tree_, std::move(node), std::move(scope), mode);
@@ -171,6 +164,7 @@ HRESULT StorageObject::CopyTo(DWORD excludedCount, const IID* excluded, SNB excl
                               IStorage* target) {
   auto* to = dynamic_cast<StorageObject*>(target);
   if (to == nullptr) return STG_E_INVALIDPOINTER;
+  if (excluded == nullptr && excludedCount != 0) return STG_E_INVALIDPOINTER;
   if (exclude != nullptr) return STG_E_UNIMPLEMENTEDFUNCTION;
   return Guarded([&] {
     HRESULT result = CheckAlive();
@@ -213,11 +207,11 @@ HRESULT StorageObject::MoveElementTo(LPCOLESTR name, IStorage* target, LPCOLESTR
 }
 
 HRESULT StorageObject::Save(bool flush) {
-  if (!path_.empty()) {
-    const HRESULT result = SaveTree(*tree_, NativePath(path_.c_str()), flush);
+  if (!place_.file.empty()) {
+    const HRESULT result = SaveTree(*tree_, place_.file, flush);
     if (FAILED(result)) return result;
   }
-  tree_->SetChanged(false);
+  tree_->MarkSaved();
   return S_OK;
 }
 
@@ -225,27 +219,19 @@ HRESULT StorageObject::Commit(DWORD flags) {
   return Guarded([&] {
     const HRESULT result = CheckAlive();
     if (FAILED(result) || !IsRoot() || !IsWritable(mode_) || !tree_->IsChanged()) return result;
-    std::unique_ptr<StorageTree> committed;
-    if (committed_ != nullptr) {
-      committed = std::make_unique<StorageTree>();
-      committed->CopyInto(*node_, *committed->Root(), true, true);
-    }
-    const HRESULT saved = Save((flags & STGC_DANGEROUSLYCOMMITMERELYTODISKCACHE) == 0);
-    if (SUCCEEDED(saved)) committed_ = std::move(committed);
-    return saved;
+    return Save((flags & STGC_DANGEROUSLYCOMMITMERELYTODISKCACHE) == 0);
   });
 }
 
 HRESULT StorageObject::Revert() {
   return Guarded([&] {
     const HRESULT result = CheckAlive();
-    if (FAILED(result) || committed_ == nullptr) return result;
+    if (FAILED(result) || !IsRoot() || !IsTransacted(mode_)) return result;
+    auto elements = std::make_shared<StorageScope>(scope_);
     elements_->Close();
-    elements_ = std::make_shared<StorageScope>(scope_);
-    tree_->RemoveChildren(*node_);
-    const HRESULT restored = tree_->CopyInto(*committed_->Root(), *node_, true, true);
-    tree_->SetChanged(false);
-    return restored;
+    elements_ = std::move(elements);
+    tree_->Revert();
+    return S_OK;
   });
 }
 
@@ -293,11 +279,13 @@ HRESULT StorageObject::SetElementTimes(LPCOLESTR name, const FILETIME* /*created
 }
 
 HRESULT StorageObject::SetClass(REFCLSID clsid) {
-  const HRESULT result = CheckWritable();
-  if (FAILED(result)) return result;
-  node_->clsid = clsid;
-  tree_->SetChanged(true);
-  return S_OK;
+  return Guarded([&] {
+    const HRESULT result = CheckWritable();
+    if (FAILED(result)) return result;
+    tree_->Touch();
+    node_->clsid = clsid;
+    return S_OK;
+  });
 }
 
 HRESULT StorageObject::SetStateBits(DWORD /*bits*/, DWORD /*mask*/) {
@@ -307,7 +295,7 @@ HRESULT StorageObject::SetStateBits(DWORD /*bits*/, DWORD /*mask*/) {
 HRESULT StorageObject::Stat(STATSTG* stat, DWORD flags) {
   HRESULT result = CheckAlive();
   if (FAILED(result)) return result;
-  result = StartStat(stat, flags, IsRoot() ? &path_ : &node_->name);
+  result = StartStat(stat, flags, IsRoot() ? &place_.name : &node_->name);
   if (FAILED(result)) return result;
   stat->type = STGTY_STORAGE;
   stat->grfMode = mode_;

@@ -16,10 +16,16 @@
 
 namespace zdm {
 
+/// Where a root came from.
+struct StoragePlace {
+  std::u16string name;  // as the caller gave it
+  std::string file;     // absolute and without links; empty: never saved
+};
+
 class StorageObject final : public CountedStorage<IStorage> {
  public:
-  /// The root of `tree`, to be saved at `path`; an empty path: never.
-  static StorageObject* NewRoot(std::shared_ptr<StorageTree> tree, std::u16string path, DWORD mode);
+  /// The root of `tree`, to be saved at `place`.
+  static StorageObject* NewRoot(std::shared_ptr<StorageTree> tree, StoragePlace place, DWORD mode);
 
   HRESULT STDMETHODCALLTYPE CreateStream(LPCOLESTR name, DWORD mode, DWORD reserved1,
                                          DWORD reserved2, IStream** out) override;
@@ -53,7 +59,7 @@ class StorageObject final : public CountedStorage<IStorage> {
 
  private:
   StorageObject(std::shared_ptr<StorageTree> tree, std::shared_ptr<StorageNode> node,
-                std::shared_ptr<StorageScope> parent, std::u16string path, DWORD mode);
+                std::shared_ptr<StorageScope> parent, StoragePlace place, DWORD mode);
   ~StorageObject() override;
 
   bool Answers(REFIID iid) const override { return iid == IID_IStorage; }
@@ -70,8 +76,7 @@ class StorageObject final : public CountedStorage<IStorage> {
   std::shared_ptr<StorageNode> node_;
   std::shared_ptr<StorageScope> scope_;     // this storage's own
   std::shared_ptr<StorageScope> elements_;  // what is opened through it; renewed by Revert
-  std::unique_ptr<StorageTree> committed_;  // transacted root: as of the last Commit
-  std::u16string path_;                     // root only
+  StoragePlace place_;                      // root only
   DWORD mode_;
 };
 

@@ -1,11 +1,8 @@
 #include "platform/ole/portable/StorageSource.h"
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -15,46 +12,36 @@ namespace zdm {
 
 namespace {
 
-/// A file's bytes while they are checked.
-class Mapping {
+/// The bytes of an open file. Not a mapping: a file that is cut meanwhile must not crash.
+class FileBytes final : public CompoundBytes {
  public:
-  Mapping(int file, std::size_t size) : size_(size) {
-    if (size_ != 0) data_ = mmap(nullptr, size_, PROT_READ, MAP_SHARED, file, 0);
-  }
-  ~Mapping() {
-    if (size_ != 0 && data_ != MAP_FAILED) munmap(data_, size_);
-  }
-  Mapping(const Mapping&) = delete;
-  Mapping& operator=(const Mapping&) = delete;
+  FileBytes(const StorageDescriptor& file, ULONGLONG size) : file_(file), size_(size) {}
 
-  bool Failed() const { return data_ == MAP_FAILED; }
-  const BYTE* Data() const { return static_cast<const BYTE*>(data_); }
+  ULONGLONG Size() const override { return size_; }
+  bool Read(ULONGLONG place, void* data, std::size_t size) const override {
+    return file_.ReadAt(place, data, size);
+  }
 
  private:
-  std::size_t size_;
-  void* data_ = nullptr;
+  const StorageDescriptor& file_;
+  ULONGLONG size_;
 };
 
 }  // namespace
 
 HRESULT StorageSource::Open(const std::string& path, std::shared_ptr<StorageSource>* out,
                             CompoundFileReport* report) {
-  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (file < 0) return StorageError(errno, path);
-  std::shared_ptr<StorageSource> source(new StorageSource(file));
+  StorageDescriptor file;
+  if (const int error = file.Open(path, O_RDONLY)) return StorageError(error, path);
   struct stat status = {};
-  if (fstat(file, &status) != 0) return StorageError(errno, path);
-  if (!S_ISREG(status.st_mode)) return STG_E_ACCESSDENIED;
-  const auto size = static_cast<ULONGLONG>(status.st_size);
-  const Mapping mapping(file, size);
-  if (mapping.Failed()) return StorageError(errno, path);
-  const HRESULT result = CheckCompoundFile(mapping.Data(), size, report, &source->layout_);
+  if (fstat(file.Get(), &status) != 0) return StorageError(errno, path);
+  std::shared_ptr<StorageSource> source(new StorageSource(std::move(file)));
+  const FileBytes bytes(source->file_, static_cast<ULONGLONG>(status.st_size));
+  const HRESULT result = CheckCompoundFile(bytes, report, &source->layout_);
   if (FAILED(result)) return result == STG_E_INVALIDHEADER ? STG_E_FILEALREADYEXISTS : result;
   *out = std::move(source);
   return S_OK;
 }
-
-StorageSource::~StorageSource() { close(file_); }
 
 void StorageSource::TakeDirectory(std::vector<CompoundEntry>* entries,
                                   std::vector<CompoundLayout::Element>* elements) {
@@ -85,16 +72,7 @@ std::vector<StorageSource::Run> StorageSource::RunsOf(ULONG start, ULONGLONG siz
 }
 
 HRESULT StorageSource::Read(ULONGLONG place, void* data, std::size_t size) const {
-  auto* to = static_cast<char*>(data);
-  while (size != 0) {
-    const ssize_t got = pread(file_, to, size, static_cast<off_t>(place));
-    if (got < 0 && errno == EINTR) continue;
-    if (got <= 0) return STG_E_READFAULT;
-    to += got;
-    place += static_cast<ULONGLONG>(got);
-    size -= static_cast<std::size_t>(got);
-  }
-  return S_OK;
+  return file_.ReadAt(place, data, size) ? S_OK : STG_E_READFAULT;
 }
 
 }  // namespace zdm

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/ole/CompoundFileCheck.h"
+#include "platform/ole/portable/StorageDescriptor.h"
 
 namespace zdm {
 
@@ -20,28 +21,24 @@ class StorageSource {
   };
 
   /// Opens and checks the file at `path`. STG_E_FILEALREADYEXISTS when it is no compound file (the
-  /// system's answer), STG_E_DOCFILECORRUPT when it is damaged.
+  /// system's answer), STG_E_DOCFILECORRUPT when it is damaged, STG_E_READFAULT.
   static HRESULT Open(const std::string& path, std::shared_ptr<StorageSource>* out,
                       CompoundFileReport* report);
-  ~StorageSource();
-  StorageSource(const StorageSource&) = delete;
-  StorageSource& operator=(const StorageSource&) = delete;
-
   /// The directory of the file, handed over once; the tables stay.
   void TakeDirectory(std::vector<CompoundEntry>* entries,
                      std::vector<CompoundLayout::Element>* elements);
 
   /// The runs of a stream that begins at sector `start` and has `size` bytes. The last element
-  /// stands behind the end of the stream.
+  /// stands behind the end of the stream; it has no place.
   std::vector<Run> RunsOf(ULONG start, ULONGLONG size) const;
 
   /// Reads `size` bytes at `place`; fewer are STG_E_READFAULT.
   HRESULT Read(ULONGLONG place, void* data, std::size_t size) const;
 
  private:
-  explicit StorageSource(int file) : file_(file) {}
+  explicit StorageSource(StorageDescriptor file) : file_(std::move(file)) {}
 
-  int file_;
+  StorageDescriptor file_;
   CompoundLayout layout_;
 };
 

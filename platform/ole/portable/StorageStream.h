@@ -18,7 +18,7 @@ class StorageStream final : public ContentStream {
 
  private:
   HRESULT GetContent(StreamContent** out) override;
-  void NoteChange() override { tree_->SetChanged(true); }
+  void NoteChange() override { tree_->Touch(); }
   const std::u16string* Name() const override { return &node_->name; }
 
   std::shared_ptr<StorageTree> tree_;

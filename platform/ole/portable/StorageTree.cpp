@@ -7,40 +7,59 @@ namespace zdm {
 
 namespace {
 
-/// Marks everything below `top` as removed and takes it apart.
-void TakeApart(std::shared_ptr<StorageNode> top) {
-  std::vector<std::shared_ptr<StorageNode>> nodes;
-  nodes.push_back(std::move(top));
-  while (!nodes.empty()) {
-    const std::shared_ptr<StorageNode> node = std::move(nodes.back());
-    nodes.pop_back();
+/// Marks `top` and everything below it as removed and takes it apart, from the leaves up. Allocates
+/// nothing: this is how memory comes back.
+void TakeApart(const std::shared_ptr<StorageNode>& top) {
+  top->parent = nullptr;
+  for (StorageNode* node = top.get(); node != nullptr;) {
+    if (!node->children.empty()) {
+      node = node->children.begin()->get();
+      continue;
+    }
     node->removed = true;
-    node->parent = nullptr;
-    for (auto& [name, child] : node->children) nodes.push_back(std::move(child));
-    node->children.clear();
+    StorageNode* parent = std::exchange(node->parent, nullptr);
+    if (parent != nullptr) parent->children.erase(parent->children.begin());
+    node = parent;
   }
 }
 
-/// A new element without content, or null if there is one of that name.
-std::shared_ptr<StorageNode> Attach(StorageNode& parent, std::u16string_view name) {
+/// A new element that waits to be attached, which then needs no memory.
+StorageNode::Children::node_type MakeNode(std::u16string_view name, bool storage) {
   auto node = std::make_shared<StorageNode>();
   node->name = name;
-  node->parent = &parent;
-  node->depth = parent.depth + 1;
-  if (!parent.children.emplace(node->name, node).second) return nullptr;
-  return node;
+  node->storage = storage;
+  StorageNode::Children one;
+  one.insert(std::move(node));
+  return one.extract(one.begin());
+}
+
+/// The attached element; null when there is one of that name.
+std::shared_ptr<StorageNode> Attach(StorageNode& parent, StorageNode::Children::node_type slot) {
+  StorageNode& node = *slot.value();
+  node.parent = &parent;
+  node.depth = parent.depth + 1;
+  const auto result = parent.children.insert(std::move(slot));
+  return result.inserted ? *result.position : nullptr;
+}
+
+std::unique_ptr<StreamContent> CopyContent(const StorageNode& node) {
+  return node.content == nullptr ? nullptr : std::make_unique<StreamContent>(*node.content);
+}
+
+void SetParents(const std::shared_ptr<StorageNode>& parent) {
+  for (const auto& child : parent->children) child->parent = parent.get();
 }
 
 }  // namespace
 
 std::shared_ptr<StorageNode> StorageNode::Find(std::u16string_view elementName) const {
   const auto found = children.find(elementName);
-  return found == children.end() ? nullptr : found->second;
+  return found == children.end() ? nullptr : *found;
 }
 
 StorageTree::StorageTree() : root_(std::make_shared<StorageNode>()) {}
 
-StorageTree::~StorageTree() { TakeApart(std::move(root_)); }
+StorageTree::~StorageTree() { TakeApart(root_); }
 
 HRESULT StorageTree::Load(const std::shared_ptr<StorageSource>& source) {
   std::vector<CompoundEntry> entries;
@@ -51,11 +70,12 @@ HRESULT StorageTree::Load(const std::shared_ptr<StorageSource>& source) {
   root_->clsid = entries[0].clsid;
   for (const auto& element : elements) {
     const CompoundEntry& entry = entries[element.entry];
-    const auto node = Attach(*nodes[element.parent], entry.Name());
+    const bool storage = entry.type == kEntryStorage;
+    const auto node = Attach(*nodes[element.parent], MakeNode(entry.Name(), storage));
     if (node == nullptr) return STG_E_DOCFILECORRUPT;
-    if (entry.type == kEntryStorage) {
+    if (storage) {
       node->clsid = entry.clsid;
-    } else {
+    } else if (entry.size != 0) {
       node->content = std::make_unique<StreamContent>(source, entry.start, entry.size);
     }
     nodes[element.entry] = node.get();
@@ -63,52 +83,87 @@ HRESULT StorageTree::Load(const std::shared_ptr<StorageSource>& source) {
   return S_OK;
 }
 
-HRESULT StorageTree::Add(StorageNode& parent, std::u16string_view name, bool storage,
+void StorageTree::Touch() {
+  if (changed_) return;
+  if (keepsCommitted_) {
+    auto committed = std::make_unique<StorageTree>();
+    const HRESULT result = committed->CopyInto(*root_, *committed->root_, true, true);
+    if (FAILED(result)) return;  // a tree is never deeper than its copy may be
+    committed_ = std::move(committed);
+  }
+  changed_ = true;
+}
+
+void StorageTree::MarkSaved() {
+  changed_ = false;
+  new_ = false;
+  committed_.reset();
+}
+
+void StorageTree::Revert() {
+  changed_ = false;
+  const std::unique_ptr<StorageTree> committed = std::move(committed_);
+  if (committed == nullptr) return;
+  root_->clsid = committed->root_->clsid;
+  root_->children.swap(committed->root_->children);
+  SetParents(root_);
+  SetParents(committed->root_);  // and its end marks them as removed
+}
+
+HRESULT StorageTree::Add(StorageNode& parent, std::u16string_view name, bool storage, bool replace,
                          std::shared_ptr<StorageNode>* out) {
   if (!IsElementName(name)) return STG_E_INVALIDNAME;
-  if (parent.children.size() >= kMaxElements) return STG_E_MEDIUMFULL;
+  const std::shared_ptr<StorageNode> old = parent.Find(name);
+  if (old != nullptr && !replace) return STG_E_FILEALREADYEXISTS;
+  if (old == nullptr && parent.children.size() >= kMaxElements) return STG_E_MEDIUMFULL;
   if (storage && parent.depth >= kMaxStorageDepth) return STG_E_MEDIUMFULL;
-  std::unique_ptr<StreamContent> content;
-  if (!storage) content = std::make_unique<StreamContent>();
-  *out = Attach(parent, name);
-  if (*out == nullptr) return STG_E_FILEALREADYEXISTS;
-  (*out)->content = std::move(content);
-  changed_ = true;
+  auto slot = MakeNode(name, storage);
+  Touch();
+  if (old != nullptr) Remove(*old);
+  *out = Attach(parent, std::move(slot));
   return S_OK;
 }
 
 void StorageTree::Remove(StorageNode& node) {
+  Touch();
   auto& siblings = node.parent->children;
   const auto place = siblings.find(node.name);
-  std::shared_ptr<StorageNode> held = std::move(place->second);
+  const std::shared_ptr<StorageNode> held = *place;
   siblings.erase(place);
-  TakeApart(std::move(held));
-  changed_ = true;
-}
-
-void StorageTree::RemoveChildren(StorageNode& storage) {
-  while (!storage.children.empty()) Remove(*storage.children.begin()->second);
+  TakeApart(held);
 }
 
 HRESULT StorageTree::Rename(StorageNode& node, std::u16string_view name) {
   if (!IsElementName(name)) return STG_E_INVALIDNAME;
   std::u16string newName(name);
+  Touch();
   auto& siblings = node.parent->children;
-  auto handle = siblings.extract(node.name);
-  handle.key() = newName;
-  siblings.insert(std::move(handle));
-  node.name = std::move(newName);
-  changed_ = true;
+  auto slot = siblings.extract(siblings.find(node.name));
+  node.name.swap(newName);
+  siblings.insert(std::move(slot));
   return S_OK;
 }
 
 HRESULT StorageTree::CopyElement(const StorageNode& node, StorageNode& parent,
                                  std::u16string_view name) {
-  std::shared_ptr<StorageNode> copy;
-  const HRESULT result = Add(parent, name, node.IsStorage(), &copy);
+  if (!node.IsStorage()) {
+    auto content = CopyContent(node);
+    std::shared_ptr<StorageNode> copy;
+    const HRESULT result = Add(parent, name, false, false, &copy);
+    if (SUCCEEDED(result)) copy->content = std::move(content);
+    return result;
+  }
+  // In a tree of its own at first, so that a half copy is nowhere.
+  StorageTree tree;
+  tree.root_->depth = parent.depth + 1;
+  HRESULT result = tree.CopyInto(node, *tree.root_, true, true);
   if (FAILED(result)) return result;
-  if (node.IsStorage()) return CopyInto(node, *copy, true, true);
-  *copy->content = *node.content;
+  std::shared_ptr<StorageNode> copy;
+  result = Add(parent, name, true, false, &copy);
+  if (FAILED(result)) return result;
+  copy->clsid = tree.root_->clsid;
+  copy->children.swap(tree.root_->children);
+  SetParents(copy);
   return S_OK;
 }
 
@@ -119,22 +174,20 @@ HRESULT StorageTree::CopyInto(const StorageNode& from, StorageNode& to, bool sto
     StorageNode* to;
   };
   std::vector<Pair> pairs = {{&from, &to}};
-  changed_ = true;
+  Touch();
   while (!pairs.empty()) {
     const Pair pair = pairs.back();
     pairs.pop_back();
     pair.to->clsid = pair.from->clsid;
-    for (const auto& [name, child] : pair.from->children) {
+    for (const auto& child : pair.from->children) {
       if (!(child->IsStorage() ? storages : streams)) continue;
-      std::shared_ptr<StorageNode> copy = pair.to->Find(name);
-      if (copy != nullptr && (!copy->IsStorage() || !child->IsStorage())) {
-        Remove(*copy);
-        copy = nullptr;
-      }
-      if (copy == nullptr) {
+      std::shared_ptr<StorageNode> copy = pair.to->Find(child->name);
+      if (copy == nullptr || !copy->IsStorage() || !child->IsStorage()) {
         if (child->IsStorage() && pair.to->depth >= kMaxStorageDepth) return STG_E_MEDIUMFULL;
-        copy = Attach(*pair.to, name);
-        if (!child->IsStorage()) copy->content = std::make_unique<StreamContent>(*child->content);
+        auto slot = MakeNode(child->name, child->IsStorage());
+        slot.value()->content = CopyContent(*child);
+        if (copy != nullptr) Remove(*copy);
+        copy = Attach(*pair.to, std::move(slot));
       }
       if (child->IsStorage()) pairs.push_back({child.get(), copy.get()});
     }

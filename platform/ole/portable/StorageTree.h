@@ -4,8 +4,8 @@
 // tree lives on with them, marked. Nothing here recurses; depth is bounded by kMaxStorageDepth.
 #pragma once
 
-#include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -19,22 +19,29 @@ class StorageScope;
 struct StorageNode {
   struct NameLess {
     using is_transparent = void;
-    bool operator()(std::u16string_view left, std::u16string_view right) const {
-      return CompareElementNames(left, right) < 0;
+    static std::u16string_view NameOf(std::u16string_view name) { return name; }
+    static std::u16string_view NameOf(const std::shared_ptr<StorageNode>& node) {
+      return node->name;
+    }
+    template <class Left, class Right>
+    bool operator()(const Left& left, const Right& right) const {
+      return CompareElementNames(NameOf(left), NameOf(right)) < 0;
     }
   };
-  using Children = std::map<std::u16string, std::shared_ptr<StorageNode>, NameLess>;
+  using Children = std::set<std::shared_ptr<StorageNode>, NameLess>;
 
   std::u16string name;
   CLSID clsid = CLSID_NULL;
-  std::unique_ptr<StreamContent> content;  // null: a storage
+  std::unique_ptr<StreamContent> content;  // of a stream; null while it is empty and unopened
   Children children;
   StorageNode* parent = nullptr;
-  ULONG depth = 0;                   // 0 for a root
+  ULONG depth = 0;  // 0 for a root
+  bool storage = true;
   bool removed = false;              // from its tree
   std::weak_ptr<StorageScope> user;  // of the IStorage or IStream that was opened last
 
-  bool IsStorage() const { return content == nullptr; }
+  bool IsStorage() const { return storage; }
+  ULONGLONG Size() const { return content == nullptr ? 0 : content->Size(); }
   /// The element of that name in any case, or null.
   std::shared_ptr<StorageNode> Find(std::u16string_view elementName) const;
 };
@@ -56,29 +63,46 @@ class StorageTree {
 
   const std::shared_ptr<StorageNode>& Root() const { return root_; }
 
-  /// Adds an element that is not there yet. STG_E_INVALIDNAME; STG_E_MEDIUMFULL when the storage
-  /// has kMaxElements or lies too deep.
-  HRESULT Add(StorageNode& parent, std::u16string_view name, bool storage,
+  // The operations below throw std::bad_alloc. After that, or a failure, nothing was changed,
+  // unless an operation says otherwise.
+
+  /// Adds an element; `replace`: in place of one of that name. STG_E_INVALIDNAME;
+  /// STG_E_FILEALREADYEXISTS; STG_E_MEDIUMFULL when the storage would have more than kMaxElements
+  /// or lie too deep.
+  HRESULT Add(StorageNode& parent, std::u16string_view name, bool storage, bool replace,
               std::shared_ptr<StorageNode>* out);
   /// Removes the element and what is below it; their open objects are reverted.
   void Remove(StorageNode& node);
-  /// Removes every element of a storage.
-  void RemoveChildren(StorageNode& storage);
   /// Gives an element another name, which no other element of its storage has.
   HRESULT Rename(StorageNode& node, std::u16string_view name);
   /// Copies the elements of `from` and its class id into `to`; streams of the same name are
   /// replaced, storages merged. Bytes are shared until they are written. Neither may lie below the
-  /// other. STG_E_MEDIUMFULL when storages would lie too deep.
+  /// other. STG_E_MEDIUMFULL when storages would lie too deep; a failure leaves what was copied.
   HRESULT CopyInto(const StorageNode& from, StorageNode& to, bool storages, bool streams);
   /// Copies one element into `parent` under `name`, which is not there yet.
   HRESULT CopyElement(const StorageNode& node, StorageNode& parent, std::u16string_view name);
 
-  bool IsChanged() const { return changed_; }
-  void SetChanged(bool changed) { changed_ = changed; }
+  /// To be called before a stream or class id of the tree is changed; the operations above do it.
+  /// Throws std::bad_alloc, and then there is no change.
+  void Touch();
+  /// Differs from its file, or has none yet.
+  bool IsChanged() const { return changed_ || new_; }
+  /// There is no file yet.
+  void MarkNew() { new_ = true; }
+  void MarkSaved();
+
+  /// From now on Revert can undo changes: the first one after a save takes a copy.
+  void KeepCommitted() { keepsCommitted_ = true; }
+  /// Goes back to what was there at KeepCommitted or the last MarkSaved; cannot fail. The root
+  /// stays, nodes below it are replaced.
+  void Revert();
 
  private:
   std::shared_ptr<StorageNode> root_;
+  std::unique_ptr<StorageTree> committed_;  // from the first change until it is saved
+  bool keepsCommitted_ = false;
   bool changed_ = false;
+  bool new_ = false;
 };
 
 }  // namespace zdm

@@ -30,8 +30,10 @@ struct STATSTG {
 
 enum STGTY { STGTY_STORAGE = 1, STGTY_STREAM = 2, STGTY_LOCKBYTES = 3, STGTY_PROPERTY = 4 };
 enum STREAM_SEEK { STREAM_SEEK_SET = 0, STREAM_SEEK_CUR = 1, STREAM_SEEK_END = 2 };
-#undef LOCK_WRITE  // a macro of <fcntl.h> on some systems
+#pragma push_macro("LOCK_WRITE")  // of <fcntl.h> on some systems
+#undef LOCK_WRITE
 enum LOCKTYPE { LOCK_WRITE = 1, LOCK_EXCLUSIVE = 2, LOCK_ONLYONCE = 4 };
+#pragma pop_macro("LOCK_WRITE")
 enum STATFLAG { STATFLAG_DEFAULT = 0, STATFLAG_NONAME = 1, STATFLAG_NOOPEN = 2 };
 enum STGMOVE { STGMOVE_MOVE = 0, STGMOVE_COPY = 1, STGMOVE_SHALLOWCOPY = 2 };
 enum STGC {

@@ -32,9 +32,11 @@ HRESULT StreamContent::Read(ULONGLONG offset, void* data, std::size_t size,
       if (count != kept) std::memset(to + kept, 0, count - kept);
     } else {
       // The window up to the next piece in memory, or zeros behind it.
+      const ULONGLONG wanted = (offset + left + kPieceSize - 1) / kPieceSize;
+      const std::size_t last = std::min(pieces_.size(), static_cast<std::size_t>(wanted));
       std::size_t end = index + 1;
-      while (end < pieces_.size() && pieces_[end] == nullptr) ++end;
-      const ULONGLONG limit = end < pieces_.size() ? ULONGLONG{end} * kPieceSize : size_;
+      while (end < last && pieces_[end] == nullptr) ++end;
+      const ULONGLONG limit = end < last ? ULONGLONG{end} * kPieceSize : size_;
       count = static_cast<std::size_t>(std::min<ULONGLONG>(left, limit - offset));
       if (offset < windowSize_) {
         count = static_cast<std::size_t>(std::min<ULONGLONG>(count, windowSize_ - offset));

@@ -109,9 +109,10 @@ Bytes CompoundBuilder::Build() {
       element.start = Reserve(SectorsOf(element.bytes.size()));
   }
   const ULONG perSector = static_cast<ULONG>(sectorSize() / 4);
+  const ULONG zeroSectors = SectorsOf(zeros_);
   ULONG fatSectors = 1;
   ULONG difatSectors = 0;
-  while (fatSectors * perSector < sectors_ + fatSectors + difatSectors) {
+  while (fatSectors * perSector < sectors_ + fatSectors + difatSectors + zeroSectors) {
     ++fatSectors;
     difatSectors = fatSectors <= 109 ? 0 : (fatSectors - 109 + perSector - 2) / (perSector - 1);
   }
@@ -120,9 +121,9 @@ Bytes CompoundBuilder::Build() {
   difatStart_ = difatSectors == 0 ? kEndOfChain : fatStart_ + fatSectors;
   fat_.insert(fat_.end(), difatSectors, kDifatSector);
   sectors_ += fatSectors + difatSectors;
-  fat_.resize(std::size_t{fatSectors} * perSector, kFreeSector);
-
   Bytes file(PlaceOf(sectors_), 0);
+  if (zeros_ != 0) elements_[zerosEntry_].start = Reserve(zeroSectors);
+  fat_.resize(std::size_t{fatSectors} * perSector, kFreeSector);
   constexpr BYTE kSignature[8] = {0xD0, 0xCF, 0x11, 0xE0, 0xA1, 0xB1, 0x1A, 0xE1};
   std::copy(std::begin(kSignature), std::end(kSignature), file.begin());
   Put16(file, 24, 0x3E);
@@ -170,8 +171,10 @@ Bytes CompoundBuilder::Build() {
     Put32(file, at + 72, element.right);
     Put32(file, at + 76, element.child);
     Put32(file, at + 116, i == 0 || !element.storage ? element.start : 0);
-    const std::size_t size = i == 0 ? miniStream.size() : element.bytes.size();
+    ULONGLONG size = i == 0 ? miniStream.size() : element.bytes.size();
+    if (i != 0 && i == zerosEntry_) size = zeros_;
     Put32(file, at + 120, static_cast<ULONG>(size));
+    Put32(file, at + 124, static_cast<ULONG>(size >> 32));
     if (element.bytes.size() >= kMiniStreamCutoff) {
       std::copy(element.bytes.begin(), element.bytes.end(),
                 file.begin() + static_cast<std::ptrdiff_t>(PlaceOf(element.start)));

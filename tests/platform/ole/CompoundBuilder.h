@@ -32,6 +32,13 @@ class CompoundBuilder {
   ULONG AddStream(ULONG parent, Name name, Bytes bytes) {
     return Add(parent, std::move(name), false, std::move(bytes));
   }
+  /// A stream of zeros behind all else, its bytes left to the caller: resize the written file to
+  /// PlaceOf(SectorCount()). One at most.
+  ULONG AddZeros(ULONG parent, Name name, ULONGLONG size) {
+    zerosEntry_ = Add(parent, std::move(name), false, {});
+    zeros_ = size;
+    return zerosEntry_;
+  }
   /// Siblings as a chain to the right instead of a balanced tree.
   void ChainSiblings() { chain_ = true; }
 
@@ -76,6 +83,8 @@ class CompoundBuilder {
 
   int shift_;
   bool chain_ = false;
+  ULONG zerosEntry_ = 0;
+  ULONGLONG zeros_ = 0;
   std::vector<Element> elements_ = {{0, OLESTR("Root Entry"), true, {}}};
   std::vector<ULONG> fat_;
   ULONG sectors_ = 0;

@@ -243,6 +243,46 @@ TEST(CompoundFileCheck, RefusesEveryCut) {
   }
 }
 
+/// Says it has all bytes and gives only the first of them: a file that is cut while it is read.
+class CutBytes final : public CompoundBytes {
+ public:
+  CutBytes(const Bytes& file, std::size_t left) : file_(file), left_(left) {}
+  ULONGLONG Size() const override { return file_.size(); }
+  bool Read(ULONGLONG place, void* data, std::size_t size) const override {
+    return CompoundMemory(file_.data(), left_).Read(place, data, size);
+  }
+
+ private:
+  const Bytes& file_;
+  std::size_t left_;
+};
+
+TEST(CompoundFileCheck, ReportsAFileThatIsCutMeanwhile) {
+  const Sample sample(3);
+  for (std::size_t left = 0; left < sample.file.size(); left += 100) {
+    CompoundFileReport report;
+    EXPECT_EQ(CheckCompoundFile(CutBytes(sample.file, left), &report), STG_E_READFAULT) << left;
+    EXPECT_EQ(report.fault, CompoundFault::kUnreadable);
+  }
+}
+
+// Programs differ in the order of letters outside ASCII; equal names are then not always
+// neighbours.
+TEST(CompoundFileCheck, FindsEqualNamesWithALetterOutsideAsciiBetween) {
+  for (const bool equal : {false, true}) {
+    CompoundBuilder builder;
+    builder.ChainSiblings();
+    const ULONG first = builder.AddStream(0, OLESTR("B"), {});
+    const ULONG second = builder.AddStream(0, OLESTR("C"), {});
+    const ULONG third = builder.AddStream(0, OLESTR("D"), {});
+    Bytes file = builder.Build();
+    Put16(file, builder.EntryAt(first), 'A');
+    Put16(file, builder.EntryAt(second), 0xE9);
+    Put16(file, builder.EntryAt(third), equal ? 'a' : 'F');
+    EXPECT_EQ(FaultOf(file), equal ? CompoundFault::kTree : CompoundFault::kNone);
+  }
+}
+
 TEST(CompoundFileCheck, TakesTheUpperHalfOfASizeInVersion4Only) {
   for (const int version : {3, 4}) {
     Sample sample(version);

@@ -188,9 +188,167 @@ TEST(PortableStorage, RefusesMoreElementsOrLevelsThanItWouldReadBack) {
   EXPECT_TRUE(OpenAt(path));
 }
 
+// A stream of 4 GiB and one byte would come back as one byte.
+TEST(PortableStorage, RefusesToSaveAStreamLongerThanTheFormatHolds) {
+  for (const ULONGLONG size : {ULONGLONG{0x80000000}, ULONGLONG{0x100000001}}) {
+    const Name path = FreshPath("long");
+    CompoundBuilder builder(4);
+    builder.AddZeros(0, OLESTR("long"), size);
+    WriteFile(path, builder.Build());
+    const auto whole = builder.PlaceOf(builder.SectorCount());
+    std::filesystem::resize_file(path, whole);  // takes no room on the disk
+    Storage root = OpenAt(path);
+    ASSERT_TRUE(root);
+    AddStream(root.Get(), OLESTR("x"), {1});
+    EXPECT_EQ(root->Commit(STGC_DEFAULT), STG_E_DOCFILETOOLARGE);
+    Stream stream;
+    ASSERT_EQ(root->OpenStream(OLESTR("long"), nullptr, kReadWrite, 0, stream.Out()), S_OK);
+    ULARGE_INTEGER end = Size(0);
+    EXPECT_EQ(stream->Seek(Move(0), STREAM_SEEK_END, &end), S_OK);
+    EXPECT_EQ(end.QuadPart, size);
+    stream.Reset();
+    root.Reset();
+    EXPECT_EQ(std::filesystem::file_size(path), whole);
+  }
+}
+
+TEST(PortableStorage, NeitherWaitsForNorReplacesWhatIsNoFile) {
+  const Name path = FreshPath("pipe");
+  ASSERT_EQ(mkfifo(ToUtf8(path).c_str(), 0666), 0);
+  Storage root;
+  Stream stream;
+  EXPECT_EQ(OpenStorage(path.c_str(), kReadWrite, root.Out()), STG_E_ACCESSDENIED);
+  EXPECT_EQ(StgIsStorageFile(path.c_str()), STG_E_ACCESSDENIED);
+  for (const DWORD mode : {STGM_READ, STGM_WRITE, STGM_READWRITE | STGM_CREATE}) {
+    EXPECT_EQ(SHCreateStreamOnFileEx(path.c_str(), mode, 0, FALSE, nullptr, stream.Out()),
+              E_ACCESSDENIED);
+  }
+  EXPECT_EQ(CreateStorage(path.c_str(), kReadWrite | STGM_CREATE, root.Out()), STG_E_ACCESSDENIED);
+  const Name dangling = FreshPath("dangling");
+  std::filesystem::create_symlink("/nowhere/at/all", dangling);
+  EXPECT_EQ(CreateStorage(dangling.c_str(), kReadWrite | STGM_CREATE, root.Out()),
+            STG_E_ACCESSDENIED);
+  // One that came after the storage was made.
+  const Name late = FreshPath("late");
+  root = CreateAt(late);
+  ASSERT_EQ(mkfifo(ToUtf8(late).c_str(), 0666), 0);
+  EXPECT_EQ(root->Commit(STGC_DEFAULT), STG_E_ACCESSDENIED);
+  EXPECT_TRUE(std::filesystem::is_fifo(late));
+  for (const Name& name : {path, dangling, late}) std::filesystem::remove(name);
+}
+
+/// Runs `check` in a process without the rights of the superuser; 0 when it answers true.
+template <class Check>
+int WithoutRights(Check check) {
+  const pid_t child = fork();
+  if (child == 0) {
+    if (geteuid() == 0 && seteuid(65534) != 0) _exit(2);
+    _exit(check() ? 0 : 1);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 3;
+}
+
+TEST(PortableStorage, LeavesWhatMayNotBeWritten) {
+  const Name path = FreshPath("protected");
+  Fill(CreateAt(path).Get(), {1});
+  const auto folder = std::filesystem::path(path).parent_path();
+  std::filesystem::permissions(folder, std::filesystem::perms::all);
+  std::filesystem::permissions(path, static_cast<std::filesystem::perms>(0444));
+  if (WithoutRights([&] { return access(folder.c_str(), W_OK) == 0 || geteuid() != 0; }) != 0) {
+    GTEST_SKIP() << "no way to give up rights";
+  }
+  Storage root;
+  const auto open = [&](DWORD mode) { return OpenStorage(path.c_str(), mode, root.Out()); };
+  const auto make = [&] {
+    return CreateStorage(path.c_str(), kReadWrite | STGM_CREATE, root.Out());
+  };
+  // A file that may only be read, then a folder.
+  EXPECT_EQ(WithoutRights([&] { return open(STGM_READ | STGM_SHARE_DENY_WRITE) == S_OK; }), 0);
+  EXPECT_EQ(WithoutRights([&] { return open(kReadWrite) == STG_E_ACCESSDENIED; }), 0);
+  EXPECT_EQ(WithoutRights([&] { return make() == STG_E_ACCESSDENIED; }), 0);
+  std::filesystem::permissions(path, static_cast<std::filesystem::perms>(0666));
+  EXPECT_EQ(WithoutRights([&] {
+              // Protected between opening and saving, by whoever may.
+              if (open(kReadWrite) != S_OK || root->SetClass(IID_IStream) != S_OK) return false;
+              if (seteuid(getuid()) != 0) return false;
+              std::filesystem::permissions(path, static_cast<std::filesystem::perms>(0444));
+              if (geteuid() == 0 && seteuid(65534) != 0) return false;
+              return root->Commit(STGC_DEFAULT) == STG_E_ACCESSDENIED;
+            }),
+            0);
+  std::filesystem::permissions(path, static_cast<std::filesystem::perms>(0666));
+  std::filesystem::permissions(folder, static_cast<std::filesystem::perms>(0555));
+  EXPECT_EQ(WithoutRights([&] { return open(kReadWrite) == STG_E_ACCESSDENIED; }), 0);
+  std::filesystem::permissions(folder, static_cast<std::filesystem::perms>(0755));
+}
+
+TEST(PortableStorage, SavesWhereItWasOpenedWhateverTheWorkingFolder) {
+  const std::filesystem::path path = FreshPath("relative");
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(path.parent_path());
+  Storage root = CreateAt(OLESTR("relative"));
+  std::filesystem::current_path(before);
+  Fill(root.Get(), {1});
+  EXPECT_EQ(root->Commit(STGC_DEFAULT), S_OK);
+  EXPECT_TRUE(std::filesystem::exists(path));
+}
+
+TEST(PortableStorage, SavesUnderTheLongestNameAndBesideLeftOvers) {
+  const Name path = FreshPath((std::string(250, 'x') + ".zdm").c_str());
+  const auto folder = std::filesystem::path(path).parent_path();
+  std::vector<std::filesystem::path> leftOvers;
+  for (int i = 0; i < 500; ++i) {
+    leftOvers.push_back(folder /
+                        (".zdm-" + std::to_string(getpid()) + "-" + std::to_string(i) + "~"));
+    std::ofstream(leftOvers.back()).put('x');
+  }
+  const Storage root = CreateAt(path);
+  EXPECT_EQ(root->Commit(STGC_DEFAULT), S_OK);
+  EXPECT_TRUE(FileExists(path));
+  for (const auto& file : leftOvers) EXPECT_TRUE(std::filesystem::remove(file));
+}
+
+TEST(PortableStorage, ReplacesAnElementOfAFullStorage) {
+  const Storage root = CreateAt(FreshPath("replace"));
+  for (ULONG i = 0; i < 2047; ++i) AddStream(root.Get(), Numbered(i).c_str(), {});
+  Stream stream;
+  EXPECT_EQ(root->CreateStream(OLESTR("more"), kReadWrite | STGM_CREATE, 0, 0, stream.Out()),
+            STG_E_MEDIUMFULL);
+  EXPECT_EQ(root->CreateStream(OLESTR("s7"), kReadWrite | STGM_CREATE, 0, 0, stream.Out()), S_OK);
+}
+
+TEST(PortableStorage, RevertsAfterASaveThatFailed) {
+  const Name path = FreshPath("undone");
+  Fill(CreateAt(path).Get(), {5, 200});
+  const Storage root = OpenAt(path, kReadWrite | STGM_TRANSACTED);
+  const std::string before = Describe(root.Get());
+  for (ULONG i = 0; i < 2; ++i) {
+    const Storage folder = [&] {
+      Storage made;
+      EXPECT_EQ(root->CreateStorage(OLESTR("folder"), kReadWrite, 0, 0, made.Out()), S_OK);
+      return made;
+    }();
+    EXPECT_EQ(root->DestroyElement(OLESTR("s5")), S_OK);
+    std::filesystem::rename(path, path + u"-away");
+    std::filesystem::create_directory(path);
+    EXPECT_EQ(root->Commit(STGC_DEFAULT), STG_E_ACCESSDENIED);
+    std::filesystem::remove(path);
+    std::filesystem::rename(path + u"-away", path);
+    EXPECT_EQ(root->Revert(), S_OK);
+    EXPECT_EQ(Describe(root.Get()), before);
+    EXPECT_EQ(folder->SetClass(IID_IStream), STG_E_REVERTED);
+  }
+  AddStream(root.Get(), OLESTR("x"), {1});
+  EXPECT_EQ(root->Commit(STGC_DEFAULT), S_OK);
+  EXPECT_EQ(BytesOf(OpenAt(path).Get(), OLESTR("s200")), Pattern(200000, 200));
+}
+
 // Opens the file at `path` and reads everything, in a process of its own that may use no more than
 // 16 MB and four times the file beyond what it has at the start.
-void ExpectReadWithinMemory(const Name& path) {
+void ExpectReadWithinMemory(const Name& path, HRESULT expected, unsigned elementsExpected,
+                            DWORD transacted = STGM_DIRECT) {
   const auto size = std::filesystem::file_size(path);
   const pid_t child = fork();
   if (child == 0) {
@@ -201,9 +359,11 @@ void ExpectReadWithinMemory(const Name& path) {
     const rlimit limit = {bound, bound};
     if (setrlimit(RLIMIT_AS, &limit) != 0) _exit(3);
     Storage root;
-    const HRESULT opened = OpenStorage(path.c_str(), STGM_READ | STGM_SHARE_DENY_WRITE, root.Out());
-    if (opened == STG_E_DOCFILECORRUPT) _exit(0);
-    if (opened != S_OK) _exit(1);
+    const HRESULT opened =
+        OpenStorage(path.c_str(), STGM_READ | STGM_SHARE_DENY_WRITE | transacted, root.Out());
+    if (opened != expected) _exit(1);
+    if (opened != S_OK) _exit(0);
+    unsigned count = 0;
     OleRef<IEnumSTATSTG> elements;
     root->EnumElements(0, nullptr, 0, elements.Out());
     STATSTG entry;
@@ -216,8 +376,9 @@ void ExpectReadWithinMemory(const Name& path) {
         if (stream->Read(buffer, sizeof(buffer), &read) != S_OK) _exit(2);
       } while (read != 0);
       CoTaskMemFree(entry.pwcsName);
+      ++count;
     }
-    _exit(0);
+    _exit(count == elementsExpected ? 0 : 4);
   }
   int status = 0;
   ASSERT_EQ(waitpid(child, &status, 0), child);
@@ -230,24 +391,29 @@ TEST(PortableStorage, OpensHostileFilesWithinMemory) {
   GTEST_SKIP() << "the address sanitizer takes memory of its own";
 #endif
   const Name path = FreshPath("memory");
-  // 10^5 empty streams: as much directory as possible.
+  // Empty streams with the longest names: as much directory as possible.
   CompoundBuilder wide;
-  for (ULONG i = 0; i < 100000; ++i) wide.AddStream(0, Numbered(i), {});
+  for (ULONG i = 0; i < 200000; ++i) {
+    Name name = Numbered(i);
+    name.resize(31, 'x');
+    wide.AddStream(0, name, {});
+  }
   WriteFile(path, wide.Build());
-  ExpectReadWithinMemory(path);
+  ExpectReadWithinMemory(path, S_OK, 200000);
+  ExpectReadWithinMemory(path, S_OK, 200000, STGM_TRANSACTED);
   // As much allocation table for as many small pieces as possible.
   CompoundBuilder pieces;
   for (ULONG i = 0; i < 30000; ++i) pieces.AddStream(0, Numbered(i), Pattern(65));
   pieces.AddStream(0, OLESTR("large"), Bytes(8000000));
   Bytes file = pieces.Build();
   WriteFile(path, file);
-  ExpectReadWithinMemory(path);
+  ExpectReadWithinMemory(path, S_OK, 30001);
   // Counts past the file.
   for (const std::size_t at : {44, 64, 72}) {
     Bytes damaged = file;
     Put32(damaged, at, 0x7FFFFFFF);
     WriteFile(path, damaged);
-    ExpectReadWithinMemory(path);
+    ExpectReadWithinMemory(path, STG_E_DOCFILECORRUPT, 0);
   }
 }
 

@@ -305,6 +305,43 @@ TEST(StorageFile, AnswersForFilesThatAreNone) {
   EXPECT_EQ(report.fault, CompoundFault::kChain);
 }
 
+TEST(StorageFile, TakesTheModesTheSystemTakes) {
+  const Name path = FreshPath("modes-of-roots");
+  CreateAt(path).Reset();
+  const struct {
+    DWORD mode;
+    HRESULT create;
+    HRESULT open;
+  } cases[] = {
+      {STGM_READWRITE | STGM_SHARE_EXCLUSIVE, S_OK, S_OK},
+      {STGM_READWRITE | STGM_SHARE_DENY_WRITE, STG_E_INVALIDFLAG, STG_E_INVALIDFLAG},
+      {STGM_READWRITE | STGM_SHARE_DENY_NONE, STG_E_INVALIDFLAG, STG_E_INVALIDFLAG},
+      {STGM_READ | STGM_SHARE_DENY_NONE, STG_E_INVALIDFLAG, STG_E_INVALIDFLAG},
+      {STGM_READ | STGM_SHARE_DENY_WRITE, STG_E_INVALIDFLAG, S_OK},
+      {STGM_READWRITE | STGM_SHARE_DENY_WRITE | STGM_TRANSACTED, S_OK, S_OK},
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.mode);
+    Storage root;
+    EXPECT_EQ(OpenStorage(path.c_str(), test.mode, root.Out()), test.open);
+    root.Reset();
+    EXPECT_EQ(CreateStorage(path.c_str(), test.mode | STGM_CREATE, root.Out()), test.create);
+    root.Reset();
+    CreateAt(path).Reset();
+  }
+}
+
+// The report of an earlier file must not stand for one that cannot be opened.
+TEST(StorageFile, ReportsNothingOfAFileThatIsNotThere) {
+  CompoundFileReport report;
+  report.fault = CompoundFault::kChain;
+  Storage root;
+  EXPECT_EQ(OpenStorage(FreshPath("missing").c_str(), STGM_READ | STGM_SHARE_DENY_WRITE, root.Out(),
+                        &report),
+            STG_E_FILENOTFOUND);
+  EXPECT_EQ(report.fault, CompoundFault::kNone);
+}
+
 TEST(StorageFile, OpeningASoundFileDoesNotWriteIt) {
   const Name path = FreshPath("untouched");
   CompoundBuilder builder(4);

@@ -241,6 +241,25 @@ TEST(FileStream, OpensAsItsModeSays) {
   EXPECT_TRUE(ReadAll(stream.Get()).empty());
 }
 
+// Each byte written would be one more to read.
+TEST(FileStream, CopiesOntoItsOwnFileOnce) {
+  if (!kOurClasses) GTEST_SKIP() << "the system's ends when the disk is full";
+  const Name path = FreshPath("own");
+  WriteFile(path, Pattern(700000));
+  Stream from;
+  Stream to;
+  for (Stream* stream : {&from, &to}) {
+    ASSERT_EQ(
+        SHCreateStreamOnFileEx(path.c_str(), STGM_READWRITE, 0, FALSE, nullptr, stream->Out()),
+        S_OK);
+  }
+  ASSERT_EQ(to->Seek(Move(0), STREAM_SEEK_END, nullptr), S_OK);
+  ULARGE_INTEGER read = Size(0);
+  EXPECT_EQ(from->CopyTo(to.Get(), Size(10000000), &read, nullptr), S_OK);
+  EXPECT_EQ(read.QuadPart, 700000U);
+  EXPECT_EQ(ReadFile(path).size(), 1400000U);
+}
+
 TEST(ClassStream, WritesSixteenBytesAndReadsThemBack) {
   Place place = InMemory({9});
   constexpr CLSID kClass = {0x11223344, 0x5566, 0x7788, {1, 2, 3, 4, 5, 6, 7, 8}};

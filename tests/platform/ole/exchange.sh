@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # exchange.sh BUILD_LINUX BUILD_WINDOWS: compound files made and changed on one system are listed
-# alike on the other, by gsf and by olefile. Compound files of other programs, where some are
-# installed, are listed as gsf sees them.
+# alike on the other, by gsf and by olefile. Compound files of other programs (the examples of
+# libspreadsheet-parseexcel-perl, or those in ZDM_SAMPLES) are listed as gsf sees them.
 set -u
 linux=$1/bin/storage_exchange
 windows=$2/bin/storage_exchange.exe
@@ -93,6 +93,7 @@ print("%08x" % zlib.crc32(open(sys.argv[1], "rb").read()))' "$work/bytes")" ] ||
   done <"$work/foreign"
 done < <(find ${ZDM_SAMPLES:-/usr/share/doc /usr/lib/R /usr/lib/libreoffice} -type f \
   \( -iname '*.doc' -o -iname '*.xls' -o -iname '*.ppt' -o -iname '*.msi' -o -iname '*.sdv' \) 2>/dev/null)
+[ $count -gt 0 ] || fail "no files of other programs: is libspreadsheet-parseexcel-perl installed?"
 
 [ $failures -eq 0 ] && echo "exchange: alike on both systems; $count files of other programs read as gsf reads them"
 [ $failures -eq 0 ]
