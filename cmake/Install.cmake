@@ -19,5 +19,6 @@ install(FILES ${PROJECT_SOURCE_DIR}/cmake/zdmConfig.cmake
               ${PROJECT_BINARY_DIR}/zdmConfigVersion.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zdm)
 
+file(RELATIVE_PATH ZDM_PC_TO_PREFIX /x/${CMAKE_INSTALL_LIBDIR}/pkgconfig /x)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/zdm.pc.in ${PROJECT_BINARY_DIR}/zdm.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zdm.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -24,11 +24,10 @@ if [ -n "$emulator" ]; then
 else
   "$work/tree/outside"
   "$work/prefix/bin/zdm" classes >/dev/null
-  # pkg-config knows the prefix that was configured; --define-prefix moves it along.
   PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name zdm.pc)")
   export PKG_CONFIG_PATH
-  flags=$(pkg-config --define-prefix --cflags --libs zdm)
-  lib=$(pkg-config --define-prefix --variable=libdir zdm)
+  flags=$(pkg-config --cflags --libs zdm)
+  lib=$(pkg-config --variable=libdir zdm)
   # shellcheck disable=SC2086
   "$compiler" -std=c++20 ${sanitizers:+-fsanitize=$sanitizers} "$here/outside/outside.cpp" \
     -o "$work/plain" $flags -Wl,-rpath,"$lib"

@@ -11,7 +11,8 @@ constexpr HRESULT VARCMP_EQ = 1;
 constexpr HRESULT VARCMP_GT = 2;
 
 /// Compares two strings over their whole length; null equals empty, and both come before any other.
-/// @param locale  0: code unit by code unit (the system's order differs); any other: by the user's default locale (accents and
+/// @param locale  0: code unit by code unit (the system's order differs); any other: by the user's
+/// default locale (accents and
 ///                case count, composed and decomposed letters are equal).
 /// @param flags   0, or NORM_IGNORECASE (not with locale 0); E_INVALIDARG for others.
 /// @return VARCMP_LT, VARCMP_EQ or VARCMP_GT; E_OUTOFMEMORY.

@@ -1,9 +1,9 @@
 // A program of somebody else's, built against the installed package.
-#include <cstdio>
-#include <platform/core/ZCore.h>
 #include <platform/core/CZStream.h>
+#include <platform/core/ZCore.h>
 #include <zdm/framework/ZRefPtr.h>
 #include <zdm/module/ClassTable.h>
+#include <cstdio>
 
 int main() {
   // A host's own registration, also where the host is not built for wide characters.

@@ -34,9 +34,7 @@ class Folder {
   std::filesystem::path path_;
 };
 
-std::filesystem::path Native(const Name& path) {
-  return std::filesystem::path(path);
-}
+std::filesystem::path Native(const Name& path) { return std::filesystem::path(path); }
 
 }  // namespace
 
@@ -70,9 +68,7 @@ void WriteFile(const Name& path, const Bytes& bytes) {
              static_cast<std::streamsize>(bytes.size()));
 }
 
-bool FileExists(const Name& path) {
-  return std::filesystem::exists(Native(path));
-}
+bool FileExists(const Name& path) { return std::filesystem::exists(Native(path)); }
 
 LARGE_INTEGER Move(LONGLONG offset) {
   LARGE_INTEGER move;
