@@ -1,10 +1,10 @@
-// What every persistent object is built on. T is IZDMObject or an interface derived from it. Answers
-// all operations of IZDMObject as described there; a class overrides what it does differently, and
-// of the operations added here CloneInto, LoadOwnData and SaveOwnData where it has data of its own.
-// The class must be registered with the factory to be cloned.
-// Attachments are made on first use, through the factory; while a class of theirs is not registered,
-// the operation that wants it changes nothing, and a stream that holds its data is damaged.
-// Stream form: above Save in IZDMObjectImpl.inl.
+// What every persistent object is built on. T is IZDMObject or an interface derived from it.
+// Answers all operations of IZDMObject as described there; a class overrides what it does
+// differently, and of the operations added here CloneInto, LoadOwnData and SaveOwnData where it has
+// data of its own. The class must be registered with the factory to be cloned. Attachments are made
+// on first use, through the factory; while a class of theirs is not registered, the operation that
+// wants it changes nothing, and a stream that holds its data is damaged. Stream form: above Save in
+// IZDMObjectImpl.inl.
 #pragma once
 
 #include "zdm/extdata/IZExtDataMgr.h"
@@ -163,10 +163,10 @@ class IZDMObjectImpl : public IZDisplayImpl<IZObjectImpl<T>> {
   virtual bool ReservedQuery16() { return true; }
 
  protected:
-  OID* oid_;                             // owned; an ID table that lists it keeps it
-  OID* ownerOid_ = nullptr;              // borrowed
-  ZRefPtr<IZExtDataMgr> extDataMgr_;     // null until first used
-  ZRefPtr<IZReltnColl> reltnColl_;       // null until a relation is added or loaded
+  OID* oid_;                              // owned; an ID table that lists it keeps it
+  OID* ownerOid_ = nullptr;               // borrowed
+  ZRefPtr<IZExtDataMgr> extDataMgr_;      // null until first used
+  ZRefPtr<IZReltnColl> reltnColl_;        // null until a relation is added or loaded
   ZRefPtr<IZParameterArray> paramArray_;  // null until first used; its owner is this object
   ZRefPtr<IZTreeData> treeData_;
   ULONG reltnStatus_ = ZRS_VALID;

@@ -218,8 +218,8 @@ IZDatabase* IZDMObjectImpl<T>::GetDatabase() {
   IZDMObject* object = oid_ != nullptr ? oid_->Object : nullptr;
   IZDMObject* owner = object != nullptr ? object->GetOwner() : nullptr;
   if (owner == nullptr) return nullptr;
-  // The root owns itself. Any longer ring of owners comes back to `mark`, which moves up after 1, 2,
-  // 4, ... steps.
+  // The root owns itself. Any longer ring of owners comes back to `mark`, which moves up after 1,
+  // 2, 4, ... steps.
   IZDMObject* mark = object;
   ULONGLONG steps = 0;
   ULONGLONG limit = 1;
@@ -410,8 +410,7 @@ void IZDMObjectImpl<T>::HoldParameterArray(IZParameterArray* array) {
 template <class T>
 IZParameterArray* IZDMObjectImpl<T>::QueryParameterArray() {
   if (paramArray_ == nullptr) {
-    HoldParameterArray(
-        zdm::CreateAs<IZParameterArray>(zdm::ClassRow<CZParameterArray>::kClassID));
+    HoldParameterArray(zdm::CreateAs<IZParameterArray>(zdm::ClassRow<CZParameterArray>::kClassID));
   }
   return paramArray_;
 }
