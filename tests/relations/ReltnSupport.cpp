@@ -13,12 +13,14 @@ ZDM_OBJECT_BODY(PlainReltn)
 ZDM_OBJECT_BODY(Shape)
 ZDM_OBJECT_BODY(Lookup)
 ZDM_OBJECT_BODY(Recorder)
+ZDM_OBJECT_BODY(Thing)
 
 namespace {
 
 [[maybe_unused]] const bool registered = [] {
   PlainReltn::zInit();
   Shape::zInit();
+  Thing::zInit();
   return true;
 }();
 

@@ -11,6 +11,7 @@
 #include "zdm/framework/ZClass.h"
 #include "zdm/host/IZDatabase.h"
 #include "zdm/host/IZDispAttrib.h"
+#include "zdm/model/IZDMObjectImpl.h"
 #include "zdm/relations/CZReltnColl.h"
 #include "zdm/relations/IZSingleReltnImpl.h"
 #include "zdm/relations/ZReltnVisitor.h"
@@ -21,6 +22,7 @@ class PlainReltn;
 class Shape;
 class Lookup;
 class Recorder;
+class Thing;
 
 }  // namespace zdm::test
 
@@ -32,8 +34,20 @@ ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Lookup,
               "00000000-0000-0000-0000-000000000000", IZObject, IZDatabase)
 ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Recorder,
               "00000000-0000-0000-0000-000000000000", IZObject, IZReltnVisitor)
+ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Thing, "7E570000-0000-4000-8000-000000000102",
+              IZObject, IZRelation, IZDMObject)
 
 namespace zdm::test {
+
+/// An object without geometry.
+class Thing : public IZDMObjectImpl<IZDMObject> {
+  ZDM_OBJECT(Thing)
+ public:
+  Thing() { ++alive; }
+  ~Thing() override { --alive; }
+
+  inline static int alive = 0;
+};
 
 /// The plain single-target relation that a host provides.
 class PlainReltn : public IZSingleReltnImpl<IZSingleReltn> {
@@ -63,7 +77,7 @@ class Shape : public IZRelationImpl<IZRelation> {
   bool visible = true;
   int updates = 0;
   int validations = 0;
-  XYZ moved;              // translation of the last Transform
+  XYZ moved;                  // translation of the last Transform
   SubID* askedSub = nullptr;  // of the last GetBox
   GiContext* askedContext = nullptr;
 };

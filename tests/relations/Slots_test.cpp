@@ -62,22 +62,23 @@ TEST(Slots, IZDisplay) {
 }
 
 TEST(Slots, IZRelation) {
-  ExpectInOrder(45, {ZDM_SLOT(IZRelation, CopyFrom), ZDM_SLOT(IZRelation, Update),
-                     ZDM_SLOT(IZRelation, SetReltnStatus), ZDM_SLOT(IZRelation, GetReltnStatus),
-                     ZDM_SLOT(IZRelation, ClearReltnStatus), ZDM_SLOT(IZRelation, JudgeReltnStatus),
-                     ZDM_SLOT(IZRelation, IsReltnDiffusible),
-                     ZDM_SLOT(IZRelation, SetReltnDiffusible), ZDM_SLOT(IZRelation, Load),
-                     ZDM_SLOT(IZRelation, Save), ZDM_SLOT(IZRelation, IsValid),
-                     ZDM_SLOT(IZRelation, SetReltnTag), ZDM_SLOT(IZRelation, GetReltnTag),
-                     ZDM_SLOT(IZRelation, AssertValid), ZDM_SLOT(IZRelation, Accept),
-                     ZDM_SLOT(IZRelation, JudgeSame)});
+  ExpectInOrder(
+      45, {ZDM_SLOT(IZRelation, CopyFrom), ZDM_SLOT(IZRelation, Update),
+           ZDM_SLOT(IZRelation, SetReltnStatus), ZDM_SLOT(IZRelation, GetReltnStatus),
+           ZDM_SLOT(IZRelation, ClearReltnStatus), ZDM_SLOT(IZRelation, JudgeReltnStatus),
+           ZDM_SLOT(IZRelation, IsReltnDiffusible), ZDM_SLOT(IZRelation, SetReltnDiffusible),
+           ZDM_SLOT(IZRelation, Load), ZDM_SLOT(IZRelation, Save), ZDM_SLOT(IZRelation, IsValid),
+           ZDM_SLOT(IZRelation, SetReltnTag), ZDM_SLOT(IZRelation, GetReltnTag),
+           ZDM_SLOT(IZRelation, AssertValid), ZDM_SLOT(IZRelation, Accept),
+           ZDM_SLOT(IZRelation, JudgeSame)});
 }
 
 TEST(Slots, RelationBasesAddTheirsBehindTheInterface) {
   ExpectInOrder(61, {{"Clone", SlotOfOverload<void(IZRelation**)>(&Shape::Clone)},
                      ZDM_SLOT(Shape, IsDumpRef)});
   ExpectInOrder(66, {{"Clone", SlotOfOverload<void(IZRelation**)>(&PlainReltn::Clone)},
-                     ZDM_SLOT(PlainReltn, IsDumpRef), ZDM_SLOT(PlainReltn, ReservedQuery),
+                     ZDM_SLOT(PlainReltn, IsDumpRef),
+                     ZDM_SLOT(PlainReltn, ReservedQuery),
                      {"Clone", SlotOfOverload<void(IZSingleReltn**)>(&PlainReltn::Clone)}});
 }
 
@@ -90,38 +91,36 @@ TEST(Slots, IZSingleReltn) {
 TEST(Slots, IZReltnColl) {
   EXPECT_EQ(SlotOf(&IZReltnColl::GetHead), 61);
   EXPECT_EQ(SlotOf(&IZReltnColl::AddTailColl), 91);
-  ExpectInOrder(
-      92, {ZDM_SLOT(IZReltnColl, GetHeadStatusPosition),
-           ZDM_SLOT(IZReltnColl, GetTailStatusPosition),
-           ZDM_SLOT(IZReltnColl, GetStatusNext),
-           ZDM_SLOT(IZReltnColl, GetStatusPrev),
-           {"Clone", SlotOfOverload<void(IZReltnColl**, bool)>(&IZReltnColl::Clone)},
-           ZDM_SLOT(IZReltnColl, GetValidHeadPosition),
-           ZDM_SLOT(IZReltnColl, GetValidTailPosition),
-           ZDM_SLOT(IZReltnColl, GetValidNext),
-           ZDM_SLOT(IZReltnColl, GetValidPrev)});
+  ExpectInOrder(92, {ZDM_SLOT(IZReltnColl, GetHeadStatusPosition),
+                     ZDM_SLOT(IZReltnColl, GetTailStatusPosition),
+                     ZDM_SLOT(IZReltnColl, GetStatusNext),
+                     ZDM_SLOT(IZReltnColl, GetStatusPrev),
+                     {"Clone", SlotOfOverload<void(IZReltnColl**, bool)>(&IZReltnColl::Clone)},
+                     ZDM_SLOT(IZReltnColl, GetValidHeadPosition),
+                     ZDM_SLOT(IZReltnColl, GetValidTailPosition),
+                     ZDM_SLOT(IZReltnColl, GetValidNext),
+                     ZDM_SLOT(IZReltnColl, GetValidPrev)});
 }
 
 TEST(Slots, CZReltnCollAddsVersionDumpAndClone) {
   ExpectInOrder(SlotOf(&CZReltnColl::getVersion),
-                {ZDM_SLOT(CZReltnColl, getVersion), ZDM_SLOT(CZReltnColl, IsDumpRef),
+                {ZDM_SLOT(CZReltnColl, getVersion),
+                 ZDM_SLOT(CZReltnColl, IsDumpRef),
                  {"Clone", SlotOfOverload<void(IZRelation**)>(&CZReltnColl::Clone)}});
 }
 
 TEST(Slots, IZReltnVisitor) {
   using I = IZReltnVisitor;
   ExpectInOrder(
-      3,
-      {{"Visit(coll)",
-        SlotOfOverload<bool(IZDMObject*, IZDMObject*, IZReltnColl*)>(&I::Visit)},
-       {"Visit(reltn)", SlotOfOverload<bool(IZDMObject*, IZDMObject*, IZRelation*)>(&I::Visit)},
-       {"Visit(owner)", SlotOfOverload<bool(IZDMObject*, IZDMObject*, OID*)>(&I::Visit)},
-       {"Visit(two)", SlotOfOverload<bool(IZDMObject*, IZDMObject*)>(&I::Visit)},
-       {"Visit(one)", SlotOfOverload<bool(IZDMObject*)>(&I::Visit)},
-       ZDM_SLOT(IZReltnVisitor, MapUID),
-       ZDM_SLOT(IZReltnVisitor, MapCID),
-       ZDM_SLOT(IZReltnVisitor, MapOID),
-       ZDM_SLOT(IZReltnVisitor, MapPID)});
+      3, {{"Visit(coll)", SlotOfOverload<bool(IZDMObject*, IZDMObject*, IZReltnColl*)>(&I::Visit)},
+          {"Visit(reltn)", SlotOfOverload<bool(IZDMObject*, IZDMObject*, IZRelation*)>(&I::Visit)},
+          {"Visit(owner)", SlotOfOverload<bool(IZDMObject*, IZDMObject*, OID*)>(&I::Visit)},
+          {"Visit(two)", SlotOfOverload<bool(IZDMObject*, IZDMObject*)>(&I::Visit)},
+          {"Visit(one)", SlotOfOverload<bool(IZDMObject*)>(&I::Visit)},
+          ZDM_SLOT(IZReltnVisitor, MapUID),
+          ZDM_SLOT(IZReltnVisitor, MapCID),
+          ZDM_SLOT(IZReltnVisitor, MapOID),
+          ZDM_SLOT(IZReltnVisitor, MapPID)});
 }
 
 TEST(Slots, VisitorInterfacesContinueAtTwelve) {
@@ -132,10 +131,10 @@ TEST(Slots, VisitorInterfacesContinueAtTwelve) {
 
 TEST(Slots, ZDfValue) {
   // Place 0 is the destructor, which takes two entries.
-  ExpectInOrder(1, {ZDM_SLOT(ZDfValue, Clone), ZDM_SLOT(ZDfValue, GetType),
-                    ZDM_SLOT(ZDfValue, Release), ZDM_SLOT(ZDfValue, JudgeSame),
-                    ZDM_SLOT(ZDfValue, CopyFrom), ZDM_SLOT(ZDfValue, Load),
-                    ZDM_SLOT(ZDfValue, Save), ZDM_SLOT(ZDfValue, Accept)});
+  ExpectInOrder(
+      1, {ZDM_SLOT(ZDfValue, Clone), ZDM_SLOT(ZDfValue, GetType), ZDM_SLOT(ZDfValue, Release),
+          ZDM_SLOT(ZDfValue, JudgeSame), ZDM_SLOT(ZDfValue, CopyFrom), ZDM_SLOT(ZDfValue, Load),
+          ZDM_SLOT(ZDfValue, Save), ZDM_SLOT(ZDfValue, Accept)});
 }
 
 }  // namespace
