@@ -10,6 +10,8 @@ struct IZDispAttrib;
 struct ZGiHatchData;
 
 struct ZDM_INTERFACE IZCategory : IZDMObject {
+  using IZDMObject::GetMaterial;
+
   virtual bool IsFlag8000() = 0;           // 130
   virtual void SetFlag8000(bool set) = 0;  // 131
   virtual bool IsFlag4000() = 0;           // 132
