@@ -15,7 +15,11 @@ class ZDM_API CZReltnColl
   CZReltnColl() = default;
   ~CZReltnColl() override;
 
+  // Its own operations, after getVersion.
   using IZReltnCollImpl::Clone;
+  virtual bool IsDumpRef() { return false; }
+  /// A new collection that has copied from this one (one reference for the caller).
+  virtual void Clone(IZRelation** out);
 
   /// Bounds over all elements, in drawing units. `sub` is not used.
   void GetBox(double* box, SubID* sub, GiContext* context) override;
@@ -46,10 +50,6 @@ class ZDM_API CZReltnColl
   bool MapOID(IZDMObject*, IZDMObject*, IZRelation*, OID**) override { return false; }
   bool MapPID(IZDMObject*, IZDMObject*, IZRelation*, PID**) override { return false; }
   void SetReltnType(eZRelation type) override { selector_ = type; }
-
-  virtual bool IsDumpRef() { return false; }
-  /// A new collection that has copied from this one (one reference for the caller).
-  virtual void Clone(IZRelation** out);
 
  private:
   eZRelation selector_ = ZR_ALL;
