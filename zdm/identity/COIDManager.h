@@ -168,6 +168,8 @@ class ZDM_API COIDManager {
  protected:
   /// Lists exactly `oids`, in this order.
   void Replace(std::vector<OID*> oids);
+  /// The record was listed here and in no other table since.
+  bool Keeps(const OID* oid) const;
   /// Gives up the records that are kept; the list is empty then.
   void ReleaseRecords();
 
