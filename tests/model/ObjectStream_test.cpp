@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <set>
+#include <sstream>
 
 #include "platform/core/CAtlException.h"
+#include "platform/system/Text.h"
 #include "tests/model/ModelSupport.h"
 #include "zdm/identity/CID.h"
 
@@ -80,7 +82,7 @@ TEST_F(ObjectStream, BodyHoldsAttachmentsInOrderThenOwnData) {
       0x0A, 0x00, 0x00, 0x00, 'i',  0x00, 't',  0x00, 'e',  0x00, 'm',  0x00, 0x00, 0x00,
       0x01,                    // relations
       0x01, 0x00, 0x00, 0x00,  // one
-      0x56, 0xE4, 0xF8, 0x69, 0xBA, 0xB4, 0x76, 0x4F, 0xA7, 0x65, 0x5C, 0xCF, 0x27, 0x95, 0x1F,
+      0x56, 0xE4, 0xF8, 0x69, 0xA8, 0x23, 0xF9, 0x4B, 0xA7, 0x65, 0x5C, 0xCF, 0x27, 0x95, 0x1F,
       0x72,                                             // class identifier
       0x00, 0x00, 0x80, 0x00, 0xFF, 0xFF, 0xFF, 0xFF,   // status word, tag
       0x00, 0x00, 0x00, 0x00, 0x77, 0x00, 0x00, 0x00,   // spare word, target
@@ -220,8 +222,8 @@ TEST_F(ObjectStream, OffersExactlyTheIDsItSaves) {
     std::set<LONG> ids;
     const std::vector<BYTE> bytes = BytesOf(saved, &db);
     for (std::size_t offset = 0; offset + 4 <= bytes.size(); ++offset) {
-      const LONG id = NumberAt(bytes, offset) - kCanary;
-      if (id > 0 && id < 0x1000) ids.insert(id);
+      const LONG id = NumberAt(bytes, offset);
+      if (id > kCanary && id < kCanary + 0x1000) ids.insert(id - kCanary);
     }
     return ids;
   };

@@ -27,6 +27,7 @@ void TestDatabase::Add(IZDMObject* object, LONG id) {
   object->SetStatus(ZOS_ATTACHED);
   object->SetStatus(ZOS_VALID);
   oids.AddOID(object->GetOID());
+  oids.ReSort();
 }
 
 ZRefPtr<IZDMObject> TestDatabase::MakeObject(const OLECHAR* name, LONG id) {
