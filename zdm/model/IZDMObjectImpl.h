@@ -179,6 +179,8 @@ class IZDMObjectImpl : public IZDisplayImpl<IZObjectImpl<T>> {
   void LoadParameters(IZStream* stream, IZDatabase* database);
 };
 
+#include "zdm/model/IZDMObjectAttachments.inl"
 #include "zdm/model/IZDMObjectImpl.inl"
+#include "zdm/model/IZDMObjectStream.inl"
 
 extern template class ZDM_API IZDMObjectImpl<IZDMObject>;
