@@ -185,8 +185,8 @@ TEST(SingleReltn, FollowsItsTargetsRecord) {
 TEST(SingleReltn, TakesOnlyDataModelObjects) {
   OID dead(0, 0, 3, nullptr);
   const auto reltn = Valid('a');
-  for (IZObject* object :
-       {static_cast<IZObject*>(nullptr), zdm::MakeObject<IZObject, Stranger>().Get()}) {
+  const auto stranger = zdm::MakeObject<IZObject, Stranger>();
+  for (IZObject* object : {static_cast<IZObject*>(nullptr), stranger.Get()}) {
     reltn->SetReltnOID(&dead);
     reltn->SetReltnObj(object);
     EXPECT_EQ(reltn->GetReltnOID(), nullptr);

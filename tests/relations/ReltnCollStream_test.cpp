@@ -16,7 +16,7 @@ using Bytes = std::vector<BYTE>;
 // clang-format off
 const Bytes kPlainClass = {0x56, 0xE4, 0xF8, 0x69, 0xA8, 0x23, 0xF9, 0x4B,
                            0xA7, 0x65, 0x5C, 0xCF, 0x27, 0x95, 0x1F, 0x72};
-const Bytes kCollClass = {0x25, 0xC5, 0xEE, 0x64, 0x4E, 0x12, 0x0E, 0x45,
+const Bytes kCollClass = {0x25, 0xE5, 0xBE, 0x64, 0x24, 0x71, 0x0E, 0x45,
                           0xB4, 0x08, 0x7A, 0x7D, 0x31, 0x97, 0x2C, 0xDC};
 // clang-format on
 
@@ -37,8 +37,9 @@ Bytes Entry(char letter, LONG target = 0) {
 
 /// A collection that holds nothing but a collection, `depth` collections in all.
 Bytes Nested(int depth) {
+  const Bytes level = Number(1) + kCollClass;
   Bytes bytes;
-  for (; depth > 1; --depth) bytes = bytes + Number(1) + kCollClass;
+  for (; depth > 1; --depth) bytes.insert(bytes.end(), level.begin(), level.end());
   return bytes + Number(0);
 }
 

@@ -191,7 +191,7 @@ TEST(DfValueCopy, RelationsAreClonedOrShared) {
     value.Value->SetReltnTag('a');
     ForEachCopy<ZDfRelation>(value, [&](ZDfRelation& copy, bool shared) {
       EXPECT_EQ(copy.Value == value.Value, shared);
-      EXPECT_EQ(copy.Value->GetReferenceCount(), shared ? 2u : 1u);
+      EXPECT_EQ(copy.Value->GetReferenceCount() > 1, shared);
       EXPECT_EQ(copy.Value->GetReltnOID(), &oid);
       EXPECT_EQ(copy.Value->GetReltnTag(), 'a');
     });
@@ -213,7 +213,7 @@ TEST(DfValueCopy, ElementsAreClonedOrShared) {
     value.Value->SetID(5);
     ForEachCopy<ZDfElement>(value, [&](ZDfElement& copy, bool shared) {
       EXPECT_EQ(copy.Value == value.Value, shared);
-      EXPECT_EQ(copy.Value->GetReferenceCount(), shared ? 2u : 1u);
+      EXPECT_EQ(copy.Value->GetReferenceCount() > 1, shared);
       EXPECT_EQ(copy.Value->GetID(), 5u);
     });
     ZDfElement same(value);
