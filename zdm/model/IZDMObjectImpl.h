@@ -183,4 +183,8 @@ class IZDMObjectImpl : public IZDisplayImpl<IZObjectImpl<T>> {
 #include "zdm/model/IZDMObjectImpl.inl"
 #include "zdm/model/IZDMObjectStream.inl"
 
+// One instantiation for everybody. Inline members do not leave a DLL, so there each module has its
+// own.
+#if !defined(_WIN32)
 extern template class ZDM_API IZDMObjectImpl<IZDMObject>;
+#endif
