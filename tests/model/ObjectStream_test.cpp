@@ -197,7 +197,8 @@ TEST_F(ObjectStream, OffersExactlyTheIDsItSaves) {
 
   // Two paths with canaries of their own, which only a stored table can bring.
   zdm::test::ByteStream paths;
-  for (const LONG word : {2, kCanary + 101, 1, kCanary + 7, kCanary + 102, 1, kCanary + 8}) {
+  for (const LONG word :
+       std::vector<LONG>{2, kCanary + 101, 1, kCanary + 7, kCanary + 102, 1, kCanary + 8}) {
     paths.Write(&word, sizeof(word));
   }
   paths.Seek(0, STREAM_SEEK_SET);

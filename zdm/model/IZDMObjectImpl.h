@@ -179,6 +179,12 @@ class IZDMObjectImpl : public IZDisplayImpl<IZObjectImpl<T>> {
   void LoadParameters(IZStream* stream, IZDatabase* database);
 };
 
+#include "zdm/model/IZDMObjectAttachments.inl"
 #include "zdm/model/IZDMObjectImpl.inl"
+#include "zdm/model/IZDMObjectStream.inl"
 
+// One instantiation for everybody. Inline members do not leave a DLL, so there each module has its
+// own.
+#if !defined(_WIN32)
 extern template class ZDM_API IZDMObjectImpl<IZDMObject>;
+#endif
