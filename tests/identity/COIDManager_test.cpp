@@ -251,7 +251,8 @@ TEST(Table, IsCopiedWithItsRecordsAndCounters) {
   EXPECT_EQ(copy.QueryHardID(), -5);
   copy.Init();
   EXPECT_EQ(table.GetOIDs().size(), 2U);
-  table = table;
+  COIDManager& same = table;
+  table = same;
   copy = table;
   table.Init();
   table = copy;
