@@ -1,8 +1,8 @@
 // How references compare, what lies on their paths, and what a stream carries of them.
 #include "zdm/identity/CID.h"
 
+#include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
-#include "tests/support/TestDatabase.h"
 #include "zdm/identity/CPIDManager.h"
 #include "zdm/identity/PID.h"
 
@@ -55,7 +55,11 @@ TEST(CID, ComparesFieldByFieldUpToTheFirstThatDiffers) {
       {"a path before none", {nullptr, &first, &two}, {nullptr, nullptr, &one}, true, false},
       {"a target before none", {nullptr, nullptr, &one}, {}, true, false},
       {"stops at equal IDs", {&first, &first, &one}, {&twin, &first, &two}, false, false},
-      {"stops at equal IDs of RefPID", {&first, &twin, &one}, {&second, &first, &two}, false, false},
+      {"stops at equal IDs of RefPID",
+       {&first, &twin, &one},
+       {&second, &first, &two},
+       false,
+       false},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(CID::Less(&row.a, &row.b), row.less) << row.what;
@@ -64,7 +68,7 @@ TEST(CID, ComparesFieldByFieldUpToTheFirstThatDiffers) {
 }
 
 TEST(CID, IsDirectlyRelatedToItsTargetAndTheObjectsOnItsPaths) {
-  const auto db = MakeDatabase();
+  const Document db;
   const auto self = db->MakeObject();
   const auto through = db->MakeObject();
   const auto target = db->MakeObject();
@@ -77,7 +81,7 @@ TEST(CID, IsDirectlyRelatedToItsTargetAndTheObjectsOnItsPaths) {
 }
 
 TEST(CID, LeavesARecordOutOfItsPaths) {
-  const auto db = MakeDatabase();
+  const Document db;
   const auto kept = db->MakeObject();
   const auto gone = db->MakeObject();
   OID* const keptOID = kept->GetOID();
@@ -108,7 +112,7 @@ class CIDStream : public testing::Test {
     return cid;
   }
 
-  ZRefPtr<TestDatabase> db = MakeDatabase();
+  Document db;
   PID* self;
   PID* ref;
 };
@@ -139,9 +143,8 @@ TEST_F(CIDStream, ReadsUnknownIDsAsNone) {
 
 TEST_F(CIDStream, KeepsTheReferenceWhenTheStreamEndsEarly) {
   CID cid(self, ref, db->GetOID());
-  ExpectShortStreamsThrow(Words({0, 0, 0}), [&](IZStream* stream) {
-    cid.Load(stream, &db->pids, &db->oids);
-  });
+  ExpectShortStreamsThrow(Words({0, 0, 0}),
+                          [&](IZStream* stream) { cid.Load(stream, &db->pids, &db->oids); });
   EXPECT_EQ(cid.SelfPID, self);
   EXPECT_EQ(cid.ReltnOID, db->GetOID());
 }

@@ -2,8 +2,8 @@
 #include "zdm/identity/CPIDManager.h"
 
 #include "document/CZOptPath.h"
+#include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
-#include "tests/support/TestDatabase.h"
 #include "zdm/identity/PID.h"
 
 namespace {
@@ -20,7 +20,7 @@ class Pool : public testing::Test {
     return ids;
   }
 
-  ZRefPtr<TestDatabase> db = MakeDatabase();
+  Document db;
   CPIDManager& pool = db->pids;
   ZRefPtr<IZDMObject> a = db->MakeObject();
   ZRefPtr<IZDMObject> b = db->MakeObject();
@@ -89,8 +89,7 @@ TEST_F(Pool, WritesThePathsWithTheirFlagInPoolOrder) {
   EXPECT_EQ(pool.GetValidLIDCount(), 2);
   for (unsigned int mode = 0; mode < 5; ++mode) pool.NormalizeValidity(mode);
   EXPECT_EQ(pool.GetValidLIDCount(), 2) << "flags do not follow the objects";
-  EXPECT_EQ(Written([&](IZStream* stream) { pool.Save(stream); }),
-            Words({2, 1, 2, 2, 1, 3, 1, 2}));
+  EXPECT_EQ(Written([&](IZStream* stream) { pool.Save(stream); }), Words({2, 1, 2, 2, 1, 3, 1, 2}));
 }
 
 TEST_F(Pool, ReadsPathsAndGoesOnAfterTheHighestID) {

@@ -4,8 +4,8 @@
 #include <random>
 
 #include "platform/geometry/GeMatrix.h"
+#include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
-#include "tests/support/TestDatabase.h"
 #include "zdm/identity/COuterPIDManager.h"
 #include "zdm/identity/CPIDManager.h"
 #include "zdm/identity/PID.h"
@@ -179,7 +179,7 @@ class Churn {
       if (relation->GetValidReltnObject() != nullptr) ++valid;
     }
     for (const UID& uid : uids_) {
-      if (uid.IsValid() && uid.GetReltnObject() != nullptr) ASSERT_NE(uid.GetReltnOID()->ID, 0);
+      ASSERT_TRUE(!uid.IsValid() || uid.GetReltnOID()->ID != 0);
       GeMatrix placement = uid.GetRefToRootMatrix();
       static_cast<void>(placement);
     }
@@ -241,7 +241,7 @@ class Churn {
   }
 
   std::mt19937 random_;
-  ZRefPtr<TestDatabase> db_ = MakeDatabase();
+  Document db_;
   std::vector<ZRefPtr<IZDMObject>> objects_;
   std::vector<ZRefPtr<IZSingleReltn>> relations_;
   std::vector<UID> uids_;

@@ -1,6 +1,6 @@
 // What the ID table writes, and what it makes of sound and damaged bytes.
+#include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
-#include "tests/support/TestDatabase.h"
 #include "zdm/host/IZProgressMeter.h"
 
 namespace {
@@ -15,7 +15,7 @@ class Meter : public IZObjectImpl<IZProgressMeter> {
 };
 
 TEST(OIDTableStream, WritesTheValidRecordsThatHaveAnObject) {
-  const auto db = MakeDatabase();
+  const Document db;
   const auto first = db->MakeObject(nullptr, -3);
   first->GetOID()->AuxWord1 = 8;
   first->GetOID()->AuxWord2 = 9;

@@ -1,11 +1,11 @@
 // When two paths are the same, what a path says of its records, and what a stream carries of it.
 #include "zdm/identity/PID.h"
 
+#include "document/CZOptPath.h"
 #include "platform/geometry/GeMatrix.h"
+#include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
 #include "zdm/framework/ZRefPtr.h"
-#include "document/CZOptPath.h"
-#include "tests/support/TestDatabase.h"
 
 namespace {
 
@@ -33,8 +33,8 @@ TEST_F(Path, IsSameForTheSameRecordsInOrder) {
     PID other;
     bool same;
   } rows[] = {
-      {"another ID", MakePath(8, {3, 5}), true},   {"another order", MakePath(7, {5, 3}), false},
-      {"a shorter one", MakePath(7, {3}), false},  {"a longer one", MakePath(7, {3, 5, 6}), false},
+      {"another ID", MakePath(8, {3, 5}), true},  {"another order", MakePath(7, {5, 3}), false},
+      {"a shorter one", MakePath(7, {3}), false}, {"a longer one", MakePath(7, {3, 5, 6}), false},
       {"an empty one", MakePath(7, {}), false},
   };
   for (const auto& row : rows) {
@@ -47,7 +47,7 @@ TEST_F(Path, IsSameForTheSameRecordsInOrder) {
 }
 
 TEST_F(Path, IsBuiltFromAndComparedWithAPathOfObjects) {
-  const auto db = MakeDatabase();
+  const Document db;
   const auto outer = db->MakeObject();
   const auto inner = db->MakeObject();
   const auto objects = zdm::MakeObject<IZOptPath, CZOptPath>();

@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "platform/geometry/SubID.h"
+#include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
-#include "tests/support/TestDatabase.h"
 #include "zdm/identity/PID.h"
 
 namespace {
@@ -19,7 +19,7 @@ class Reference : public testing::Test {
  protected:
   using Records = std::vector<OID*>;
 
-  ZRefPtr<TestDatabase> db = MakeDatabase();
+  Document db;
   ZRefPtr<IZDMObject> self = db->MakeObject();
   ZRefPtr<IZDMObject> through = db->MakeObject();
   ZRefPtr<IZDMObject> target = db->MakeObject();
@@ -225,8 +225,9 @@ class ReferenceArray : public ReferenceStream {
 
 TEST_F(ReferenceArray, WritesACountAndAppendsWhatItReads) {
   UID whole(db, nullptr, nullptr, self, nullptr);
-  const auto bytes =
-      Written([&](IZStream* stream) { UID::Save({&uid, &whole}, stream, db, true); });
+  const auto bytes = Written([&](IZStream* stream) {
+    UID::Save({&uid, &whole}, stream, db, true);
+  });
   EXPECT_EQ(bytes, Joined({Words({2}), {1}, Words({2, 1, 3}), edge, {1}, Words({0, 0, 1}), {0}}));
   uids.push_back(new UID);
   ByteStream stream(bytes);

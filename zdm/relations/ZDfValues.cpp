@@ -113,8 +113,8 @@ bool ZDfBool::JudgeSame(ZDfValue* other) { return SamePayload(*this, other); }
 void ZDfBool::Load(IZStream* stream, IZDatabase*) { Value = ReadPlain<BYTE>(stream) != 0; }
 
 void ZDfBool::Save(IZStream* stream, IZDatabase*) {
-  const BYTE byte = Value ? 1 : 0;
-  stream->Write(&byte, sizeof(byte));
+  const BYTE flag = Value ? 1 : 0;
+  stream->Write(&flag, sizeof(flag));
 }
 
 bool ZDfUlongPtr::JudgeSame(ZDfValue* other) { return SamePayload(*this, other); }
