@@ -107,7 +107,7 @@ TEST_F(Path, WritesItsIDAndThoseOfItsRecords) {
 }
 
 TEST_F(Path, ReadsTheRecordsThatTheTableLists) {
-  PID path(0);
+  PID path(LONG{0});
   ByteStream stream(Words({7, 3, 5, 99, 6}));
   path.Load(&stream, &ids);
   EXPECT_EQ(path.ID, 7);
