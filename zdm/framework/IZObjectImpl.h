@@ -7,6 +7,8 @@
 template <class T>
 class IZObjectImpl : public T {
  public:
+  using T::Clone;  // collections declare more of them
+
   ULONG Release() override { return this->DecrementCount(); }
   ULONG AddRef() override { return this->IncrementCount(); }
   IZObject* Clone() override { return nullptr; }

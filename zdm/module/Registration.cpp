@@ -4,6 +4,7 @@
 
 #include "zdm/module/ClassTable.h"
 #include "zdm/module/PendingClasses.h"
+#include "zdm/relations/CZReltnColl.h"
 
 unsigned short zdm::interfaceIDs[zdm::kInterfaceNameCount];
 

@@ -1,0 +1,2 @@
+zdm_add_bench(Identity_bench Identity_bench.cpp)
+target_link_libraries(Identity_bench PRIVATE zdm_test_support)

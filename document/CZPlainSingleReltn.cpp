@@ -1,0 +1,3 @@
+#include "document/CZPlainSingleReltn.h"
+
+ZDM_OBJECT_BODY(CZPlainSingleReltn)

@@ -1,0 +1,2 @@
+zdm_add_fuzz(ObjectBody)
+target_link_libraries(ObjectBody_fuzz PRIVATE zdm_test_support)

@@ -1,0 +1,64 @@
+// A stored ID table: what of it is read is found by its IDs, and written back as it came.
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include "platform/core/CAtlException.h"
+#include "tests/support/ByteStream.h"
+#include "zdm/identity/COIDManager.h"
+#include "zdm/identity/OID.h"
+
+namespace {
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+/// The next ID of a kind; 0 when all are taken.
+template <class Query>
+LONG Next(Query query) {
+  try {
+    return query();
+  } catch (const CAtlException&) {
+    return 0;
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  COIDManager table;
+  table.Init();
+  zdm::test::ByteStream in(std::vector<BYTE>(data, data + size));
+  const bool isComplete = table.Load(&in);
+  LONG count = 0;
+  if (size >= sizeof(count)) std::memcpy(&count, data, sizeof(count));
+  const std::vector<OID*> read = table.GetOIDs();
+  Require(read.size() <= size / 12);
+  Require(isComplete ==
+          (size >= sizeof(count) && count >= 0 && read.size() == static_cast<std::size_t>(count)));
+  const std::uint8_t* entry = data + sizeof(count);
+  for (const OID* record : read) {
+    const LONG words[] = {record->AuxWord1, record->AuxWord2, record->ID};
+    Require(std::memcmp(entry, words, sizeof(words)) == 0);
+    entry += sizeof(words);
+  }
+
+  table.ReSort();
+  const std::vector<OID*>& sorted = table.GetOIDs();
+  Require(sorted.size() == read.size());
+  for (std::size_t i = 1; i < sorted.size(); ++i) Require(sorted[i - 1]->ID <= sorted[i]->ID);
+  for (const OID* record : sorted) {
+    const OID* found = table.GetOIDByID(record->ID);
+    if (record->ID != 0 && record->ID != -1) Require(found != nullptr && found->ID == record->ID);
+  }
+  const LONG hard = Next([&] { return table.QueryHardID(); });
+  const LONG soft = Next([&] { return table.QuerySoftID(); });
+  for (const OID* record : sorted) Require(hard == 0 || record->ID > hard);
+  for (const OID* record : sorted) Require(soft == 0 || record->ID < soft);
+  for (OID* record : read) table.Remove(record);
+  Require(table.GetOIDs().empty());
+  return 0;
+}

@@ -1,0 +1,151 @@
+// One path for one sequence of records; what the pool writes and reads.
+#include "zdm/identity/CPIDManager.h"
+
+#include "document/CZOptPath.h"
+#include "tests/identity/Document.h"
+#include "tests/identity/Records.h"
+#include "zdm/identity/PID.h"
+
+namespace {
+
+using namespace zdm::test;
+
+class Pool : public testing::Test {
+ protected:
+  using Records = std::vector<OID*>;
+
+  std::vector<LONG> PooledIDs() {
+    std::vector<LONG> ids;
+    for (const PID* path : pool.GetPIDs()) ids.push_back(path->ID);
+    return ids;
+  }
+
+  Document db;
+  CPIDManager& pool = db->pids;
+  ZRefPtr<IZDMObject> a = db->MakeObject();
+  ZRefPtr<IZDMObject> b = db->MakeObject();
+};
+
+TEST_F(Pool, MakesOnePathForOneSequenceWhateverTheForm) {
+  const Records records = {a->GetOID(), b->GetOID()};
+  EXPECT_EQ(pool.FindPID(records), nullptr);
+  PID* path = pool.QueryPID(records);
+  EXPECT_EQ(path->ID, 1);
+  const auto objects = zdm::MakeObject<IZOptPath, CZOptPath>();
+  objects->Append(a);
+  objects->Append(b);
+  const PID twin(*path);
+  EXPECT_EQ(pool.QueryPID(records), path);
+  EXPECT_EQ(pool.QueryPID(path->OIDs), path);
+  EXPECT_EQ(pool.QueryPID(&twin), path);
+  EXPECT_EQ(pool.QueryPID(objects.Get()), path);
+  EXPECT_EQ(pool.FindPID(objects.Get()), path);
+  PID* head = pool.QueryPID(a.Get());
+  EXPECT_EQ(pool.QueryPID(head, b->GetIZObject()), path);
+  EXPECT_EQ(PooledIDs(), (std::vector<LONG>{1, 2})) << "no ID is spent on a path that exists";
+  EXPECT_EQ(pool.GetPIDByID(2), head);
+  EXPECT_EQ(pool.GetPIDByID(3), nullptr);
+}
+
+TEST_F(Pool, ExtendsAPathByOneObject) {
+  PID* one = pool.QueryPID(nullptr, a->GetIZObject());
+  EXPECT_EQ(one, pool.FindPID(a.Get()));
+  PID* two = pool.QueryPID(one, b->GetIZObject());
+  EXPECT_TRUE(two->IsSame(Records{a->GetOID(), b->GetOID()}));
+  EXPECT_EQ(two->ID, 2);
+  EXPECT_EQ(one->OIDs.size(), 1U) << "the base stays as it is";
+  const auto stranger = zdm::MakeObject<IZObject, Stranger>();
+  EXPECT_EQ(pool.QueryPID(one, stranger), nullptr);
+  EXPECT_EQ(pool.GetPIDs().size(), 2U);
+}
+
+TEST_F(Pool, FindsAnObjectOnlyByThePathOfItAlone) {
+  pool.QueryPID(Records{a->GetOID(), b->GetOID()});
+  EXPECT_EQ(pool.FindPID(a.Get()), nullptr);
+}
+
+TEST_F(Pool, AnswersNullForNull) {
+  EXPECT_EQ(pool.FindPID(static_cast<const PID*>(nullptr)), nullptr);
+  EXPECT_EQ(pool.QueryPID(static_cast<IZOptPath*>(nullptr)), nullptr);
+  EXPECT_EQ(pool.QueryPID(static_cast<IZDMObject*>(nullptr)), nullptr);
+}
+
+TEST_F(Pool, StartsAgainWithoutDeletingPaths) {
+  PID* old = pool.QueryPID(a.Get());
+  pool.Init();
+  EXPECT_EQ(pool.FindPID(a.Get()), nullptr);
+  EXPECT_EQ(pool.GetPIDByID(1), nullptr);
+  PID* fresh = pool.QueryPID(a.Get());
+  EXPECT_NE(fresh, old);
+  EXPECT_EQ(fresh->ID, 1);
+  EXPECT_TRUE(old->IsSame(fresh)) << "still there for those that point at it";
+}
+
+TEST_F(Pool, WritesThePathsWithTheirFlagInPoolOrder) {
+  pool.QueryPID(Records{b->GetOID(), a->GetOID()});
+  pool.QueryPID(a.Get())->Valid = 0;
+  pool.QueryPID(b.Get());
+  b->SetObjectValid(false);
+  EXPECT_EQ(pool.GetValidLIDCount(), 2);
+  for (unsigned int mode = 0; mode < 5; ++mode) pool.NormalizeValidity(mode);
+  EXPECT_EQ(pool.GetValidLIDCount(), 2) << "flags do not follow the objects";
+  EXPECT_EQ(Written([&](IZStream* stream) { pool.Save(stream); }), Words({2, 1, 2, 2, 1, 3, 1, 2}));
+}
+
+TEST_F(Pool, ReadsPathsAndGoesOnAfterTheHighestID) {
+  ByteStream stream(Words({3, 4, 2, 1, 99, 9, 1, 2, 2, 0}));
+  EXPECT_TRUE(pool.Load(&stream, &db->oids));
+  EXPECT_EQ(PooledIDs(), (std::vector<LONG>{4, 9, 2})) << "in stored order";
+  EXPECT_EQ(pool.FindPID(a.Get()), pool.GetPIDByID(4)) << "without the unknown record";
+  EXPECT_EQ(pool.QueryPID(Records{b->GetOID(), b->GetOID()})->ID, 10);
+}
+
+TEST_F(Pool, FindsTheFirstOfEqualPaths) {
+  PID* before = pool.QueryPID(a.Get());
+  ByteStream stream(Words({3, 1, 1, 1, 7, 1, 2, 7, 1, 2}));
+  EXPECT_TRUE(pool.Load(&stream, &db->oids));
+  EXPECT_EQ(pool.GetPIDs().size(), 4U) << "all are kept";
+  EXPECT_EQ(pool.GetPIDByID(1), before);
+  EXPECT_EQ(pool.FindPID(a.Get()), before);
+  EXPECT_EQ(pool.GetPIDByID(7), *std::next(pool.GetPIDs().begin(), 2));
+  EXPECT_EQ(pool.FindPID(b.Get()), pool.GetPIDByID(7));
+}
+
+TEST_F(Pool, KeepsTheCompletePathsOfAStreamThatEndsEarly) {
+  const auto bytes = Words({2, 4, 1, 1, 9, 2, 1, 2});
+  for (std::size_t size = 0; size < bytes.size(); ++size) {
+    CPIDManager loaded;
+    ByteStream stream(std::vector<BYTE>(bytes.begin(), bytes.begin() + static_cast<LONG>(size)));
+    EXPECT_FALSE(loaded.Load(&stream, &db->oids)) << size;
+    EXPECT_EQ(loaded.GetPIDs().size(), size >= 16 ? 1U : 0U) << size;
+  }
+}
+
+TEST_F(Pool, StartsIDsAgainForAnEmptyTable) {
+  pool.QueryPID(a.Get());
+  for (const LONG count : {0, -3}) {
+    ByteStream stream(Words({count}));
+    EXPECT_EQ(pool.Load(&stream, &db->oids), count == 0);
+  }
+  EXPECT_EQ(pool.QueryPID(b.Get())->ID, 1);
+}
+
+TEST_F(Pool, RefusesANewPathWhenAllIDsAreTaken) {
+  ByteStream stream(Words({1, 0x7FFFFFFF, 1, 1}));
+  EXPECT_TRUE(pool.Load(&stream, &db->oids));
+  EXPECT_THROW(pool.QueryPID(b.Get()), CAtlException);
+  EXPECT_EQ(pool.QueryPID(a.Get())->ID, 0x7FFFFFFF) << "paths that exist are still found";
+}
+
+TEST_F(Pool, StaysFastWithManyPaths) {
+  constexpr LONG kPaths = 100000;  // 10^10 comparisons if each look-up walked the pool
+  std::vector<OID*> records;
+  for (LONG id = 3; id < 3 + kPaths; ++id) records.push_back(ListRecord(db->oids, id));
+  for (OID* record : records) pool.QueryPID(Records{a->GetOID(), record});
+  for (LONG i = 0; i < kPaths; ++i) {
+    const PID* path = pool.FindPID(Records{a->GetOID(), records[static_cast<std::size_t>(i)]});
+    ASSERT_EQ(path, pool.GetPIDByID(i + 1));
+  }
+}
+
+}  // namespace

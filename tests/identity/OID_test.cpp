@@ -1,0 +1,85 @@
+// What an object's record holds, and what of it a stream carries.
+#include "zdm/identity/OID.h"
+
+#include <stdexcept>
+#include <string>
+
+#include "tests/identity/Records.h"
+
+namespace {
+
+using namespace zdm::test;
+
+TEST(OID, StartsUnboundWithEveryOptionAllowed) {
+  OID record;
+  EXPECT_EQ(record.ID, 0);
+  EXPECT_TRUE(record.Status.none());
+  EXPECT_EQ(record.Object, nullptr);
+  EXPECT_TRUE(record.JudgeOptionAllowed(-1));
+}
+
+TEST(OID, ChangesOptionsByMask) {
+  OID record;
+  record.ClearOptionAllowed(0x30);
+  EXPECT_FALSE(record.JudgeOptionAllowed(0x10));
+  EXPECT_FALSE(record.JudgeOptionAllowed(0x11)) << "one bit of two is not enough";
+  EXPECT_TRUE(record.JudgeOptionAllowed(0));
+  record.AppenOptionAllowed(0x10);
+  EXPECT_EQ(record.GetOptionAllowed(), ~LONGLONG{0x20});
+}
+
+TEST(OID, HasStatusBits0To63) {
+  OID record;
+  record.SetStatus(0, 0);
+  record.SetStatus(63, 0);
+  EXPECT_TRUE(record.JudgeStatus(0));
+  EXPECT_TRUE(record.JudgeStatus(63));
+  record.ClearStatus(63, 0);
+  EXPECT_EQ(record.Status.to_ullong(), 1U);
+}
+
+TEST(OID, RefusesOtherStatusBits) {
+  for (const LONG bit : {-1, 64, 1 << 30}) {
+    OID record;
+    EXPECT_THROW(record.SetStatus(bit, 0), std::out_of_range) << bit;
+    EXPECT_THROW(record.ClearStatus(bit, 0), std::out_of_range) << bit;
+    try {
+      static_cast<void>(record.JudgeStatus(bit));
+      ADD_FAILURE() << bit;
+    } catch (const std::out_of_range& error) {
+      EXPECT_EQ(error.what(), std::string("invalid bitset<N> position"));
+    }
+  }
+}
+
+TEST(OID, ChangesALockedBitForAnyone) {
+  OID::c_ObjStatusLock.set(ZOS_VISITMARK);
+  OID::c_ObjStatusKey[ZOS_VISITMARK] = 7;
+  OID record;
+  record.SetStatus(ZOS_VISITMARK, 8);
+  EXPECT_TRUE(record.JudgeStatus(ZOS_VISITMARK));
+  OID::c_ObjStatusLock.reset(ZOS_VISITMARK);
+  OID::c_ObjStatusKey[ZOS_VISITMARK] = 0;
+}
+
+TEST(OIDStream, DropsTheFirstWordWrittenAsZero) {
+  OID saved(11, 22, -3, nullptr);
+  const auto bytes = Written([&](IZStream* stream) { saved.Save(stream); });
+  EXPECT_EQ(bytes, Words({0, 22, -3}));
+
+  OID loaded(99, 0, 0, nullptr);
+  ByteStream stream(Words({5, 22, -3}));
+  loaded.Load(&stream);
+  EXPECT_EQ(loaded.AuxWord1, 99);
+  EXPECT_EQ(loaded.AuxWord2, 22);
+  EXPECT_EQ(loaded.ID, -3);
+}
+
+TEST(OIDStream, KeepsTheRecordWhenTheStreamEndsEarly) {
+  OID record(1, 2, 3, nullptr);
+  ExpectShortStreamsThrow(Words({7, 8, 9}), [&](IZStream* stream) { record.Load(stream); });
+  EXPECT_EQ(record.AuxWord2, 2);
+  EXPECT_EQ(record.ID, 3);
+}
+
+}  // namespace

@@ -1,0 +1,221 @@
+// Where the referred object is seen from the referring one, and what shape it has.
+#include <cmath>
+
+#include "platform/geometry/GeMatrix.h"
+#include "platform/geometry/IGePlane.h"
+#include "platform/geometry/SubID.h"
+#include "platform/geometry/ZGeIOData.h"
+#include "tests/identity/Document.h"
+#include "tests/identity/Records.h"
+#include "zdm/host/IZDMEntity.h"
+#include "zdm/identity/PID.h"
+#include "zdm/identity/UID.h"
+#include "zdm/model/IZDMObjectImpl.h"
+
+namespace zdm::test {
+class Placed;
+class Plane;
+}  // namespace zdm::test
+
+ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Placed,
+              "7E570000-0000-4000-8000-0000000000A1", IZObject, IZDMObject, IZRelation, IZDMEntity)
+ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Plane,
+              "00000000-0000-0000-0000-000000000000", IZObject, IGePlane)
+
+namespace zdm::test {
+
+/// A plane that says whether it is a copy.
+class Plane : public IZObjectImpl<IGePlane> {
+  ZDM_OBJECT(Plane)
+ public:
+  IZObject* Clone() override {
+    auto* copy = new Plane;
+    copy->isCopy = true;
+    copy->ForgetReference();
+    return copy->GetIZObject();
+  }
+  GePlane GetPlane() override { return {}; }
+  void SetPlane(const GePlane&) override {}
+  bool TransformBy(const GeMatrix&) override { return true; }
+
+  bool isCopy = false;
+};
+
+/// An object with a placement and a plane; copying keeps the placement.
+class Placed : public IZDMObjectImpl<IZDMObject>, public IZObjectImpl<IZDMEntity> {
+  ZDM_OBJECT(Placed)
+ public:
+  using IZDMObjectImpl::CopyFrom;
+  using IZDMObjectImpl::Transform;
+
+  IZObject* Clone() override {
+    auto* copy = new Placed;
+    copy->placement = placement;
+    copy->ForgetReference();
+    return copy->GetIZObject();
+  }
+  ULONG AddRef() override { return IncrementCount(); }
+  ULONG Release() override { return DecrementCount(); }
+  void Transform(const GeMatrix& matrix) override { placement.MultiRightToSelf(matrix); }
+  void GetTransform(GeMatrix& matrix) override { matrix = placement; }
+
+  void GetGeCurve(SubID*, GiContext*, IGeCurve** out, bool* valid) override {
+    *out = nullptr;
+    *valid = word;
+  }
+  void GetGePlane(SubID* sub, GiContext*, IGePlane** out, bool* valid) override {
+    asked = sub;
+    *out = plane;
+    plane->AddRef();
+    *valid = word;
+  }
+  void GetGeometry(SubID* sub, ZGeIOData& data, bool* valid) override {
+    asked = sub;
+    data.SetGeometry(plane->GetIZObject());
+    *valid = word;
+  }
+
+  GeMatrix placement;
+  ZRefPtr<Plane> plane = MakeObject<Plane, Plane>();
+  SubID* asked = nullptr;
+  bool word = false;  // its own word on its geometry
+};
+
+ZDM_OBJECT_BODY(Plane)
+ZDM_OBJECT_BODY(Placed)
+
+}  // namespace zdm::test
+
+namespace {
+
+using namespace zdm::test;
+
+class Seen : public testing::Test {
+ protected:
+  ZRefPtr<Placed> MakePlaced(const GeMatrix& placement) {
+    auto object = zdm::MakeObject<Placed, Placed>();
+    object->placement = placement;
+    db->Add(object);
+    return object;
+  }
+  static XYZ Image(const GeMatrix& matrix) { return matrix.TransformPoint({1, 0, 0}); }
+  static void ExpectNear(const XYZ& actual, const XYZ& expected) {
+    EXPECT_NEAR(actual.x, expected.x, 1e-12);
+    EXPECT_NEAR(actual.y, expected.y, 1e-12);
+    EXPECT_NEAR(actual.z, expected.z, 1e-12);
+  }
+
+  Document db;
+  ZRefPtr<Placed> turned =
+      MakePlaced(GeMatrix::MakeRotation({0, 0, 0}, {0, 0, 1}, std::acos(0.0)));  // x to y
+  ZRefPtr<Placed> moved = MakePlaced(GeMatrix::MakeTranslation({10, 0, 0}));
+  ZRefPtr<Placed> target = MakePlaced(GeMatrix());
+  std::vector<OID*> path = {turned->GetOID(), moved->GetOID()};
+};
+
+TEST_F(Seen, FromOutsideThroughTheInnermostPlacementFirst) {
+  GeMatrix matrix;
+  db->pids.QueryPID(path)->get_SToP(matrix);
+  ExpectNear(Image(matrix), {0, 11, 0});  // moved, the last, comes first: (11, 0, 0)
+  matrix = GeMatrix::MakeTranslation({0, 0, 5});
+  PID(1).get_SToP(matrix);
+  ExpectNear(Image(matrix), {1, 0, 5});
+}
+
+TEST_F(Seen, AlongEitherPathAndBack) {
+  const UID uid(db, &path, nullptr, target, nullptr);
+  ExpectNear(Image(uid.GetSelfToRootMatrix()), {0, 11, 0});
+  ExpectNear(uid.GetRootToSelfMatrix().TransformPoint({0, 11, 0}), {1, 0, 0});
+  EXPECT_TRUE(uid.GetRefToRootMatrix().IsUnit());
+  const UID other(db, nullptr, &path, target, nullptr);
+  ExpectNear(Image(other.GetRefToRootMatrix()), {0, 11, 0});
+  ExpectNear(other.GetRootToRefMatrix().TransformPoint({0, 11, 0}), {1, 0, 0});
+  EXPECT_TRUE(UID().GetRefToRootMatrix().IsUnit());
+}
+
+TEST_F(Seen, AsUnitWhereAPlacementHasNoInverse) {
+  turned->placement = GeMatrix::MakeScale({0, 0, 0}, XYZ{0, 1, 1});
+  EXPECT_TRUE(UID(db, &path, nullptr, target, nullptr).GetRootToSelfMatrix().IsUnit());
+}
+
+TEST_F(Seen, AsItselfFromTheSamePlace) {
+  EXPECT_EQ(UID(db, nullptr, nullptr, target, nullptr).GetUIDObject(), target.Get());
+  EXPECT_EQ(UID(db, &path, &path, target, nullptr).GetUIDObject(), target.Get());
+  EXPECT_EQ(UID().GetUIDObject(), nullptr);
+}
+
+TEST_F(Seen, AsAMovedCopyFromElsewhere) {
+  const std::vector<OID*> self = {moved->GetOID()};
+  const std::vector<OID*> ref = {turned->GetOID()};
+  IZDMObject* seen = UID(db, &self, &ref, target, nullptr).GetUIDObject();
+  ASSERT_NE(seen, nullptr);
+  ASSERT_NE(seen, target.Get());
+  EXPECT_EQ(seen->GetReferenceCount(), 0U);
+  const ZRefPtr<IZDMObject> held = seen;
+  GeMatrix placement;
+  held->GetTransform(placement);
+  ExpectNear(Image(placement), {-10, 1, 0});  // turned to (0, 1, 0), then seen from (10, 0, 0)
+  EXPECT_TRUE(target->placement.IsUnit());
+}
+
+TEST_F(Seen, WithTheShapeOfItsPart) {
+  const SubID face(SubID::kFace);
+  const UID top(db, nullptr, nullptr, target, &face);
+  bool valid = false;
+  ZRefPtr<IGePlane> plane;
+  top.Get_Updated_OCS_Valid_GePlane(nullptr, plane.Out(), &valid);
+  EXPECT_EQ(plane.Get(), target->plane.Get());
+  EXPECT_EQ(target->asked, top.SubID);
+  EXPECT_TRUE(valid) << "its own word counts only while it is affected";
+  ZGeIOData data;
+  top.Get_Updated_OCS_Valid_Geometry(data, nullptr);
+  EXPECT_EQ(data.GetGeometry(), target->plane->GetIZObject());
+}
+
+TEST_F(Seen, WithACopyOfItsShapeThroughAPath) {
+  const UID uid(db, nullptr, &path, target, nullptr);
+  ZRefPtr<IGePlane> plane;
+  uid.Get_Updated_OCS_Valid_GePlane(nullptr, plane.Out(), nullptr);
+  ASSERT_NE(plane, nullptr);
+  EXPECT_NE(plane.Get(), target->plane.Get());
+  ZGeIOData data;
+  uid.Get_Updated_OCS_Valid_Geometry(data, nullptr);
+  ASSERT_NE(data.GetGeometry(), nullptr);
+  EXPECT_NE(data.GetGeometry(), target->plane->GetIZObject());
+  IGeCurve* curve = nullptr;
+  uid.Get_Updated_OCS_Valid_GeCurve(nullptr, &curve, nullptr);
+  EXPECT_EQ(curve, nullptr) << "it has none";
+}
+
+TEST_F(Seen, WithItsOwnWordWhileItIsAffected) {
+  const UID uid(db, nullptr, nullptr, target, nullptr);
+  target->SetStatus(ZOS_AFFECTED);
+  for (const bool word : {false, true}) {
+    target->word = word;
+    bool valid = !word;
+    ZRefPtr<IGePlane> plane;
+    uid.Get_Updated_OCS_Valid_GePlane(nullptr, plane.Out(), &valid);
+    EXPECT_EQ(valid, word);
+    EXPECT_NE(plane, nullptr);
+  }
+}
+
+TEST_F(Seen, WithoutShapeWhenNobodyCanBeAsked) {
+  const auto plain = db->MakeObject();
+  const UID noEntity(db, nullptr, nullptr, plain, nullptr);
+  const UID invalid(db, nullptr, nullptr, target, nullptr);
+  target->SetObjectValid(false);
+  for (const UID* uid : {&noEntity, &invalid}) {
+    bool valid = true;
+    ZRefPtr<IGePlane> plane;
+    uid->Get_Updated_OCS_Valid_GePlane(nullptr, plane.Out(), &valid);
+    EXPECT_EQ(plane, nullptr);
+    EXPECT_FALSE(valid);
+    ZGeIOData data;
+    data.SetGeometry(target->plane->GetIZObject());
+    uid->Get_Updated_OCS_Valid_Geometry(data, &valid);
+    EXPECT_EQ(data.GetGeometry(), nullptr) << "an old answer is taken away";
+  }
+}
+
+}  // namespace

@@ -1,0 +1,98 @@
+// Objects and visitors for tests of data-model objects.
+#pragma once
+
+#include <string>
+
+#include "tests/model/StandIns.h"
+#include "zdm/identity/OID.h"
+#include "zdm/identity/PID.h"
+#include "zdm/identity/UID.h"
+#include "zdm/relations/ZReltnVisitor.h"
+
+namespace zdm::test {
+class Canary;
+class Stray;
+class UIDReltn;
+}  // namespace zdm::test
+
+ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Canary,
+              "00000000-0000-0000-0000-000000000000", IZObject, IZReltnVisitor)
+ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Stray,
+              "00000000-0000-0000-0000-000000000000", IZObject, IZDMObject, IZRelation)
+ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::UIDReltn,
+              "7E570000-0000-4000-8000-000000000203", IZObject, IZRelation)
+
+namespace zdm::test {
+
+/// Looks inside every relation and writes down the IDs it is offered, each followed by a blank;
+/// "-" for a null record. Answers true once to the ID `stopAt`.
+class Canary : public ZReltnVisitor<IZReltnVisitor> {
+  ZDM_OBJECT(Canary)
+ public:
+  using ZReltnVisitor::Visit;
+
+  bool Visit(IZDMObject* root, IZDMObject* owner, IZRelation* reltn) override {
+    return reltn->Accept(root, owner, this);
+  }
+  bool Visit(IZDMObject* root, IZDMObject* owner, OID* oid) override {
+    askedRoot = root;
+    askedOwner = owner;
+    return Note(oid);
+  }
+  bool Visit(IZDMObject* root, IZDMObject* owner, IZReltnColl* coll) override {
+    return ZReltnVisitor::Visit(root, owner, coll);
+  }
+  bool MapUID(IZDMObject* root, IZDMObject* owner, IZRelation* reltn, UID* uid) override {
+    return ZReltnVisitor::MapUID(root, owner, reltn, uid);
+  }
+  bool MapOID(IZDMObject*, IZDMObject*, IZRelation*, OID** oid) override { return Note(*oid); }
+  bool MapPID(IZDMObject*, IZDMObject*, IZRelation*, PID** pid) override { return Note(*pid); }
+
+  std::string ids;
+  LONG stopAt = 0;
+  IZDMObject* askedRoot = nullptr;
+  IZDMObject* askedOwner = nullptr;
+
+ private:
+  bool Note(const KID* record) {
+    ids += record != nullptr ? std::to_string(record->ID) + " " : "- ";
+    return record != nullptr && record->ID == stopAt;
+  }
+};
+
+/// The IDs that the object offers.
+inline std::string IDsOffered(IZDMObject& object, LONG stopAt = 0) {
+  Canary visitor;
+  visitor.stopAt = stopAt;
+  object.VisitReferences(&object, &visitor);
+  return visitor.ids;
+}
+
+/// An object of a class that the factory does not know.
+class Stray : public IZDMObjectImpl<IZDMObject> {
+  ZDM_OBJECT(Stray)
+ public:
+  void Draw(IZGiDevice*, SubID*, GiContext*) override { ++drawn; }
+  int drawn = 0;
+};
+
+/// A relation that refers through a UID, paths included.
+class UIDReltn : public IZRelationImpl<IZRelation> {
+  ZDM_OBJECT(UIDReltn)
+ public:
+  void Load(IZStream* stream, IZDatabase* database) override {
+    IZRelationImpl::Load(stream, database);
+    uid.Load(stream, database, true);
+  }
+  void Save(IZStream* stream, IZDatabase* database) override {
+    IZRelationImpl::Save(stream, database);
+    uid.Save(stream, database, true);
+  }
+  bool Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) override {
+    return visitor->MapUID(root, owner, this, &uid);
+  }
+
+  UID uid;
+};
+
+}  // namespace zdm::test

@@ -1,0 +1,247 @@
+// The stored form of data-model objects: header, body, and what damage does to an object.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <sstream>
+
+#include "platform/core/CAtlException.h"
+#include "platform/system/Text.h"
+#include "tests/model/ModelSupport.h"
+#include "zdm/identity/CID.h"
+
+using zdm::test::BytesOf;
+using zdm::test::ExtItem;
+using zdm::test::IDsOffered;
+using zdm::test::LoadBytes;
+using zdm::test::NumberAt;
+using zdm::test::ParamArray;
+using zdm::test::RelationTo;
+using zdm::test::TestDatabase;
+using zdm::test::UIDReltn;
+
+namespace {
+
+constexpr GUID kKey = {1, 0, 0, {}};
+constexpr std::size_t kBody = 41;  // offset of the body's length
+
+class ObjectStream : public testing::Test {
+ protected:
+  ObjectStream() {
+    zdm::test::RegisterStandIns();
+    UIDReltn::zInit();
+  }
+
+  /// An object with one item, one relation and one parameter, to `target`.
+  ZRefPtr<IZDMObject> MakeFull(IZDMObject* target, const OLECHAR* name) {
+    auto object = db.MakeObject(name);
+    object->SetExtData(kKey, zdm::MakeObject<IZObject, ExtItem>(OLESTR("item")));
+    object->AddRelation(RelationTo(target));
+    auto array = zdm::Attached(new ParamArray);
+    array->relation = RelationTo(target);
+    object->SetParameterArray(array, false);
+    return object;
+  }
+
+  TestDatabase db;
+};
+
+std::string NameOf(IZDMObject& object) {
+  zdm::Bstr name;
+  object.GetName(name.Out());
+  return name.IsNull() ? "-" : zdm::ToUtf8(name.Get());
+}
+
+TEST_F(ObjectStream, HeaderAndEmptyBody) {
+  auto object = db.MakeObject(nullptr, 0x01020304);
+  object->GetOID()->AuxWord1 = 0x11121314;
+  object->GetOID()->AuxWord2 = 0x21222324;
+  object->SetOptionAllowed(static_cast<LONGLONG>(0xF230FA2000000001));
+  const std::vector<BYTE> expected = {
+      0x06, 0x6A, 0xC6, 0xBA, 0xEB, 0xE7, 0xB1, 0x42, 0x87, 0x55, 0xE0, 0xE8, 0xAC, 0x0A, 0xC5,
+      0xA1,                                            // class identifier
+      0x14, 0x13, 0x12, 0x11, 0x24, 0x23, 0x22, 0x21,  // carried words
+      0x04, 0x03, 0x02, 0x01, 0xFF, 0xFF, 0xFF, 0xFF,  // ID, owner's ID
+      0x01,                                            // type byte
+      0x01, 0x00, 0x00, 0x00, 0x20, 0xFA, 0x30, 0xF2,  // option mask
+      0x07, 0x00, 0x00, 0x00,                          // length of the body
+      0x00, 0x00, 0x00,                                // nothing attached
+      0x00, 0x00, 0x00, 0x00};                         // own data: no name
+  EXPECT_EQ(BytesOf(*object, &db), expected);
+}
+
+TEST_F(ObjectStream, BodyHoldsAttachmentsInOrderThenOwnData) {
+  auto target = db.MakeObject(nullptr, 0x77);
+  auto object = MakeFull(target, OLESTR("w"));
+  const std::vector<BYTE> bytes = BytesOf(*object, &db);
+  const std::vector<BYTE> body(bytes.begin() + kBody + 4, bytes.end());
+  const std::vector<BYTE> expected = {
+      0x01,                                            // extended data
+      0x01, 0x00, 0x00, 0x00,                          // one group
+      0x01, 0x00, 0x00, 0x00, 0x01, 0x00, 0x00, 0x00,  // its key, one item
+      0x0A, 0x00, 0x00, 0x00, 'i',  0x00, 't',  0x00, 'e',  0x00, 'm',  0x00, 0x00, 0x00,
+      0x01,                    // relations
+      0x01, 0x00, 0x00, 0x00,  // one
+      0x56, 0xE4, 0xF8, 0x69, 0xA8, 0x23, 0xF9, 0x4B, 0xA7, 0x65, 0x5C, 0xCF, 0x27, 0x95, 0x1F,
+      0x72,                                             // class identifier
+      0x00, 0x00, 0x80, 0x00, 0xFF, 0xFF, 0xFF, 0xFF,   // status word, tag
+      0x00, 0x00, 0x00, 0x00, 0x77, 0x00, 0x00, 0x00,   // spare word, target
+      0x01,                                             // parameters
+      0x01,                                             // one
+      0x00, 0x00, 0x80, 0x00, 0xFF, 0xFF, 0xFF, 0xFF,   //
+      0x00, 0x00, 0x00, 0x00, 0x77, 0x00, 0x00, 0x00,   //
+      0x04, 0x00, 0x00, 0x00, 'w',  0x00, 0x00, 0x00};  // own data: the name
+  EXPECT_EQ(body, expected);
+  EXPECT_EQ(NumberAt(bytes, kBody), static_cast<LONG>(expected.size()));
+}
+
+TEST_F(ObjectStream, SavesBehindWhatTheStreamHolds) {
+  auto object = db.MakeObject(OLESTR("wall"));
+  zdm::test::ByteStream stream;
+  object->Save(&stream, &db);
+  const ULONGLONG end = stream.GetPosition();
+  object->Save(&stream, &db);
+  EXPECT_EQ(stream.GetPosition(), 2 * end);
+  const std::vector<BYTE>& bytes = stream.GetBytes();
+  EXPECT_TRUE(std::equal(bytes.begin(), bytes.begin() + static_cast<LONG>(end),
+                         bytes.begin() + static_cast<LONG>(end), bytes.end()));
+}
+
+TEST_F(ObjectStream, LoadBringsBackMaskAttachmentsAndOwnData) {
+  auto target = db.MakeObject(nullptr, 0x77);
+  auto object = MakeFull(target, OLESTR("wall"));
+  object->SetOptionAllowed(0x1234);
+  const std::vector<BYTE> bytes = BytesOf(*object, &db);
+
+  auto loaded = zdm::MakeObject<IZDMObject, CZDMPlainObject>();
+  EXPECT_EQ(LoadBytes(*loaded, bytes, &db), bytes.size());
+  EXPECT_EQ(loaded->GetOptionAllowed(), 0x1234);
+  EXPECT_EQ(NameOf(*loaded), "wall");
+  EXPECT_NE(loaded->GetExtData(kKey, OLESTR("item")), nullptr);
+  EXPECT_EQ(IDsOffered(*loaded), "- 119 119 ");
+  EXPECT_EQ(loaded->PeekParameterArray()->GetOwner(), loaded.Get());
+  // Identity is for whoever made the object.
+  EXPECT_EQ(loaded->GetID(), 0u);
+  EXPECT_EQ(loaded->GetOwnerOID(), nullptr);
+  EXPECT_FALSE(loaded->IsObjectValid());
+}
+
+TEST_F(ObjectStream, LoadingAgainReplacesRelationsAndClearsTheRest) {
+  auto target = db.MakeObject(nullptr, 0x77);
+  const std::vector<BYTE> bytes = BytesOf(*MakeFull(target, OLESTR("wall")), &db);
+  auto object = MakeFull(db.MakeObject(nullptr, 0x88), OLESTR("roof"));
+  object->SetExtData(kKey, zdm::MakeObject<IZObject, ExtItem>(OLESTR("old")));
+  IZExtDataMgr* manager = object->GetExtDataMgr();
+  IZParameterArray* array = object->PeekParameterArray();
+  EXPECT_EQ(LoadBytes(*object, bytes, &db), bytes.size());
+  EXPECT_EQ(IDsOffered(*object), "-1 119 119 ");
+  EXPECT_EQ(object->GetExtDataMgr(), manager);
+  EXPECT_EQ(object->PeekParameterArray(), array);
+  EXPECT_EQ(object->GetExtData(kKey, OLESTR("old")), nullptr);
+  EXPECT_NE(object->GetExtData(kKey, OLESTR("item")), nullptr);
+}
+
+TEST_F(ObjectStream, FlagsAreAnyByteForExtendedDataAndExactlyOneElsewhere) {
+  std::vector<BYTE> bytes = BytesOf(*db.MakeObject(), &db);
+  bytes[kBody + 5] = 2;     // relations
+  bytes[kBody + 6] = 0xFF;  // parameters
+  auto loaded = zdm::MakeObject<IZDMObject, CZDMPlainObject>();
+  EXPECT_EQ(LoadBytes(*loaded, bytes, &db), bytes.size());
+  EXPECT_EQ(loaded->GetReltnColl(), nullptr);
+  EXPECT_EQ(loaded->PeekParameterArray(), nullptr);
+
+  bytes[kBody + 4] = 2;                                   // extended data
+  bytes.insert(bytes.begin() + kBody + 5, {0, 0, 0, 0});  // no group
+  EXPECT_EQ(LoadBytes(*loaded, bytes, &db), bytes.size());
+  EXPECT_NE(loaded->GetExtDataMgr(), nullptr);
+}
+
+TEST_F(ObjectStream, TheLengthOfTheBodyIsNotBelieved) {
+  std::vector<BYTE> bytes = BytesOf(*db.MakeObject(OLESTR("wall")), &db);
+  std::fill_n(bytes.begin() + kBody, 4, BYTE{0xFF});
+  auto loaded = zdm::MakeObject<IZDMObject, CZDMPlainObject>();
+  EXPECT_EQ(LoadBytes(*loaded, bytes, &db), bytes.size());
+  EXPECT_EQ(NameOf(*loaded), "wall");
+}
+
+// Wherever the stream ends, a new object keeps what was read, and an object with content keeps
+// either the old or the new of each part.
+TEST_F(ObjectStream, AStreamCutAnywhereIsAnErrorAndLosesNothing) {
+  auto target = db.MakeObject(nullptr, 0x77);
+  const std::vector<BYTE> bytes = BytesOf(*MakeFull(target, OLESTR("wall")), &db);
+  auto former = db.MakeObject(nullptr, 0x88);
+  for (std::size_t size = 0; size < bytes.size(); ++size) {
+    SCOPED_TRACE(size);
+    const std::vector<BYTE> cut(bytes.begin(), bytes.begin() + static_cast<LONG>(size));
+    auto fresh = zdm::MakeObject<IZDMObject, CZDMPlainObject>();
+    EXPECT_THROW(LoadBytes(*fresh, cut, &db), CAtlException);
+    EXPECT_EQ(NameOf(*fresh), "-");
+
+    auto object = MakeFull(former, OLESTR("roof"));
+    EXPECT_THROW(LoadBytes(*object, cut, &db), CAtlException);
+    EXPECT_EQ(NameOf(*object), "roof");
+    EXPECT_NE(object->GetExtData(kKey, OLESTR("item")), nullptr);
+    const std::string offered = IDsOffered(*object);
+    EXPECT_TRUE(offered == "-1 136 136 " || offered == "-1 136 119 " || offered == "-1 119 119 ")
+        << offered;
+  }
+}
+
+// Every ID in the saved bytes of an object is offered to a visitor, and nothing else. The IDs are
+// canaries: numbers that occur nowhere else in the bytes.
+TEST_F(ObjectStream, OffersExactlyTheIDsItSaves) {
+  constexpr LONG kCanary = 0x5AC30000;
+  std::vector<ZRefPtr<IZDMObject>> objects;
+  for (LONG i = 1; i <= 8; ++i) objects.push_back(db.MakeObject(nullptr, kCanary + i));
+  const auto at = [&](LONG i) { return objects[static_cast<std::size_t>(i - 1)].Get(); };
+
+  // Two paths with canaries of their own, which only a stored table can bring.
+  zdm::test::ByteStream paths;
+  for (const LONG word :
+       std::vector<LONG>{2, kCanary + 101, 1, kCanary + 7, kCanary + 102, 1, kCanary + 8}) {
+    paths.Write(&word, sizeof(word));
+  }
+  paths.Seek(0, STREAM_SEEK_SET);
+  db.pids.Load(&paths, &db.oids);
+
+  IZDMObject* object = at(1);
+  object->SetOwner(at(2));
+  object->AddRelation(RelationTo(at(3)));
+  auto invalid = RelationTo(at(4));
+  invalid->ClearReltnStatus(ZRS_VALID);
+  object->AddRelation(invalid);
+  auto nested = zdm::Attached(new UIDReltn);
+  nested->uid.CID = new CID(db.pids.GetPIDByID(kCanary + 101), db.pids.GetPIDByID(kCanary + 102),
+                            at(5)->GetOID());
+  object->AddRelation(nested);
+  auto array = zdm::Attached(new ParamArray);
+  array->relation = RelationTo(at(6));
+  object->SetParameterArray(array, false);
+  object->SetExtData(kKey, zdm::MakeObject<IZObject, ExtItem>(OLESTR("item")));
+
+  const auto canariesIn = [&](IZDMObject& saved) {
+    std::set<LONG> ids;
+    const std::vector<BYTE> bytes = BytesOf(saved, &db);
+    for (std::size_t offset = 0; offset + 4 <= bytes.size(); ++offset) {
+      const LONG id = NumberAt(bytes, offset);
+      if (id > kCanary && id < kCanary + 0x1000) ids.insert(id - kCanary);
+    }
+    return ids;
+  };
+  std::set<LONG> saved = canariesIn(*object);
+  EXPECT_EQ(saved, (std::set<LONG>{1, 2, 3, 5, 6, 101, 102}));
+  EXPECT_EQ(saved.erase(1), 1u);  // its own
+
+  std::set<LONG> offered;
+  std::istringstream words(IDsOffered(*object));
+  for (LONG id; words >> id;) offered.insert(id - kCanary);
+  EXPECT_EQ(offered, saved);
+
+  // What was loaded from the bytes offers the same.
+  auto loaded = db.MakeObject();
+  loaded->SetOwner(at(2));
+  LoadBytes(*loaded, BytesOf(*object, &db), &db);
+  EXPECT_EQ(IDsOffered(*loaded), IDsOffered(*object));
+}
+
+}  // namespace

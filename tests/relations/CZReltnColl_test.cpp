@@ -1,0 +1,336 @@
+// What a relation collection offers, hands on, compares and copies.
+#include <gtest/gtest.h>
+
+#include "platform/core/CAtlException.h"
+#include "platform/geometry/SubID.h"
+#include "tests/relations/ReltnSupport.h"
+#include "zdm/identity/OID.h"
+
+class GiContext {};
+class Remover;
+
+ZDM_CLASS_ROW(zdm::test::TestModule, false, Remover, "00000000-0000-0000-0000-000000000000",
+              IZObject, IZReltnVisitor)
+
+/// Takes every relation it is shown out of the collection.
+class Remover : public ZReltnVisitor<IZReltnVisitor> {
+  ZDM_OBJECT(Remover)
+ public:
+  using ZReltnVisitor::Visit;
+  explicit Remover(IZReltnColl* coll) : coll_(coll) {}
+  bool Visit(IZDMObject*, IZDMObject*, IZRelation* reltn) override {
+    coll_->RemoveItem(reltn);
+    return false;
+  }
+
+ private:
+  IZReltnColl* coll_;
+};
+
+ZDM_OBJECT_BODY(Remover)
+
+namespace {
+
+using namespace zdm::test;
+
+Shape* AddShape(IZReltnColl& coll) {
+  auto* shape = new Shape;
+  coll.AddTail(shape);
+  shape->Release();
+  return shape;
+}
+
+TEST(ReltnColl, HasNoStatusOfItsOwn) {
+  const auto coll = MakeReltns("a");
+  coll->SetReltnTag(5);
+  coll->SetReltnDiffusible(true);
+  EXPECT_EQ(coll->GetReltnStatus(), 0);
+  EXPECT_EQ(coll->GetReltnTag(), -1);
+  EXPECT_FALSE(coll->JudgeReltnStatus(0));
+  EXPECT_FALSE(coll->IsReltnDiffusible());
+  EXPECT_TRUE(coll->IsValid());
+  EXPECT_EQ(coll->Clone(), nullptr);
+}
+
+TEST(ReltnColl, HasOneRelationView) {
+  const auto coll = MakeReltns("");
+  const auto outer = MakeReltns("");
+  outer->AddTail(coll);
+  EXPECT_EQ(outer->GetHead(), static_cast<IZRelation*>(coll));
+  EXPECT_EQ(zdm::ViewAs<IZRelation>(coll), static_cast<IZRelation*>(coll));
+}
+
+TEST(ReltnColl, OffersValidElementsInListOrder) {
+  const auto coll = MakeReltns("aB-cd");
+  coll->AddTail(MakeReltns("n"));  // nested: never valid
+  Recorder visitor;
+  EXPECT_FALSE(coll->Accept(nullptr, nullptr, &visitor));
+  EXPECT_EQ(visitor.words, "a c d");
+}
+
+TEST(ReltnColl, StopsAtTheFirstTrue) {
+  const auto coll = MakeReltns("abc");
+  Recorder visitor;
+  visitor.stopAt = "b";
+  EXPECT_TRUE(coll->Accept(nullptr, nullptr, &visitor));
+  EXPECT_EQ(visitor.words, "a b");
+}
+
+TEST(ReltnColl, VisitorMayRemoveWhatItIsShown) {
+  const auto coll = MakeReltns("aBcd");
+  Remover visitor(coll);
+  EXPECT_FALSE(coll->Accept(nullptr, nullptr, &visitor));
+  EXPECT_EQ(LettersIn(*coll), "B");
+}
+
+TEST(ReltnColl, FindsElementsByStatus) {
+  const auto coll = MakeReltns("aB-cde");
+  for (LONGLONG pos = coll->GetHeadPosition(); pos != 0;) {
+    IZRelation* element = coll->GetNext(pos);
+    if (element != nullptr && element->GetReltnTag() != 'd') element->SetReltnStatus(0x1);
+  }
+  const struct {
+    LONG mask;
+    const char* found;
+  } rows[] = {
+      {0, "aBcde"}, {0x1, "aBce"}, {ZRS_VALID, "acde"}, {ZRS_VALID | 0x1, "ace"}, {0x2, ""}};
+  for (const auto& row : rows) {
+    const auto onwards = MakeReltns("");
+    const auto backwards = MakeReltns("");
+    for (LONGLONG pos = coll->GetHeadStatusPosition(row.mask); pos != 0;) {
+      onwards->AddTail(coll->GetStatusNext(row.mask, pos));
+    }
+    for (LONGLONG pos = coll->GetTailStatusPosition(row.mask); pos != 0;) {
+      backwards->AddHead(coll->GetStatusPrev(row.mask, pos));
+    }
+    EXPECT_EQ(LettersIn(*onwards), row.found);
+    EXPECT_EQ(LettersIn(*backwards), row.found);
+  }
+}
+
+TEST(ReltnColl, StatusStepsHandOutTheElementThatStandsThere) {
+  const auto coll = MakeReltns("AbCd");
+  LONGLONG pos = coll->GetHeadPosition();
+  EXPECT_EQ(coll->GetValidNext(pos)->GetReltnTag(), 'a') << "whether it passes or not";
+  EXPECT_EQ(coll->GetValidNext(pos)->GetReltnTag(), 'b');
+  EXPECT_EQ(coll->GetValidNext(pos)->GetReltnTag(), 'd');
+  EXPECT_EQ(pos, 0);
+  EXPECT_THROW(coll->GetValidNext(pos), CAtlException);
+  EXPECT_THROW(coll->GetValidPrev(pos), CAtlException);
+  pos = coll->GetValidTailPosition();
+  EXPECT_EQ(coll->GetValidPrev(pos)->GetReltnTag(), 'd');
+  EXPECT_EQ(coll->GetAt(pos)->GetReltnTag(), 'b');
+}
+
+TEST(ReltnColl, HandsStatusOnToEveryElement) {
+  const auto coll = MakeReltns("aB-");
+  coll->AddTail(MakeReltns("n"));
+  coll->ClearReltnStatus(ZRS_VALID);
+  EXPECT_EQ(LettersIn(*coll), "AB-?");
+  EXPECT_EQ(LettersIn(*zdm::ViewAs<IZReltnColl>(coll->GetTail())), "N");
+  coll->SetReltnStatus(ZRS_VALID);
+  EXPECT_EQ(LettersIn(*coll), "ab-?");
+}
+
+TEST(ReltnColl, HandsDisplayOnToEveryElement) {
+  const auto coll = MakeReltns("-");
+  Shape* first = AddShape(*coll);
+  Shape* second = AddShape(*coll);
+  first->ClearReltnStatus(ZRS_VALID);
+  coll->SetVisibility(zdm::kCategoryDraw, false, nullptr);
+  coll->Update(nullptr, nullptr);
+  coll->AssertValid(nullptr);
+  for (const Shape* shape : {first, second}) {
+    EXPECT_FALSE(shape->visible);
+    EXPECT_EQ(shape->updates, 1);
+    EXPECT_EQ(shape->validations, 1);
+  }
+}
+
+TEST(ReltnColl, AnswersTheFirstDisplayAttribute) {
+  const auto coll = MakeReltns("-a");
+  AddShape(*coll);
+  EXPECT_EQ(coll->GetDispAttrib(), nullptr);
+  IZRelationImpl<IZDispAttrib> first;
+  IZRelationImpl<IZDispAttrib> second;
+  AddShape(*coll)->attribute = &first;
+  AddShape(*coll)->attribute = &second;
+  EXPECT_EQ(coll->GetDispAttrib(), &first);
+}
+
+TEST(ReltnColl, UnitesTheBoxesOfAllElements) {
+  const auto coll = MakeReltns("-");
+  double box[6] = {};
+  coll->GetBox(box, nullptr, nullptr);
+  EXPECT_EQ(std::vector<double>(box, box + 6),
+            (std::vector<double>{1e20, 1e20, 1e20, -1e20, -1e20, -1e20}));
+
+  Shape* first = AddShape(*coll);
+  Shape* second = AddShape(*coll);
+  second->ClearReltnStatus(ZRS_VALID);
+  second->box[0] = -5;
+  second->box[5] = 9;
+  SubID sub;
+  first->askedSub = &sub;
+  GiContext context;
+  coll->GetBox(box, &sub, &context);
+  EXPECT_EQ(std::vector<double>(box, box + 6), (std::vector<double>{-5, 0, 0, 1, 1, 9}));
+  EXPECT_EQ(first->askedSub, nullptr);
+  EXPECT_EQ(first->askedContext, &context);
+
+  coll->AddTail(Valid('a'));  // shows nothing, but its maxima are 1e20
+  coll->GetBox(box, nullptr, nullptr);
+  EXPECT_EQ(std::vector<double>(box, box + 6), (std::vector<double>{-5, 0, 0, 1e20, 1e20, 1e20}));
+  EXPECT_EQ(coll->GetSizeX(nullptr, nullptr), 1e20);
+}
+
+TEST(ReltnColl, IsTheSameWithTheSameValidElements) {
+  OID oid(0, 0, 1, nullptr);
+  // Letters from x on refer to the record, the others to nothing.
+  const auto make = [&](const char* letters) {
+    auto coll = MakeReltns(letters);
+    for (LONGLONG pos = coll->GetHeadPosition(); pos != 0;) {
+      auto* single = zdm::ViewAs<IZSingleReltn>(coll->GetNext(pos));
+      if (single != nullptr && single->GetReltnTag() >= 'x') single->SetReltnOID(&oid);
+    }
+    return coll;
+  };
+  const struct {
+    const char* left;
+    const char* right;
+    bool same;
+  } rows[] = {{"", "", true},      {"", "AB-", true},  {"a", "", false},    {"a", "b", true},
+              {"a", "-Xb", true},  {"ax", "ay", true}, {"ax", "xa", false}, {"ax", "axa", false},
+              {"axX", "ax", true}, {"x", "a", false}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(std::string(row.left) + " and " + row.right);
+    EXPECT_EQ(make(row.left)->JudgeSame(make(row.right)), row.same);
+    EXPECT_EQ(make(row.right)->JudgeSame(make(row.left)), row.same);
+  }
+  const auto coll = make("ax");
+  EXPECT_TRUE(coll->JudgeSame(coll));
+  EXPECT_FALSE(coll->JudgeSame(nullptr));
+  EXPECT_FALSE(coll->JudgeSame(Valid('a')));
+}
+
+TEST(ReltnCollCopy, SharesOrClonesEveryElement) {
+  const auto coll = MakeReltns("aB-c");
+  coll->AddTail(MakeReltns("n"));
+  ZRefPtr<IZReltnColl> shared;
+  coll->Clone(shared.Out(), false);
+  EXPECT_EQ(LettersIn(*shared), "aB-c?");
+  EXPECT_EQ(shared->GetHead(), coll->GetHead());
+  ZRefPtr<IZReltnColl> deep;
+  coll->Clone(deep.Out(), true);
+  EXPECT_EQ(LettersIn(*deep), "aBc") << "what cannot be cloned is left out";
+  EXPECT_NE(deep->GetHead(), coll->GetHead());
+  EXPECT_EQ(deep->GetHead()->GetReferenceCount(), 1u);
+  EXPECT_EQ(deep->GetReferenceCount(), 1u);
+}
+
+TEST(ReltnCollCopy, CopySelectsEverythingAgain) {
+  const auto coll = MakeReltns("");
+  zdm::ViewAs<IZReltnCollector>(coll)->SetReltnType(ZR_NONDIFFUSIBLE);
+  ZRefPtr<IZReltnColl> copy;
+  coll->Clone(copy.Out(), true);
+  const auto reltn = Valid('a');
+  zdm::ViewAs<IZReltnCollector>(copy)->Visit(nullptr, nullptr, reltn);
+  EXPECT_EQ(LettersIn(*copy), "");
+}
+
+TEST(ReltnCollCopy, TakesClonesInPlaceOfItsElements) {
+  const int before = PlainReltn::alive;
+  {
+    const auto coll = MakeReltns("ab");
+    const auto source = MakeReltns("cD-");
+    coll->CopyFrom(source);
+    EXPECT_EQ(LettersIn(*coll), "cD");
+    EXPECT_NE(coll->GetHead(), source->GetHead());
+    auto* whole = new CZReltnColl;
+    whole->CopyFrom(coll);
+    ZRefPtr<IZRelation> copy;
+    whole->Clone(copy.Out());
+    zdm::ViewAs<IZReltnColl>(whole)->Release();
+    EXPECT_EQ(LettersIn(*zdm::ViewAs<IZReltnColl>(copy)), "cD");
+    EXPECT_EQ(copy->GetReferenceCount(), 1u);
+  }
+  EXPECT_EQ(PlainReltn::alive, before);
+}
+
+TEST(ReltnCollCopy, NothingChangesWithoutAnotherCollection) {
+  const auto coll = MakeReltns("aB");
+  coll->CopyFrom(coll);
+  coll->CopyFrom(nullptr);
+  coll->CopyFrom(Valid('x'));
+  EXPECT_EQ(LettersIn(*coll), "aB");
+}
+
+TEST(ReltnCollCopy, MayCopyFromItsOwnElement) {
+  const auto coll = MakeReltns("a");
+  coll->AddTail(MakeReltns("xy"));
+  coll->CopyFrom(coll->GetTail());
+  EXPECT_EQ(LettersIn(*coll), "xy");
+}
+
+TEST(Collector, SelectsStrictly) {
+  const struct {
+    LONG status;
+    char letter;
+  } kinds[] = {{0, 'p'}, {ZRS_DIFFUSIBLE, 'd'}, {0x1, 'o'}, {0x3, 't'}, {ZR_ALL, 'z'}};
+  const auto source = MakeReltns("");
+  for (const auto& kind : kinds) {
+    const auto reltn = Valid(kind.letter);
+    reltn->SetReltnStatus(kind.status);
+    source->AddTail(reltn);
+  }
+  source->AddTail(Invalid('i'));
+  const struct {
+    ULONG selector;
+    const char* collected;
+  } rows[] = {{ZR_ALL, "z"},   {ZR_DIFFUSIBLE, "d"}, {ZR_NONDIFFUSIBLE, "potz"},
+              {0x1, "ot"},     {0x3, "t"},           {0, "pdotz"},
+              {0x80000001, ""}};
+  for (const auto& row : rows) {
+    const auto coll = MakeReltns("");
+    auto* collector = zdm::ViewAs<IZReltnCollector>(coll);
+    if (row.selector != ZR_ALL) collector->SetReltnType(static_cast<eZRelation>(row.selector));
+    EXPECT_FALSE(collector->Visit(nullptr, nullptr, source.Get()));
+    EXPECT_EQ(LettersIn(*coll), row.collected) << row.selector;
+    EXPECT_FALSE(source->Accept(nullptr, nullptr, collector));
+    EXPECT_EQ(LettersIn(*coll), std::string(row.collected) + row.collected) << "appended";
+  }
+}
+
+TEST(Collector, TakesInvalidRelationsShownOneByOne) {
+  const auto coll = MakeReltns("");
+  auto* collector = zdm::ViewAs<IZReltnCollector>(coll);
+  collector->SetReltnType(static_cast<eZRelation>(0));
+  collector->Visit(nullptr, nullptr, static_cast<IZRelation*>(Invalid('i')));
+  collector->Visit(nullptr, nullptr, static_cast<IZRelation*>(nullptr));
+  collector->Visit(nullptr, nullptr, static_cast<IZReltnColl*>(nullptr));
+  EXPECT_EQ(LettersIn(*coll), "I");
+}
+
+TEST(Collector, ShownToItselfChangesNothing) {
+  const auto coll = MakeReltns("ab");
+  auto* collector = zdm::ViewAs<IZReltnCollector>(coll);
+  collector->SetReltnType(static_cast<eZRelation>(0));
+  EXPECT_FALSE(coll->Accept(nullptr, nullptr, collector));
+  EXPECT_FALSE(collector->Visit(nullptr, nullptr, coll.Get()));
+  EXPECT_EQ(LettersIn(*coll), "ab");
+}
+
+TEST(Collector, LooksIntoNothingElse) {
+  OID oid(0, 0, 1, nullptr);
+  OID* target = &oid;
+  const auto coll = MakeReltns("");
+  auto* collector = zdm::ViewAs<IZReltnCollector>(coll);
+  EXPECT_FALSE(collector->MapOID(nullptr, nullptr, nullptr, &target));
+  EXPECT_FALSE(collector->MapPID(nullptr, nullptr, nullptr, nullptr));
+  EXPECT_FALSE(collector->MapCID(nullptr, nullptr, nullptr, nullptr));
+  EXPECT_FALSE(collector->MapUID(nullptr, nullptr, nullptr, nullptr));
+  EXPECT_FALSE(collector->Visit(nullptr, nullptr, target));
+  EXPECT_EQ(target, &oid);
+}
+
+}  // namespace

@@ -1,0 +1,130 @@
+// The defaults of visitors: how references are taken apart and offered.
+#include <gtest/gtest.h>
+
+#include "tests/relations/ReltnSupport.h"
+#include "zdm/identity/CID.h"
+#include "zdm/identity/PID.h"
+#include "zdm/identity/UID.h"
+
+class Passive;
+
+ZDM_CLASS_ROW(zdm::test::TestModule, false, Passive, "00000000-0000-0000-0000-000000000000",
+              IZObject, IZReltnVisitor)
+
+/// A visitor that overrides nothing.
+class Passive : public ZReltnVisitor<IZReltnVisitor> {
+  ZDM_OBJECT(Passive)
+};
+
+ZDM_OBJECT_BODY(Passive)
+
+namespace {
+
+using namespace zdm::test;
+
+struct Reference {
+  OID target{0, 0, 1, nullptr};
+  PID ref{2};
+  PID self{3};
+  CID cid{&self, &ref, &target};
+};
+
+TEST(VisitorDefaults, WalkCollectionsAndChangeNothing) {
+  Reference reference;
+  Passive visitor;
+  const auto coll = MakeReltns("ab");
+  EXPECT_FALSE(visitor.Visit(nullptr, nullptr, coll.Get()));
+  EXPECT_FALSE(visitor.Visit(nullptr, nullptr, coll->GetHead()));
+  EXPECT_FALSE(visitor.Visit(nullptr, nullptr, &reference.target));
+  EXPECT_FALSE(visitor.Visit(nullptr, nullptr));
+  EXPECT_FALSE(visitor.Visit(nullptr));
+  EXPECT_FALSE(visitor.MapCID(nullptr, nullptr, nullptr, &reference.cid));
+  EXPECT_EQ(reference.cid.ReltnOID, &reference.target);
+  EXPECT_EQ(reference.cid.RefPID, &reference.ref);
+  EXPECT_EQ(reference.cid.SelfPID, &reference.self);
+}
+
+TEST(VisitorDefaults, ShowTheValidElementsOfACollection) {
+  Recorder visitor;
+  EXPECT_FALSE(visitor.Visit(nullptr, nullptr, MakeReltns("aBc").Get()));
+  EXPECT_EQ(visitor.words, "a c");
+  visitor.stopAt = "c";
+  EXPECT_TRUE(visitor.Visit(nullptr, nullptr, MakeReltns("ac").Get()));
+  EXPECT_FALSE(visitor.Visit(nullptr, nullptr, static_cast<IZReltnColl*>(nullptr)));
+}
+
+TEST(VisitorDefaults, ReachTargetsOnlyThroughAnOverride) {
+  OID oid(0, 0, 7, nullptr);
+  const auto coll = MakeReltns("a");
+  zdm::ViewAs<IZSingleReltn>(coll->GetHead())->SetReltnOID(&oid);
+  Recorder visitor;
+  visitor.Visit(nullptr, nullptr, coll.Get());
+  EXPECT_EQ(visitor.words, "a");
+  visitor.descends = true;
+  visitor.Visit(nullptr, nullptr, coll.Get());
+  EXPECT_EQ(visitor.words, "a a oid7");
+}
+
+TEST(VisitorDefaults, TakeACompoundReferenceApartInOrder) {
+  const struct {
+    const char* what;
+    bool hasTarget, hasRef, hasSelf;
+    const char* stopAt;
+    const char* offered;
+  } rows[] = {{"all", true, true, true, "", "oid1 pid2 pid3"},
+              {"stopped by the target", true, true, true, "oid1", "oid1"},
+              {"stopped by RefPID", true, true, true, "pid2", "oid1 pid2"},
+              {"stopped by SelfPID", true, true, true, "pid3", "oid1 pid2 pid3"},
+              {"no target", false, true, true, "", "pid2 pid3"},
+              {"no RefPID", true, false, true, "", "oid1 pid3"},
+              {"no SelfPID", true, true, false, "", "oid1 pid2"},
+              {"nothing", false, false, false, "", ""}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.what);
+    Reference reference;
+    if (!row.hasTarget) reference.cid.ReltnOID = nullptr;
+    if (!row.hasRef) reference.cid.RefPID = nullptr;
+    if (!row.hasSelf) reference.cid.SelfPID = nullptr;
+    Recorder visitor;
+    visitor.stopAt = row.stopAt;
+    const auto holder = Valid('h');
+    EXPECT_EQ(visitor.MapCID(nullptr, nullptr, holder, &reference.cid), *row.stopAt != 0);
+    EXPECT_EQ(visitor.words, row.offered);
+    EXPECT_EQ(visitor.askedReltn, nullptr) << "offered without the relation";
+  }
+}
+
+TEST(VisitorDefaults, KeepWhatTheVisitorStoresAlsoAfterFalse) {
+  Reference reference;
+  OID newOid(0, 0, 9, nullptr);
+  PID newPid(9);
+  Recorder visitor;
+  visitor.newOid = &newOid;
+  visitor.newPid = &newPid;
+  EXPECT_FALSE(visitor.MapCID(nullptr, nullptr, nullptr, &reference.cid));
+  EXPECT_EQ(visitor.words, "oid1 pid2 pid3") << "each field is offered once";
+  EXPECT_EQ(reference.cid.ReltnOID, &newOid);
+  EXPECT_EQ(reference.cid.RefPID, &newPid);
+  EXPECT_EQ(reference.cid.SelfPID, &newPid);
+}
+
+TEST(VisitorDefaults, OfferTheCompoundPartOfAUid) {
+  Reference reference;
+  const auto root = zdm::MakeObject<IZDMObject, Thing>();
+  const auto owner = zdm::MakeObject<IZDMObject, Thing>();
+  const auto holder = Valid('h');
+  Recorder visitor;
+  UID uid;
+  EXPECT_FALSE(visitor.MapUID(root, owner, holder, nullptr));
+  EXPECT_FALSE(visitor.MapUID(root, owner, holder, &uid));
+  uid.SetCID(&reference.cid);
+  visitor.stopAt = "pid3";
+  EXPECT_TRUE(visitor.MapUID(root, owner, holder, &uid));
+  EXPECT_EQ(visitor.words, "oid1 pid2 pid3");
+  EXPECT_EQ(visitor.askedRoot, root);
+  EXPECT_EQ(visitor.askedOwner, owner);
+  EXPECT_EQ(visitor.askedReltn, nullptr);
+  EXPECT_FALSE(visitor.MapCID(root, owner, holder, nullptr));
+}
+
+}  // namespace

@@ -1,0 +1,21 @@
+// Creation by class identifier, held by the view that the caller wants.
+#pragma once
+
+#include "platform/core/ZCore.h"
+#include "zdm/framework/ZRefPtr.h"
+
+namespace zdm {
+
+/// A new object of class `classId` by its view T; null when the class is not registered, does not
+/// answer to T, or there is no memory.
+template <class T>
+ZRefPtr<T> CreateAs(const GUID& classId) {
+  CZObject* object = ZCore::GetZFactory()->Create(classId);
+  if (object == nullptr) return nullptr;
+  ZRefPtr<T> view;
+  view.Query(object);
+  object->DecrementCount();  // the creation reference
+  return view;
+}
+
+}  // namespace zdm

@@ -1,0 +1,197 @@
+// The ID table of a document: the records of all its objects in one vector, ascending by ID. It
+// hands out IDs, binds records to objects when a document is read, and answers what needs the whole
+// document, such as who refers to an object.
+// Records: every record that was ever listed is kept until the table goes, also after Clean,
+// Remove, Init or AssertValid took it out of the list; so nothing that refers to an object points
+// at freed memory while the table lives. A copy of a table lists the records without keeping them
+// and must not outlive the original. Stream form: above Save in OIDTableStream.cpp.
+#pragma once
+
+#include <list>
+#include <vector>
+
+#include "platform/ole/CStringW.h"
+#include "zdm/framework/ZRefPtr.h"
+#include "zdm/host/IZProgressMeter.h"
+#include "zdm/relations/eZRelation.h"
+
+class OID;
+struct IZDMObjColl;
+struct IZDMObjMgr;
+struct IZDMObject;
+struct IZDatabase;
+struct IZReltnColl;
+struct IZStream;
+
+class ZDM_API COIDManager {
+ public:
+  /// An object that was read from a stream and found no owner.
+  struct UnresolvedObject {
+    LONGLONG Word0 = 0;
+    LONGLONG Word1 = 1;
+    LONG OwnerID = 0;
+    LONG SelfID = 0;
+    GUID ClassID = {};
+    ZRefPtr<IZDMObject> Object;
+  };
+
+  /// Empty, both counters 0: Init or Load comes next.
+  COIDManager();
+  COIDManager(const COIDManager& other);
+  COIDManager& operator=(const COIDManager& other);
+  virtual ~COIDManager();
+
+  // IDs.
+
+  /// Empties the list; the first hard ID is -2, the first soft one 1.
+  void Init();
+  /// The next hard (soft) ID. Throw CAtlException(E_FAIL) when all are taken.
+  LONG QueryHardID();
+  LONG QuerySoftID();
+  /// The counters follow the first and last ID of the list; an empty list changes nothing.
+  void SetIDRange();
+  /// Lists the object under a new hard or soft ID and makes it attached and valid, unless it is
+  /// attached already.
+  /// @param recurse  the objects of a manager too, down its tree, in list order.
+  void AssignItemID(IZDMObject* object, const bool& hard, bool recurse);
+  /// Lists a record at the end; it was made with `new`. The caller sees to the order of IDs.
+  void AddOID(OID* oid);
+  /// Takes the record out of the list; nothing when it is not there.
+  void Remove(OID* oid);
+  /// The root's record, answered for -1 and kept like a listed one. It is not in the list.
+  void SetRootOID(OID* oid);
+  OID* GetRootOID() const { return RootOID; }
+  /// Told the table's size when it is loaded, and stepped by long operations. Null for none.
+  void SetProgressMeter(IZProgressMeter* meter) { ProgressMeter = meter; }
+
+  // Look-up. Results are borrowed; null for absence.
+
+  OID* GetOIDByID(const LONG& id) const;
+  /// As GetOIDByID, remembering the last answer: objects of one owner are read one after the other.
+  OID* GetOwnerPIDByID(const LONG& id);
+  /// The first object of the same ID in the manager that owns `object`.
+  static IZDMObject* GetSameIDObj(IZDMObject* object);
+  /// The record listed here that belongs to the same object (IZDMObject::JudgeSame) as `oid`, a
+  /// record of another document: by ID, else among the hard IDs.
+  OID* GetSameInitPID(OID* oid);
+  /// 0 without owner.
+  static LONG GetObjOwnerID(IZDMObject* object);
+  /// Listed records that are valid and have an object.
+  LONG GetValidOIDCount() const;
+  /// The object at the bottom of the document's current path of nested references.
+  static IZDMObject* GetOptPathBottomObj(IZDatabase* db);
+  /// All records in table order.
+  const std::vector<OID*>& GetOIDs() const;
+  const std::list<UnresolvedObject>& GetUnresolved() const { return Unresolved; }
+
+  // Binding objects.
+
+  /// Binds `object` to the record listed under `id`: 1, or 0 when there is none.
+  int RegisterSelf(const LONG& id, IZDMObject* object);
+  /// Makes the record listed under `id` the owner of `object`: 1, or 0 when there is none.
+  int RegisterOwner(const LONG& id, IZDMObject* object);
+  static void SetOwnerOID(const std::list<IZDMObject*>& objects, OID* owner);
+  /// Attaches every bound object to the manager that owns it, hard IDs at the head, soft ones at
+  /// the tail, and gives up the creation reference of each that it attaches; those are attached and
+  /// valid then. An object without such a manager is neither.
+  void SetupOwner();
+
+  // Status over the whole list; 0 to 63, otherwise std::out_of_range.
+
+  void SetAllStatus(const LONG& status);
+  /// Records without object keep the bit.
+  void ClearAllStatus(const LONG& status);
+
+  // Order.
+
+  /// The object of `a` refers to that of `b`, and not the other way round unless its ID is greater.
+  static bool IsAGreaterThanB(OID* a, OID* b);
+  /// Exchanges neighbours of which the left is greater until there are none: objects come after
+  /// those they refer to. Records without object stay where they are.
+  static void Sort(std::vector<OID*>& oids);
+  /// Sorts the list by ID, equal ones in their present order, and sets the ranges.
+  void ReSort();
+
+  // Who refers to whom, by valid objects in table order. "Refers" is asked with a visitor that the
+  // factory makes; without its class nothing refers to anything.
+
+  /// 1 when a valid object other than `object` refers to it through a diffusible relation, else 0.
+  int IsDependByOtherObjs(IZDMObject* object);
+  /// Appends to `out` the objects that refer to `target`. Answers 0.
+  LONG GetReltnObjs(eZRelation kind, IZDMObject* target, IZDMObjColl* out);
+  /// Appends to `relations` the relations, of valid and other objects, that lead to `target`. `out`
+  /// receives the objects whose walk the recorder ends, which is none. Answers 0.
+  LONG GetRelations(eZRelation kind, IZDMObject* target, IZReltnColl* relations, IZDMObjColl* out);
+
+  // Streams.
+
+  /// Writes the records that are valid and have an object.
+  void Save(IZStream* stream);
+  /// Appends the stored records, without objects, then sets the ranges and tells the meter. False
+  /// when the stream ended before all stored ones were read: those before stay.
+  bool Load(IZStream* stream);
+
+  // Environment and types.
+
+  /// The variable's text; false, and `value` unchanged, when it is not defined.
+  static bool GetSysVariant(const char* name, CStringW& value);
+  /// The variable is defined and its text is `value`, whatever the case.
+  static bool HasSameSysVariantValue(const char* name, const CStringW& value);
+  /// The name registered for the object's class identifier; empty when there is none.
+  static CStringW GetObjType(IZDMObject* object);
+
+  // Managers.
+
+  /// Makes the manager's first object its current one; nothing for an empty manager.
+  static void ValidCurrentObj(IZDMObjMgr* manager);
+  /// Exchanges the data of every object with that of the object of the same ID in its owner.
+  static void SetObjEx(IZDMObjColl* objects);
+
+  // Diagnostics; they produce no output. Those that differ only by `int` and `long` exist twice
+  // where these are two types.
+
+  static void DumpOIDVect(IZDatabase* db);
+  static void DumpOIDVect(IZDatabase* db, const LONG& id);
+  static void DumpObj(IZDMObjMgr* manager, const int& level);
+  static void DumpObj(IZDMObject* object, const int& level);
+  static void DumpObj(OID* oid, const int& level);
+#if defined(_WIN32)
+  static void DumpObj(IZDMObject* object, const LONG& level);
+  static void DumpObj(OID* oid, const LONG& level);
+#endif
+  static void DumpObjColl(IZDMObjColl* objects, const int& level);
+  static void DumpObjVect(const std::vector<OID*>& oids);
+  static void DumpObjVect(const std::vector<OID*>& oids, const LONG& level);
+  static void DumpObjVect(const std::vector<OID>& oids);
+  static void DumpTree(IZDMObject* object, CStringW indent);
+
+ protected:
+  /// Lists exactly `oids`, in this order.
+  void Replace(std::vector<OID*> oids);
+  /// The record was listed here and in no other table since.
+  bool Keeps(const OID* oid) const;
+  /// Gives up the records that are kept; the list is empty then.
+  void ReleaseRecords();
+
+ private:
+  void Keep(OID* oid);
+  void List(OID* oid);
+  void Unlist(OID* oid);
+  void Settle() const;
+  OID* At(std::size_t index) const;
+  OID* SearchRecords(LONG id) const;
+  std::size_t IndexOf(const OID* oid) const;
+  void AssignID(IZDMObject* object, bool hard);
+
+  mutable std::vector<OID*> OIDVect;
+  std::list<UnresolvedObject> Unresolved;
+  LONG HardCounter = 0;
+  LONG SoftCounter = 0;
+  OID* RootOID = nullptr;
+  OID* OwnerCache = nullptr;
+  ZRefPtr<IZProgressMeter> ProgressMeter;
+
+  mutable std::vector<OID*> front_;  // hard IDs since the last walk, before OIDVect, last one first
+  mutable std::vector<LONG> ids_;    // of OIDVect, place by place: what searches read
+  std::vector<OID*> kept_;           // every record that was ever listed, one holder each
+};

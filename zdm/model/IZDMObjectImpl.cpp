@@ -1,0 +1,3 @@
+#include "zdm/model/IZDMObjectImpl.h"
+
+template class IZDMObjectImpl<IZDMObject>;

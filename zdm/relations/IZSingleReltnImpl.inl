@@ -1,0 +1,87 @@
+#pragma once
+
+#include "platform/core/IZStream.h"
+#include "zdm/framework/QueryZInterface.h"
+#include "zdm/host/IZDatabase.h"
+#include "zdm/identity/OID.h"
+#include "zdm/model/IZDMObject.h"
+#include "zdm/relations/IZReltnVisitor.h"
+
+template <class T>
+void IZSingleReltnImpl<T>::CopyFrom(IZRelation* other) {
+  if (other == nullptr) {
+    this->SetReltnObj(nullptr);
+    return;
+  }
+  IZRelationImpl<T>::CopyFrom(other);
+  auto* source = zdm::ViewAs<IZSingleReltn>(other);
+  target_ = source != nullptr ? source->GetReltnOID() : nullptr;
+}
+
+// Single-target relation record, 16 bytes, little-endian.
+//   offset  size  field
+//        0    12  relation record (IZRelationImpl)
+//       12     4  ID of the target, 0 for none
+template <class T>
+void IZSingleReltnImpl<T>::Save(IZStream* stream, IZDatabase*) {
+  const LONG record[4] = {static_cast<LONG>(this->status_), this->tag_,
+                          static_cast<LONG>(this->spare_), target_ != nullptr ? target_->ID : 0};
+  stream->Write(record, sizeof(record));
+}
+
+template <class T>
+void IZSingleReltnImpl<T>::Load(IZStream* stream, IZDatabase* database) {
+  LONG record[4];
+  stream->Read(record, sizeof(record));
+  this->status_ = static_cast<ULONG>(record[0]);
+  this->tag_ = record[1];
+  this->spare_ = static_cast<ULONG>(record[2]);
+  const LONG id = record[3];
+  target_ = id != 0 && database != nullptr ? database->GetOIDByID(id) : nullptr;
+}
+
+template <class T>
+bool IZSingleReltnImpl<T>::IsValid() {
+  return this->JudgeReltnStatus(ZRS_VALID) && target_ != nullptr && target_->JudgeStatus(ZOS_VALID);
+}
+
+template <class T>
+bool IZSingleReltnImpl<T>::Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) {
+  return target_ != nullptr && visitor->MapOID(root, owner, this, &target_);
+}
+
+template <class T>
+bool IZSingleReltnImpl<T>::JudgeSame(IZRelation* other) {
+  if (!IZRelationImpl<T>::JudgeSame(other)) return false;
+  auto* single = zdm::ViewAs<IZSingleReltn>(other);
+  return single != nullptr && single->GetReltnOID() == target_;
+}
+
+template <class T>
+void IZSingleReltnImpl<T>::SetReltnObj(IZObject* object) {
+  auto* view = zdm::ViewAs<IZDMObject>(object);
+  if (view != nullptr && target_ != nullptr && target_->Object == view) return;
+  target_ = view != nullptr ? view->GetOID() : nullptr;
+}
+
+template <class T>
+IZDMObject* IZSingleReltnImpl<T>::GetReltnObject() {
+  return target_ != nullptr ? target_->Object : nullptr;
+}
+
+template <class T>
+IZDMObject* IZSingleReltnImpl<T>::GetValidReltnObject() {
+  IZDMObject* object = this->GetReltnObject();
+  if (object == nullptr || !this->JudgeReltnStatus(ZRS_VALID)) return nullptr;
+  return object->GetOID()->JudgeStatus(ZOS_VALID) ? object : nullptr;
+}
+
+template <class T>
+void IZSingleReltnImpl<T>::Clone(IZSingleReltn** out) {
+  *out = nullptr;
+  ZRefPtr<IZRelation> copy;
+  this->Clone(copy.Out());
+  ZRefPtr<IZSingleReltn> single;
+  if (copy != nullptr) single.Query(copy);
+  *out = single.Detach();
+}
