@@ -22,8 +22,8 @@ struct ZDM_INTERFACE IZCategory : IZDMObject {
   virtual bool IsFlag1000() = 0;           // 136
   virtual void SetFlag1000(bool set) = 0;  // 137
   /// -1.
-  virtual LONG Reserved138() = 0;          // 138
-  virtual void Reserved139() = 0;          // 139
+  virtual LONG CategoryReserved138() = 0;  // 138
+  virtual void CategoryReserved139() = 0;  // 139
   virtual bool IsFlag0800() = 0;           // 140
   virtual void SetFlag0800(bool set) = 0;  // 141
   /// Display values; null until the first set. Set copies the values of `source`.
