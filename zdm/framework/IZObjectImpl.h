@@ -7,6 +7,8 @@
 template <class T>
 class IZObjectImpl : public T {
  public:
+  using T::Clone;  // forms of its own that an interface may add
+
   ULONG Release() override { return this->DecrementCount(); }
   ULONG AddRef() override { return this->IncrementCount(); }
   IZObject* Clone() override { return nullptr; }
