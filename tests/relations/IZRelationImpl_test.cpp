@@ -87,6 +87,8 @@ TEST(Relation, CloneFormsHandOutOneReference) {
   reltn->Clone(&plain);
   reltn->Clone(&single);
   reltn->Release();
+  ASSERT_NE(plain, nullptr);
+  ASSERT_NE(single, nullptr);
   EXPECT_EQ(plain->GetReltnTag(), 'a');
   EXPECT_EQ(single->GetReltnTag(), 'a');
   EXPECT_EQ(plain->Release(), 0u);

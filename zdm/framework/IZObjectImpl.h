@@ -7,7 +7,7 @@
 template <class T>
 class IZObjectImpl : public T {
  public:
-  using T::Clone;  // collections declare more of them
+  using T::Clone;  // forms of its own that an interface may add
 
   ULONG Release() override { return this->DecrementCount(); }
   ULONG AddRef() override { return this->IncrementCount(); }

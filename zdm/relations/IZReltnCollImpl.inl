@@ -106,7 +106,7 @@ void IZReltnCollImpl<Others...>::ForEach(Action action) {
 template <class... Others>
 POSITION IZReltnCollImpl<Others...>::FirstFrom(POSITION pos, LONG mask) {
   while (pos != nullptr) {
-    const POSITION at = pos;
+    POSITION at = pos;
     if (Passes(List::GetNext(pos), mask)) return at;
   }
   return nullptr;
@@ -116,7 +116,7 @@ POSITION IZReltnCollImpl<Others...>::FirstFrom(POSITION pos, LONG mask) {
 template <class... Others>
 POSITION IZReltnCollImpl<Others...>::LastFrom(POSITION pos, LONG mask) {
   while (pos != nullptr) {
-    const POSITION at = pos;
+    POSITION at = pos;
     if (Passes(List::GetPrev(pos), mask)) return at;
   }
   return nullptr;

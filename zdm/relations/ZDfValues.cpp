@@ -16,6 +16,7 @@
 ZDfValue::~ZDfValue() = default;
 bool ZDfValue::Accept(IZDMObject*, IZDMObject*, IZReltnVisitor*) { return false; }
 
+// NOLINTBEGIN(bugprone-macro-parentheses): Class names a type.
 // What is alike in all values: life, registration, type.
 #define ZDM_FIELD_VALUE_BODY(Class)                               \
   ZDfValueRxClass* Class::gpDesc = nullptr;                       \
@@ -27,7 +28,7 @@ bool ZDfValue::Accept(IZDMObject*, IZDMObject*, IZReltnVisitor*) { return false;
   unsigned char Class::GetType() { return kType; }                \
   void Class::Release() { delete this; }
 
-// Values whose payload is a plain number or GUID of `size` stored bytes.
+// Values whose payload is copied as it is.
 #define ZDM_PLAIN_VALUE_BODY(Class)                                              \
   ZDM_FIELD_VALUE_BODY(Class)                                                    \
   Class::Class() = default;                                                      \
@@ -35,6 +36,8 @@ bool ZDfValue::Accept(IZDMObject*, IZDMObject*, IZReltnVisitor*) { return false;
   void Class::CopyFrom(ZDfValue* other) {                                        \
     if (const auto* source = dynamic_cast<Class*>(other)) Value = source->Value; \
   }
+
+// NOLINTEND(bugprone-macro-parentheses)
 
 namespace {
 

@@ -13,6 +13,7 @@ struct IZSingleReltn;
 
 /// What every value declares. `Creator` makes a default value, null without memory; `gpDesc` is its
 /// record in the registry, null while it has none there.
+// NOLINTBEGIN(bugprone-macro-parentheses): Class names a type.
 #define ZDM_FIELD_VALUE(Class, code)                          \
   static constexpr unsigned char kType = code;                \
   static ZDfValueRxClass* gpDesc;                             \
@@ -29,6 +30,8 @@ struct IZSingleReltn;
   void CopyFrom(ZDfValue* other) override;                    \
   void Load(IZStream* stream, IZDatabase* database) override; \
   void Save(IZStream* stream, IZDatabase* database) override;
+
+// NOLINTEND(bugprone-macro-parentheses)
 
 /// 8 bytes. Values are the same when they differ by less than CMT::GetDist().
 struct ZDM_API ZDfDouble : ZDfValue {
