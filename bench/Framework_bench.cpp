@@ -1,13 +1,13 @@
 // What the object framework costs beside the plain C++ that does the same.
+#include "platform/core/ZCore.h"
+#include "tests/support/TestClasses.h"
+
 #include <benchmark/benchmark.h>
 
 #include <cstring>
 #include <list>
 #include <unordered_map>
 #include <vector>
-
-#include "platform/core/ZCore.h"
-#include "tests/support/TestClasses.h"
 
 namespace {
 

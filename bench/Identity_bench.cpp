@@ -1,15 +1,15 @@
 // The ID table beside what plain C++ would use for the same: a sorted vector of records.
-#include <benchmark/benchmark.h>
-
-#include <algorithm>
-#include <random>
-#include <vector>
-
 #include "tests/support/ByteStream.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/identity/CPIDManager.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
 
 namespace {
 

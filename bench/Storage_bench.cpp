@@ -1,6 +1,9 @@
 // 200 MiB written into a compound file and read back, as one stream and as streams of 1 MiB, beside
 // a copy of a file of that size with plain reads and writes. All within the system's cache of
 // files.
+#include "platform/ole/OleRef.h"
+#include "platform/ole/StorageFile.h"
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -9,9 +12,6 @@
 #include <fstream>
 #include <string>
 #include <vector>
-
-#include "platform/ole/OleRef.h"
-#include "platform/ole/StorageFile.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // Serializing 32-bit values one by one beside one copy of the same bytes.
+#include "platform/core/CZStream.h"
+#include "zdm/framework/ZRefPtr.h"
+
 #include <benchmark/benchmark.h>
 
 #include <cstring>
 #include <memory>
-
-#include "platform/core/CZStream.h"
-#include "zdm/framework/ZRefPtr.h"
 
 namespace {
 

@@ -1,14 +1,14 @@
 // Name comparison against the plain comparison of strings, and away from Windows against ICU alone.
 // One iteration compares one name with every name of a set, as a look-up by name does.
+#include "platform/ole/Bstr.h"
+#include "platform/system/Text.h"
+
 #include <benchmark/benchmark.h>
 
 #include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "platform/ole/Bstr.h"
-#include "platform/system/Text.h"
 #if !defined(_WIN32)
 #include <unicode/ucol.h>
 #endif

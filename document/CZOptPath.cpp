@@ -1,6 +1,6 @@
 #include "document/CZOptPath.h"
 
-#include "platform/core/CAtlException.h"
+#include "platform/ole/CAtlException.h"
 
 ZDM_OBJECT_BODY(CZOptPath)
 

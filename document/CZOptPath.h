@@ -1,13 +1,13 @@
 // A path of objects through nested references, outermost first; one reference each.
 #pragma once
 
-#include <vector>
-
 #include "document/ClassTable.h"
 #include "zdm/framework/IZObjectImpl.h"
 #include "zdm/framework/ZRefPtr.h"
 #include "zdm/host/IZOptPath.h"
 #include "zdm/model/IZDMObject.h"
+
+#include <vector>
 
 class CZOptPath : public IZObjectImpl<IZOptPath> {
   ZDM_OBJECT(CZOptPath)

@@ -1,14 +1,14 @@
 // Strings: allocation and reallocation against a model, comparison, conversion, formatting.
 // Each step is an operation byte, a slot byte and what the operation reads.
+#include "platform/ole/Bstr.h"
+#include "platform/ole/CStringW.h"
+#include "platform/system/Text.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-
-#include "platform/ole/Bstr.h"
-#include "platform/ole/CStringW.h"
-#include "platform/system/Text.h"
 
 namespace {
 

@@ -1,6 +1,10 @@
 // Compound files through every door that takes their bytes: the check, opening, listing, reading
 // all streams, saving what was read, and reading that again. What the check accepts must come
 // through unchanged; anything else is a crash.
+#include "platform/ole/CompoundFileCheck.h"
+#include "platform/ole/OleRef.h"
+#include "platform/ole/StorageFile.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -8,10 +12,6 @@
 #include <fstream>
 #include <string>
 #include <vector>
-
-#include "platform/ole/CompoundFileCheck.h"
-#include "platform/ole/OleRef.h"
-#include "platform/ole/StorageFile.h"
 
 namespace {
 

@@ -1,15 +1,15 @@
 // Field values: the first byte is the type code, the rest the stream form. What loads is saved to a
 // form that loads to the same again, and so is a copy of it.
-#include <cstdint>
-#include <cstdlib>
-#include <memory>
-#include <vector>
-
-#include "platform/core/CAtlException.h"
+#include "platform/ole/CAtlException.h"
 #include "tests/relations/ReltnSupport.h"
 #include "zdm/identity/OID.h"
 #include "zdm/module/DllRegisterZModule.h"
 #include "zdm/relations/ZDfValues.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <vector>
 
 using namespace zdm::test;
 

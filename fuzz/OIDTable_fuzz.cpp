@@ -1,14 +1,14 @@
 // A stored ID table: what of it is read is found by its IDs, and written back as it came.
+#include "platform/ole/CAtlException.h"
+#include "tests/support/ByteStream.h"
+#include "zdm/identity/COIDManager.h"
+#include "zdm/identity/OID.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
-
-#include "platform/core/CAtlException.h"
-#include "tests/support/ByteStream.h"
-#include "zdm/identity/COIDManager.h"
-#include "zdm/identity/OID.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // Hostile bytes as an object's record: loaded into a new object and into one that holds something
 // already. What loads is saved to bytes that load to the same bytes again; what does not load
 // leaves both objects usable, and the second one with its name.
+#include "platform/ole/CAtlException.h"
+#include "tests/support/TestDatabase.h"
+
 #include <cstdint>
 #include <cstdlib>
-
-#include "platform/core/CAtlException.h"
-#include "tests/support/TestDatabase.h"
 
 namespace {
 

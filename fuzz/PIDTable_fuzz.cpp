@@ -1,14 +1,14 @@
 // A stored path table over records 1 to 64: what loads is found by its IDs and by its records, and
 // a second pass through a stream changes nothing.
-#include <cstdint>
-#include <cstdlib>
-#include <vector>
-
 #include "tests/support/ByteStream.h"
 #include "zdm/identity/COIDManager.h"
 #include "zdm/identity/CPIDManager.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <vector>
 
 namespace {
 

@@ -1,12 +1,12 @@
 // Relation collections, as they stand in a stream. Whatever is read, also in part, can be written,
 // reads back the same, and is released whole.
+#include "platform/ole/CAtlException.h"
+#include "tests/relations/ReltnSupport.h"
+#include "zdm/identity/OID.h"
+
 #include <cstdint>
 #include <cstdlib>
 #include <vector>
-
-#include "platform/core/CAtlException.h"
-#include "tests/relations/ReltnSupport.h"
-#include "zdm/identity/OID.h"
 
 using namespace zdm::test;
 

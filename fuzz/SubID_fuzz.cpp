@@ -1,13 +1,13 @@
 // Names of parts of objects, as they stand in a stream: what loads is saved to the bytes it came
 // from.
+#include "platform/geometry/SubID.h"
+#include "platform/ole/CAtlException.h"
+#include "tests/support/ByteStream.h"
+
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <vector>
-
-#include "platform/core/CAtlException.h"
-#include "platform/geometry/SubID.h"
-#include "tests/support/ByteStream.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   zdm::test::ByteStream in(std::vector<BYTE>(data, data + size));

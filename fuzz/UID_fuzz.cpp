@@ -1,15 +1,15 @@
 // Stored references, alone and in arrays: what loads is written to the bytes it came from, as far
 // as the tables know its IDs; damage throws and leaves the reference as it was.
-#include <cstdint>
-#include <cstdlib>
-#include <memory>
-#include <vector>
-
-#include "platform/core/CAtlException.h"
+#include "platform/ole/CAtlException.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <vector>
 
 namespace {
 

@@ -1,15 +1,15 @@
 // Hostile bytes as a value in a stream: read, copied, converted to every type, compared with what
 // came of that, written back and read again. The same bytes as the fields of a DECIMAL, which no
 // stream form vouches for.
+#include "platform/ole/Variant.h"
+#include "platform/ole/VariantStream.h"
+#include "tests/support/TestStream.h"
+
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
-
-#include "platform/ole/Variant.h"
-#include "platform/ole/VariantStream.h"
-#include "tests/support/TestStream.h"
 
 namespace {
 

@@ -1,14 +1,14 @@
 #include "platform/core/CZObject.h"
 
+#include "platform/core/CZRClass.h"
+#include "platform/core/IZObject.h"
+#include "platform/core/ZWeakHandle.h"
+#include "platform/ole/CAtlException.h"
+
 #include <string>
 #include <unordered_map>
 #include <utility>
 #include <vector>
-
-#include "platform/core/CAtlException.h"
-#include "platform/core/CZRClass.h"
-#include "platform/core/IZObject.h"
-#include "platform/core/ZWeakHandle.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 // Counts are plain: an object is used on one thread at a time.
 #pragma once
 
-#include <memory>
-
 #include "platform/ole/ole.h"
+
+#include <memory>
 
 class CZRClass;
 struct IZObject;

@@ -1,9 +1,9 @@
 // The descriptor of a class that the factory can create, and the call that registers one.
 #pragma once
 
-#include <string>
-
 #include "platform/ole/ole.h"
+
+#include <string>
 
 class CZObject;
 

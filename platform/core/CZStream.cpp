@@ -1,14 +1,14 @@
 #include "platform/core/CZStream.h"
 
+#include "platform/core/CZRClass.h"
+#include "platform/ole/Bstr.h"
+#include "platform/ole/CAtlException.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <new>
 #include <utility>
-
-#include "platform/core/CAtlException.h"
-#include "platform/core/CZRClass.h"
-#include "platform/ole/Bstr.h"
 
 const GUID CZStream::kClassID = {
     0x65808542, 0x5A64, 0x45F2, {0xB7, 0x1A, 0xA6, 0xA6, 0xD0, 0x3C, 0xD2, 0xD5}};

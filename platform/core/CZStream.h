@@ -5,9 +5,9 @@
 // first where it matters.
 #pragma once
 
-#include <memory>
-
 #include "platform/core/IZStream.h"
+
+#include <memory>
 
 class ZDM_API CZStream : public IZStream {
  public:

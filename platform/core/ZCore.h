@@ -1,11 +1,11 @@
 // The factory: creates objects by class identifier and knows every registered class.
 #pragma once
 
-#include <functional>
-#include <vector>
-
 #include "platform/core/CZObject.h"
 #include "platform/core/CZRClass.h"
+
+#include <functional>
+#include <vector>
 
 class ZDM_API CZFactory {
  public:

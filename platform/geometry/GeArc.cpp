@@ -1,10 +1,10 @@
 #include "platform/geometry/GeArc.h"
 
-#include <initializer_list>
-#include <numbers>
-
 #include "platform/geometry/GeMatrix.h"
 #include "platform/geometry/GePlane.h"
+
+#include <initializer_list>
+#include <numbers>
 
 namespace {
 

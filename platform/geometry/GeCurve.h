@@ -3,12 +3,12 @@
 // on it are named by their distance from the start, along the curve, in drawing units.
 #pragma once
 
-#include <variant>
-#include <vector>
-
 #include "platform/Export.h"
 #include "platform/geometry/GeArc.h"
 #include "platform/geometry/GeLnSeg.h"
+
+#include <variant>
+#include <vector>
 
 class ZDM_API GeCurve {
  public:

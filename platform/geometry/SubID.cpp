@@ -1,10 +1,10 @@
 #include "platform/geometry/SubID.h"
 
+#include "platform/core/IZStream.h"
+#include "platform/ole/CAtlException.h"
+
 #include <bit>
 #include <new>
-
-#include "platform/core/CAtlException.h"
-#include "platform/core/IZStream.h"
 
 namespace {
 

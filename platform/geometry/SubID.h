@@ -5,12 +5,12 @@
 // Stream form: above SaveSubID in SubID.cpp.
 #pragma once
 
+#include "platform/ole/ole.h"
+
 #include <array>
 #include <compare>
 #include <initializer_list>
 #include <tuple>
-
-#include "platform/ole/ole.h"
 
 struct IZStream;
 

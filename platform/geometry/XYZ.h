@@ -2,11 +2,11 @@
 // Arithmetic follows IEEE rules; comparisons within a tolerance are false for anything not finite.
 #pragma once
 
+#include "platform/geometry/CMT.h"
+
 #include <cfloat>
 #include <cmath>
 #include <type_traits>
-
-#include "platform/geometry/CMT.h"
 
 struct XYZ {
   double x = 0.0;

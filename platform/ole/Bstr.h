@@ -3,12 +3,12 @@
 // throws CAtlException(E_OUTOFMEMORY) when memory runs out.
 #pragma once
 
+#include "platform/ole/CAtlException.h"
+#include "platform/ole/ole.h"
+
 #include <cstring>
 #include <string_view>
 #include <utility>
-
-#include "platform/core/CAtlException.h"
-#include "platform/ole/ole.h"
 
 namespace zdm {
 

@@ -1,9 +1,9 @@
 #include "platform/ole/CStringW.h"
 
-#include <algorithm>
-
 #include "platform/ole/Bstr.h"
 #include "platform/system/Text.h"
+
+#include <algorithm>
 
 namespace {
 

@@ -2,12 +2,12 @@
 // copy, zeros included, and always converts to zero-terminated text; null counts as empty.
 #pragma once
 
+#include "platform/ole/ole.h"
+
 #include <concepts>
 #include <initializer_list>
 #include <string>
 #include <string_view>
-
-#include "platform/ole/ole.h"
 
 class CStringW;
 

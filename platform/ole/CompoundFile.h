@@ -3,9 +3,9 @@
 // further than its own field; CompoundFileCheck.h judges a whole file.
 #pragma once
 
-#include <string_view>
-
 #include "platform/ole/ole.h"
+
+#include <string_view>
 
 namespace zdm {
 

@@ -5,10 +5,10 @@
 // refused here is left to a reader that gets streams out of damaged files.
 #pragma once
 
-#include <vector>
-
 #include "platform/ole/CompoundFile.h"
 #include "platform/ole/ole.h"
+
+#include <vector>
 
 namespace zdm {
 

@@ -3,10 +3,10 @@
 // for any other reason; CopyVariant tells the reason.
 #pragma once
 
-#include <utility>
-
-#include "platform/core/CAtlException.h"
+#include "platform/ole/CAtlException.h"
 #include "platform/ole/ole.h"
+
+#include <utility>
 
 namespace zdm {
 

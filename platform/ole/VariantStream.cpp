@@ -1,10 +1,10 @@
 #include "platform/ole/VariantStream.h"
 
+#include "platform/ole/Variant.h"
+
 #include <bit>
 #include <cstring>
 #include <string_view>
-
-#include "platform/ole/Variant.h"
 
 namespace zdm {
 namespace {

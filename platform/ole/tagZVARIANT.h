@@ -2,10 +2,10 @@
 // The type numbers are those of VARIANT; VT_I2, VT_I4, VT_R4 and VT_UI4 are used. It owns nothing.
 #pragma once
 
+#include "platform/ole/ole.h"
+
 #include <cstddef>
 #include <type_traits>
-
-#include "platform/ole/ole.h"
 
 // Record, 16 bytes.
 //   offset  size  field

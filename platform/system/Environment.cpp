@@ -1,11 +1,11 @@
 #include "platform/system/Environment.h"
 
+#include "platform/system/Text.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <optional>
-
-#include "platform/system/Text.h"
 
 namespace zdm {
 namespace {

@@ -1,9 +1,9 @@
 // Variables of the process's environment as 16-bit text.
 #pragma once
 
-#include <cstddef>
-
 #include "platform/ole/CStringW.h"
+
+#include <cstddef>
 
 namespace zdm {
 

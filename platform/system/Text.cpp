@@ -1,8 +1,8 @@
 #include "platform/system/Text.h"
 
-#include <cstdint>
-
 #include "platform/ole/Bstr.h"
+
+#include <cstdint>
 
 #if !defined(_WIN32)
 #include <unicode/uchar.h>

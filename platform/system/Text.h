@@ -1,10 +1,10 @@
 // 16-bit text: to and from UTF-8, lower case, comparison without regard to case.
 #pragma once
 
+#include "platform/ole/ole.h"
+
 #include <string>
 #include <string_view>
-
-#include "platform/ole/ole.h"
 
 #if !defined(_WIN32)
 /// Lower-cases `count` units in place, each by itself. A letter that is not the upper case of its

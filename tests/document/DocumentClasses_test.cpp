@@ -1,11 +1,11 @@
 // The document's own classes: registration, paths, and which objects count as the same.
-#include <gtest/gtest.h>
-
 #include "document/CZOptPath.h"
-#include "platform/core/CAtlException.h"
 #include "platform/core/ZCore.h"
+#include "platform/ole/CAtlException.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/framework/CreateAs.h"
+
+#include <gtest/gtest.h>
 
 using zdm::test::TestDatabase;
 

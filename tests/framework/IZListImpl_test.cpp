@@ -1,12 +1,12 @@
 // The list behind every collection: order, positions, references and misuse.
+#include "tests/support/TestClasses.h"
+#include "tests/support/Thrown.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <random>
 #include <vector>
-
-#include "tests/support/TestClasses.h"
-#include "tests/support/Thrown.h"
 
 class Meddler;
 

@@ -1,12 +1,12 @@
 // What an object answers to, and that every view reaches the one count.
+#include "platform/core/CZGlobalData.h"
+#include "platform/core/ZCore.h"
+#include "tests/support/TestClasses.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <vector>
-
-#include "platform/core/CZGlobalData.h"
-#include "platform/core/ZCore.h"
-#include "tests/support/TestClasses.h"
 
 namespace {
 

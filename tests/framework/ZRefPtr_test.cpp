@@ -1,11 +1,11 @@
 // Who owns what: reference pointers, clones, aggregated objects and weak handles.
-#include <gtest/gtest.h>
-
-#include <vector>
-
 #include "platform/core/ZWeakHandle.h"
 #include "tests/support/TestClasses.h"
 #include "zdm/framework/CErrorObject.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
 
 namespace {
 

@@ -1,7 +1,5 @@
 // Checked by the compiler: every host interface has a name the framework knows, no data and no
 // second base.
-#include <type_traits>
-
 #include "zdm/framework/ZInterface.h"
 #include "zdm/host/IZCategoryDispAttrib.h"
 #include "zdm/host/IZDMEntity.h"
@@ -17,6 +15,8 @@
 #include "zdm/host/IZTreeData.h"
 #include "zdm/host/IZUpdater.h"
 #include "zdm/host/eZGiDraw.h"
+
+#include <type_traits>
 
 namespace {
 

@@ -1,11 +1,12 @@
 // Which hatchings count as the same, and what one writes.
+#include "zdm/host/ZGiHatchData.h"
+
+#include "tests/support/ByteStream.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <vector>
-
-#include "tests/support/ByteStream.h"
-#include "zdm/host/ZGiHatchData.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // IDs, the list and look-up of the ID table.
 #include "zdm/identity/COIDManager.h"
 
-#include <algorithm>
-#include <random>
-
 #include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
 #include "zdm/identity/COuterPIDManager.h"
+
+#include <algorithm>
+#include <random>
 
 namespace {
 

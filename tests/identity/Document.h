@@ -1,9 +1,9 @@
 // A test document as the fixtures of this folder hold it: declared before the objects in it.
 #pragma once
 
-#include <memory>
-
 #include "tests/support/TestDatabase.h"
+
+#include <memory>
 
 namespace zdm::test {
 

@@ -1,8 +1,5 @@
 // Records outlive their objects while the table lives, in whatever order things end. What would
 // dangle or leak is found by the address sanitizer.
-#include <memory>
-#include <random>
-
 #include "platform/geometry/GeMatrix.h"
 #include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
@@ -10,6 +7,9 @@
 #include "zdm/identity/CPIDManager.h"
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
+
+#include <memory>
+#include <random>
 
 namespace {
 

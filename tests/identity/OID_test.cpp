@@ -1,10 +1,10 @@
 // What an object's record holds, and what of it a stream carries.
 #include "zdm/identity/OID.h"
 
+#include "tests/identity/Records.h"
+
 #include <stdexcept>
 #include <string>
-
-#include "tests/identity/Records.h"
 
 namespace {
 

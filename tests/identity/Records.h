@@ -1,17 +1,17 @@
 // Short words for tests of ID records: records and tables without objects, bytes written and read.
 #pragma once
 
+#include "platform/ole/CAtlException.h"
+#include "tests/support/ByteStream.h"
+#include "zdm/identity/COIDManager.h"
+#include "zdm/identity/OID.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <initializer_list>
 #include <memory>
 #include <vector>
-
-#include "platform/core/CAtlException.h"
-#include "tests/support/ByteStream.h"
-#include "zdm/identity/COIDManager.h"
-#include "zdm/identity/OID.h"
 
 namespace zdm::test {
 

@@ -1,10 +1,10 @@
 // Who refers to whom: the order by references, and look-up through the visitors of the factory.
+#include "tests/identity/Document.h"
+#include "tests/identity/Records.h"
+
 #include <algorithm>
 #include <random>
 #include <set>
-
-#include "tests/identity/Document.h"
-#include "tests/identity/Records.h"
 
 namespace {
 

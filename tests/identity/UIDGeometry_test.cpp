@@ -1,6 +1,4 @@
 // Where the referred object is seen from the referring one, and what shape it has.
-#include <cmath>
-
 #include "platform/geometry/GeMatrix.h"
 #include "platform/geometry/IGePlane.h"
 #include "platform/geometry/SubID.h"
@@ -11,6 +9,8 @@
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
 #include "zdm/model/IZDMObjectImpl.h"
+
+#include <cmath>
 
 namespace zdm::test {
 class Placed;

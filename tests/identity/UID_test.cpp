@@ -1,12 +1,12 @@
 // What a stored reference refers to, when two are the same, and what a stream carries of them.
 #include "zdm/identity/UID.h"
 
-#include <memory>
-
 #include "platform/geometry/SubID.h"
 #include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
 #include "zdm/identity/PID.h"
+
+#include <memory>
 
 namespace {
 

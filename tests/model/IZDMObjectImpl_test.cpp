@@ -1,15 +1,15 @@
 // Identity, owners, copies and attachments of data-model objects.
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <stdexcept>
-
 #include "platform/core/ZCore.h"
 #include "platform/geometry/GeBox.h"
 #include "platform/system/Text.h"
 #include "tests/model/ModelSupport.h"
 #include "zdm/host/IZGiDevice.h"
 #include "zdm/host/IZGiMaterial.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
 
 using zdm::test::BytesOf;
 using zdm::test::Canary;

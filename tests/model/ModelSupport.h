@@ -1,13 +1,13 @@
 // Objects and visitors for tests of data-model objects.
 #pragma once
 
-#include <string>
-
 #include "tests/model/StandIns.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
 #include "zdm/relations/ZReltnVisitor.h"
+
+#include <string>
 
 namespace zdm::test {
 class Canary;

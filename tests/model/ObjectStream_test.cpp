@@ -1,14 +1,14 @@
 // The stored form of data-model objects: header, body, and what damage does to an object.
+#include "platform/ole/CAtlException.h"
+#include "platform/system/Text.h"
+#include "tests/model/ModelSupport.h"
+#include "zdm/identity/CID.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <set>
 #include <sstream>
-
-#include "platform/core/CAtlException.h"
-#include "platform/system/Text.h"
-#include "tests/model/ModelSupport.h"
-#include "zdm/identity/CID.h"
 
 using zdm::test::BytesOf;
 using zdm::test::ExtItem;

@@ -3,9 +3,6 @@
 // a class that arrives takes its place here, and the tests stay as they are.
 #pragma once
 
-#include <map>
-#include <string>
-
 #include "platform/ole/Bstr.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/extdata/IZExtData.h"
@@ -13,6 +10,9 @@
 #include "zdm/extdata/IZExtDataMgr.h"
 #include "zdm/framework/IZListImpl.h"
 #include "zdm/parameters/IZParameterArray.h"
+
+#include <map>
+#include <string>
 
 namespace zdm::test {
 class ExtItem;

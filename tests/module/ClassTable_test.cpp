@@ -1,15 +1,16 @@
 // The class table against what the factory knows and what the classes answer.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <string>
-#include <vector>
+#include "zdm/module/ClassTable.h"
 
 #include "platform/core/CZStream.h"
 #include "platform/core/ZCore.h"
 #include "platform/system/Text.h"
 #include "zdm/framework/ZRefPtr.h"
-#include "zdm/module/ClassTable.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
 
 namespace {
 

@@ -1,10 +1,10 @@
 // What a relation collection offers, hands on, compares and copies.
-#include <gtest/gtest.h>
-
-#include "platform/core/CAtlException.h"
 #include "platform/geometry/SubID.h"
+#include "platform/ole/CAtlException.h"
 #include "tests/relations/ReltnSupport.h"
 #include "zdm/identity/OID.h"
+
+#include <gtest/gtest.h>
 
 class GiContext {};
 class Remover;

@@ -1,11 +1,11 @@
 // The relation bases: status word, target, copies and stream forms.
-#include <gtest/gtest.h>
-
-#include "platform/core/CAtlException.h"
 #include "platform/geometry/GeBox.h"
 #include "platform/geometry/SubID.h"
+#include "platform/ole/CAtlException.h"
 #include "tests/relations/ReltnSupport.h"
 #include "zdm/identity/OID.h"
+
+#include <gtest/gtest.h>
 
 class Nameless;
 

@@ -1,12 +1,12 @@
 // What a relation collection writes, and what it makes of damaged bytes.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
-#include "platform/core/CAtlException.h"
+#include "platform/ole/CAtlException.h"
 #include "tests/relations/ReltnSupport.h"
 #include "zdm/framework/LoadDepth.h"
 #include "zdm/identity/OID.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace {
 

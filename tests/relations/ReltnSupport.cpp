@@ -1,11 +1,11 @@
 #include "tests/relations/ReltnSupport.h"
 
+#include "platform/geometry/GeMatrix.h"
+#include "zdm/identity/PID.h"
+
 #include <algorithm>
 #include <cctype>
 #include <iterator>
-
-#include "platform/geometry/GeMatrix.h"
-#include "zdm/identity/PID.h"
 
 namespace zdm::test {
 

@@ -2,10 +2,6 @@
 // which is their tag, so that the name is copied and stored with them.
 #pragma once
 
-#include <map>
-#include <string>
-#include <vector>
-
 #include "tests/support/ByteStream.h"
 #include "tests/support/TestClasses.h"
 #include "zdm/framework/ZClass.h"
@@ -15,6 +11,10 @@
 #include "zdm/relations/CZReltnColl.h"
 #include "zdm/relations/IZSingleReltnImpl.h"
 #include "zdm/relations/ZReltnVisitor.h"
+
+#include <map>
+#include <string>
+#include <vector>
 
 namespace zdm::test {
 

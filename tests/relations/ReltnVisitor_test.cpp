@@ -1,10 +1,10 @@
 // The defaults of visitors: how references are taken apart and offered.
-#include <gtest/gtest.h>
-
 #include "tests/relations/ReltnSupport.h"
 #include "zdm/identity/CID.h"
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
+
+#include <gtest/gtest.h>
 
 class Passive;
 

@@ -1,13 +1,13 @@
 // The registry of field values, and the module functions that fill and empty it.
 #include "zdm/relations/ZDfValueRxClass.h"
 
+#include "zdm/module/DllRegisterZModule.h"
+#include "zdm/relations/ZDfValues.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <vector>
-
-#include "zdm/module/DllRegisterZModule.h"
-#include "zdm/relations/ZDfValues.h"
 
 namespace {
 

@@ -1,17 +1,17 @@
 // The nine field values: payloads, copies, stream forms, and what they offer.
 #include "zdm/relations/ZDfValues.h"
 
+#include "platform/geometry/CMT.h"
+#include "platform/ole/CAtlException.h"
+#include "tests/relations/ReltnSupport.h"
+#include "zdm/identity/OID.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <limits>
 #include <memory>
 #include <string>
-
-#include "platform/core/CAtlException.h"
-#include "platform/geometry/CMT.h"
-#include "tests/relations/ReltnSupport.h"
-#include "zdm/identity/OID.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // A serialization stream over bytes in memory: what tests save to and load from.
 #pragma once
 
-#include <utility>
-#include <vector>
-
 #include "platform/core/CZStream.h"
 #include "tests/support/TestStream.h"
+
+#include <utility>
+#include <vector>
 
 namespace zdm::test {
 

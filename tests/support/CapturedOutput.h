@@ -2,11 +2,11 @@
 // so that a test can read it and nothing reaches the screen.
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "platform/system/Output.h"
 #include "platform/system/Text.h"
+
+#include <string>
+#include <vector>
 
 namespace zdm {
 

@@ -2,14 +2,14 @@
 // elsewhere would use. Counts operations from 0, as the numbers behind them in the headers do.
 #pragma once
 
+#include "platform/core/IZObject.h"
+
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <cstring>
 #include <initializer_list>
 #include <type_traits>
-
-#include "platform/core/IZObject.h"
 
 namespace zdm::test {
 

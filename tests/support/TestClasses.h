@@ -1,10 +1,10 @@
 // Small classes of a test module: elements that count their own lives, and a collection of them.
 #pragma once
 
-#include <string>
-
 #include "zdm/framework/IZListImpl.h"
 #include "zdm/framework/ZClass.h"
+
+#include <string>
 
 namespace zdm::test {
 

@@ -1,8 +1,8 @@
 #include "tests/support/TestDatabase.h"
 
-#include <cstring>
-
 #include "zdm/identity/OID.h"
+
+#include <cstring>
 
 namespace zdm::test {
 

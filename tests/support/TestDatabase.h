@@ -2,9 +2,6 @@
 // a test holds those it makes.
 #pragma once
 
-#include <utility>
-#include <vector>
-
 #include "document/CZDMPlainObject.h"
 #include "document/CZPlainSingleReltn.h"
 #include "tests/support/ByteStream.h"
@@ -12,6 +9,9 @@
 #include "zdm/host/IZDatabase.h"
 #include "zdm/identity/COIDManager.h"
 #include "zdm/identity/CPIDManager.h"
+
+#include <utility>
+#include <vector>
 
 namespace zdm::test {
 class TestDatabase;

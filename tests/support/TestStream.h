@@ -1,11 +1,11 @@
 // An IStream over a byte vector, on both systems, that counts its calls and fails on demand.
 #pragma once
 
+#include "platform/ole/ole.h"
+
 #include <cstdint>
 #include <utility>
 #include <vector>
-
-#include "platform/ole/ole.h"
 
 namespace zdm::test {
 

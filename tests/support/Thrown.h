@@ -1,7 +1,7 @@
 // The result code that a call throws.
 #pragma once
 
-#include "platform/core/CAtlException.h"
+#include "platform/ole/CAtlException.h"
 
 namespace zdm::test {
 

@@ -1,15 +1,16 @@
 #include "tools/zdm/Commands.h"
 
-#include <cstdio>
-#include <memory>
-#include <nlohmann/json.hpp>
-#include <string>
-#include <vector>
-
 #include "platform/core/ZCore.h"
 #include "platform/system/Text.h"
 #include "zdm/framework/ZRefPtr.h"
 #include "zdm/module/ClassTable.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace zdm::tool {
 

@@ -1,8 +1,8 @@
 // The command line: inspects the library and its documents.
-#include <exception>
-
-#include "platform/core/CAtlException.h"
+#include "platform/ole/CAtlException.h"
 #include "tools/zdm/Commands.h"
+
+#include <exception>
 
 namespace {
 

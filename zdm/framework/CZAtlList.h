@@ -5,7 +5,7 @@
 // Releasing an element may run any code, so a node is always unlinked before its element goes.
 #pragma once
 
-#include "platform/core/CAtlException.h"
+#include "platform/ole/CAtlException.h"
 
 struct __POSITION;
 using POSITION = __POSITION*;

@@ -1,6 +1,6 @@
 #include "zdm/framework/LoadDepth.h"
 
-#include "platform/core/CAtlException.h"
+#include "platform/ole/CAtlException.h"
 
 namespace {
 

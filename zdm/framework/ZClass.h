@@ -11,13 +11,13 @@
 //   ZDM_OBJECT_BODY(CMyObject)   // in the source file; then CMyObject::zInit() registers it
 #pragma once
 
-#include <new>
-#include <type_traits>
-#include <utility>
-
 #include "platform/core/CZRClass.h"
 #include "platform/core/IZObject.h"
 #include "zdm/framework/ZInterface.h"
+
+#include <new>
+#include <type_traits>
+#include <utility>
 
 namespace zdm {
 

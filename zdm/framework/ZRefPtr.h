@@ -5,11 +5,11 @@
 //   ZRefPtr        also from an IZObject* of any class, by a query for T
 #pragma once
 
+#include "zdm/framework/QueryZInterface.h"
+
 #include <concepts>
 #include <cstddef>
 #include <utility>
-
-#include "zdm/framework/QueryZInterface.h"
 
 template <class T>
 class ZRefPtrBase {

@@ -1,10 +1,10 @@
 #include "zdm/host/ZGiHatchData.h"
 
-#include <cmath>
-#include <utility>
-
 #include "platform/core/IZStream.h"
 #include "platform/system/Text.h"
+
+#include <cmath>
+#include <utility>
 
 namespace {
 

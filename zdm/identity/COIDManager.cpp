@@ -2,12 +2,12 @@
 // long they are kept.
 #include "zdm/identity/COIDManager.h"
 
-#include <algorithm>
-#include <limits>
-
-#include "platform/core/CAtlException.h"
+#include "platform/ole/CAtlException.h"
 #include "zdm/identity/OID.h"
 #include "zdm/model/IZDMObject.h"
+
+#include <algorithm>
+#include <limits>
 
 namespace {
 

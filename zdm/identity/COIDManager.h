@@ -7,13 +7,13 @@
 // and must not outlive the original. Stream form: above Save in OIDTableStream.cpp.
 #pragma once
 
-#include <list>
-#include <vector>
-
 #include "platform/ole/CStringW.h"
 #include "zdm/framework/ZRefPtr.h"
 #include "zdm/host/IZProgressMeter.h"
 #include "zdm/relations/eZRelation.h"
+
+#include <list>
+#include <vector>
 
 class OID;
 struct IZDMObjColl;

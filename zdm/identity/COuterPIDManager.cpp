@@ -1,9 +1,9 @@
 #include "zdm/identity/COuterPIDManager.h"
 
-#include <memory>
-
 #include "zdm/identity/OID.h"
 #include "zdm/model/IZDMObject.h"
+
+#include <memory>
 
 COuterPIDManager::~COuterPIDManager() {
   for (OID* record : GetOIDs()) {

@@ -1,16 +1,16 @@
 #include "zdm/identity/CPIDManager.h"
 
-#include <algorithm>
-#include <limits>
-#include <memory>
-
-#include "platform/core/CAtlException.h"
 #include "platform/core/IZStream.h"
+#include "platform/ole/CAtlException.h"
 #include "zdm/framework/QueryZInterface.h"
 #include "zdm/host/IZOptPath.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
 #include "zdm/model/IZDMObject.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
 
 namespace {
 

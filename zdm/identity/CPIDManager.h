@@ -4,11 +4,11 @@
 // that Init took out. Stream form: above Save in CPIDManager.cpp.
 #pragma once
 
+#include "platform/ole/ole.h"
+
 #include <list>
 #include <unordered_map>
 #include <vector>
-
-#include "platform/ole/ole.h"
 
 class COIDManager;
 class OID;

@@ -1,8 +1,8 @@
 #include "zdm/identity/OID.h"
 
-#include <stdexcept>
-
 #include "platform/core/IZStream.h"
+
+#include <stdexcept>
 
 std::bitset<64> OID::c_ObjStatusLock;
 ULONGLONG OID::c_ObjStatusKey[64] = {};

@@ -7,10 +7,10 @@
 // Stream form: above Save in OID.cpp.
 #pragma once
 
-#include <bitset>
-
 #include "zdm/identity/KID.h"
 #include "zdm/identity/eZObjStatus.h"
+
+#include <bitset>
 
 class COIDManager;
 struct IZDMObject;

@@ -1,9 +1,5 @@
 // What the ID table does to objects and asks of them: IDs for whole trees, binding, status, other
 // documents.
-#include <algorithm>
-#include <unordered_map>
-#include <unordered_set>
-
 #include "zdm/framework/ZRefPtr.h"
 #include "zdm/host/IZDatabase.h"
 #include "zdm/host/IZOptPath.h"
@@ -11,6 +7,10 @@
 #include "zdm/identity/OID.h"
 #include "zdm/model/IZDMObjColl.h"
 #include "zdm/model/IZDMObjMgr.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace {
 

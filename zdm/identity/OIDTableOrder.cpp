@@ -1,7 +1,4 @@
 // Who refers to whom, and the orders that follow from it.
-#include <algorithm>
-#include <unordered_map>
-
 #include "zdm/framework/CreateAs.h"
 #include "zdm/identity/COIDManager.h"
 #include "zdm/identity/OID.h"
@@ -12,6 +9,9 @@
 #include "zdm/relations/IZReltnColl.h"
 #include "zdm/relations/IZReltnIsDirectTo.h"
 #include "zdm/relations/IZReltnRecordObjInReltns.h"
+
+#include <algorithm>
+#include <unordered_map>
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The stored ID table.
-#include <memory>
-
 #include "platform/core/IZStream.h"
 #include "zdm/identity/COIDManager.h"
 #include "zdm/identity/OID.h"
+
+#include <memory>
 
 // ID table, 4 + 12n bytes, little-endian: the records that are valid and have an object.
 //   offset  size  field

@@ -1,14 +1,14 @@
 #include "zdm/identity/PID.h"
 
-#include <algorithm>
-
-#include "platform/core/CAtlException.h"
 #include "platform/core/IZStream.h"
 #include "platform/geometry/GeMatrix.h"
+#include "platform/ole/CAtlException.h"
 #include "zdm/host/IZOptPath.h"
 #include "zdm/identity/COIDManager.h"
 #include "zdm/identity/OID.h"
 #include "zdm/model/IZDMObject.h"
+
+#include <algorithm>
 
 PID::PID(const LONG& id) : KID(id) {}
 

@@ -4,11 +4,11 @@
 // Records: borrowed, may be null. Stream form: above Save in PID.cpp.
 #pragma once
 
-#include <list>
-#include <vector>
-
 #include "zdm/identity/KID.h"
 #include "zdm/identity/eZObjStatus.h"
+
+#include <list>
+#include <vector>
 
 class COIDManager;
 class GeMatrix;

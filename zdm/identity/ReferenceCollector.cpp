@@ -1,9 +1,9 @@
 #include "zdm/identity/ReferenceCollector.h"
 
-#include <utility>
-
 #include "zdm/identity/PID.h"
 #include "zdm/model/IZDMObject.h"
+
+#include <utility>
 
 namespace zdm {
 

@@ -3,9 +3,9 @@
 // visitor does for ZR_ALL. Lives on the stack.
 #pragma once
 
-#include <unordered_set>
-
 #include "zdm/relations/ZReltnVisitor.h"
+
+#include <unordered_set>
 
 class OID;
 

@@ -1,8 +1,5 @@
 #include "zdm/identity/UID.h"
 
-#include <algorithm>
-#include <utility>
-
 #include "platform/geometry/SubID.h"
 #include "zdm/framework/QueryZInterface.h"
 #include "zdm/host/IZDatabase.h"
@@ -10,6 +7,9 @@
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
 #include "zdm/model/IZDMObject.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace {
 

@@ -4,10 +4,10 @@
 // Stream form: above Save in UID.cpp.
 #pragma once
 
-#include <vector>
-
 #include "platform/geometry/GeMatrix.h"
 #include "zdm/identity/CID.h"
+
+#include <vector>
 
 class GiContext;
 class KID;

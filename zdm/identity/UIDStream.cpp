@@ -1,12 +1,12 @@
 // The stream forms of references, alone and in arrays.
-#include <memory>
-#include <utility>
-
-#include "platform/core/CAtlException.h"
 #include "platform/core/IZStream.h"
 #include "platform/geometry/SubID.h"
+#include "platform/ole/CAtlException.h"
 #include "zdm/host/IZDatabase.h"
 #include "zdm/identity/UID.h"
+
+#include <memory>
+#include <utility>
 
 namespace {
 

@@ -3,10 +3,10 @@
 // "Status" is a bit of the object's status, 0 to 63; positions and list operations: IZList.h.
 #pragma once
 
+#include "zdm/framework/IZList.h"
+
 #include <list>
 #include <vector>
-
-#include "zdm/framework/IZList.h"
 
 class GeArc;
 class GeBox;

@@ -1,8 +1,6 @@
 // Construction, identity, references and copies of a data-model object.
 #pragma once
 
-#include <utility>
-
 #include "platform/geometry/GeBox.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/host/IZDatabase.h"
@@ -10,6 +8,8 @@
 #include "zdm/identity/OID.h"
 #include "zdm/model/IZDMObjectImpl.h"
 #include "zdm/relations/IZReltnVisitor.h"
+
+#include <utility>
 
 template <class T>
 IZDMObjectImpl<T>::IZDMObjectImpl() : oid_(OID::Take(new OID)) {

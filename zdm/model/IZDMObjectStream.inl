@@ -1,8 +1,8 @@
 // The stored form of a data-model object.
 #pragma once
 
-#include "platform/core/CAtlException.h"
 #include "platform/core/IZStream.h"
+#include "platform/ole/CAtlException.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/identity/OID.h"
 #include "zdm/model/IZDMObjectImpl.h"

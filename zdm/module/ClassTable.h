@@ -1,9 +1,9 @@
 // The rows of ClassTable.def as types (for ZDM_OBJECT) and as data (for listings and tests).
 #pragma once
 
-#include <span>
-
 #include "zdm/framework/ZClass.h"
+
+#include <span>
 
 namespace zdm {
 

@@ -1,10 +1,10 @@
 // What happens when the library is loaded, in one place: interface names get their ids, then the
 // creatable classes are registered with the factory in the order of the class table.
-#include <array>
-
 #include "zdm/module/ClassTable.h"
 #include "zdm/module/PendingClasses.h"
 #include "zdm/relations/CZReltnColl.h"
+
+#include <array>
 
 unsigned short zdm::interfaceIDs[zdm::kInterfaceNameCount];
 

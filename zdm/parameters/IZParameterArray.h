@@ -3,9 +3,9 @@
 // by the array to the object that owns it.
 #pragma once
 
-#include <list>
-
 #include "platform/core/IZObject.h"
+
+#include <list>
 
 class ZParaArray;
 struct IZDMObject;

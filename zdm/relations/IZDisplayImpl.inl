@@ -1,10 +1,10 @@
 #pragma once
 
-#include <algorithm>
-#include <cmath>
-
 #include "platform/geometry/GeBox.h"
 #include "platform/geometry/GeMatrix.h"
+
+#include <algorithm>
+#include <cmath>
 
 template <class Base>
 void IZDisplayImpl<Base>::GetBox(double* box, SubID*, GiContext*) {

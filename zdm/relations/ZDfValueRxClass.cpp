@@ -1,8 +1,8 @@
 #include "zdm/relations/ZDfValueRxClass.h"
 
-#include <utility>
-
 #include "zdm/relations/ZDfValues.h"
+
+#include <utility>
 
 ZDfValueRxClass* ZDfValueRxClass::g_pDesc = nullptr;
 

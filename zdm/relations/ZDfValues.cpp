@@ -1,9 +1,5 @@
 #include "zdm/relations/ZDfValues.h"
 
-#include <cmath>
-#include <memory>
-#include <new>
-
 #include "platform/core/IZStream.h"
 #include "platform/geometry/CMT.h"
 #include "zdm/framework/CreateAs.h"
@@ -12,6 +8,10 @@
 #include "zdm/relations/IZReltnColl.h"
 #include "zdm/relations/IZReltnVisitor.h"
 #include "zdm/relations/IZSingleReltn.h"
+
+#include <cmath>
+#include <memory>
+#include <new>
 
 ZDfValue::~ZDfValue() = default;
 bool ZDfValue::Accept(IZDMObject*, IZDMObject*, IZReltnVisitor*) { return false; }

@@ -3,11 +3,11 @@
 // and has length 0. One owner, who frees it with SysFreeString.
 #pragma once
 
-#include <cstring>
-
 #include "platform/Export.h"
 #include "platform/ole/portable/StringCompare.h"
 #include "platform/ole/portable/Types.h"
+
+#include <cstring>
 
 /// A copy of zero-terminated `text`; null for null and when memory runs out.
 ZDM_API BSTR SysAllocString(const OLECHAR* text);

@@ -1,11 +1,11 @@
 #include "platform/ole/portable/ContentStream.h"
 
+#include "platform/ole/portable/StorageMode.h"
+#include "platform/ole/portable/TaskMemory.h"
+
 #include <algorithm>
 #include <cstring>
 #include <new>
-
-#include "platform/ole/portable/StorageMode.h"
-#include "platform/ole/portable/TaskMemory.h"
 
 namespace zdm {
 

@@ -2,10 +2,10 @@
 // just this; StorageStream adds the storage it belongs to.
 #pragma once
 
-#include <memory>
-
 #include "platform/ole/portable/CountedStorage.h"
 #include "platform/ole/portable/StreamContent.h"
+
+#include <memory>
 
 namespace zdm {
 

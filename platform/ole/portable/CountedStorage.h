@@ -2,10 +2,10 @@
 // A new object has count 1: its creator's reference.
 #pragma once
 
-#include <atomic>
-
 #include "platform/ole/portable/Guid.h"
 #include "platform/ole/portable/Stream.h"
+
+#include <atomic>
 
 namespace zdm {
 

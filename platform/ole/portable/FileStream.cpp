@@ -1,4 +1,10 @@
 // SHCreateStreamOnFileEx: a stream over a file.
+#include "platform/ole/portable/ContentStream.h"
+#include "platform/ole/portable/StorageDescriptor.h"
+#include "platform/ole/portable/StorageError.h"
+#include "platform/ole/portable/StorageMode.h"
+#include "platform/system/Text.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,12 +14,6 @@
 #include <new>
 #include <string>
 #include <utility>
-
-#include "platform/ole/portable/ContentStream.h"
-#include "platform/ole/portable/StorageDescriptor.h"
-#include "platform/ole/portable/StorageError.h"
-#include "platform/ole/portable/StorageMode.h"
-#include "platform/system/Text.h"
 
 namespace zdm {
 

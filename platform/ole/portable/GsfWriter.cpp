@@ -1,5 +1,8 @@
 #include "platform/ole/portable/GsfWriter.h"
 
+#include "platform/ole/portable/StorageError.h"
+#include "platform/system/Text.h"
+
 #include <gsf/gsf-outfile-msole.h>
 #include <gsf/gsf-output-stdio.h>
 #include <gsf/gsf-utils.h>
@@ -8,9 +11,6 @@
 #include <memory>
 #include <utility>
 #include <vector>
-
-#include "platform/ole/portable/StorageError.h"
-#include "platform/system/Text.h"
 
 namespace zdm {
 

@@ -2,9 +2,9 @@
 // The same tree gives the same bytes: elements in directory order, no times.
 #pragma once
 
-#include <cstdio>
-
 #include "platform/ole/portable/StorageTree.h"
+
+#include <cstdio>
 
 namespace zdm {
 

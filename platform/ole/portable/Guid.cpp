@@ -1,10 +1,10 @@
 #include "platform/ole/portable/Guid.h"
 
+#include "platform/ole/portable/TaskMemory.h"
+
 #include <map>
 #include <mutex>
 #include <string>
-
-#include "platform/ole/portable/TaskMemory.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 // GUID, its comparisons, its text form and the registry of program names.
 #pragma once
 
-#include <cstring>
-
 #include "platform/Export.h"
 #include "platform/ole/portable/Types.h"
+
+#include <cstring>
 
 struct GUID {
   std::uint32_t Data1;

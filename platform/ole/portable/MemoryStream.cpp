@@ -1,9 +1,9 @@
 // CreateStreamOnHGlobal: a stream over memory.
+#include "platform/ole/portable/ContentStream.h"
+
 #include <memory>
 #include <new>
 #include <utility>
-
-#include "platform/ole/portable/ContentStream.h"
 
 namespace zdm {
 

@@ -1,10 +1,10 @@
 #include "platform/ole/portable/SafeArray.h"
 
-#include <cstdlib>
-#include <cstring>
-
 #include "platform/ole/portable/Bstr.h"
 #include "platform/ole/portable/VariantTypes.h"
+
+#include <cstdlib>
+#include <cstring>
 
 namespace {
 

@@ -1,10 +1,10 @@
 // An open regular file with one owner: closed when the owner goes.
 #pragma once
 
+#include "platform/ole/portable/Types.h"
+
 #include <string>
 #include <utility>
-
-#include "platform/ole/portable/Types.h"
 
 namespace zdm {
 

@@ -1,19 +1,19 @@
 // StgCreateDocfile, StgOpenStorage, StgIsStorageFile.
 #include "platform/ole/portable/StorageDoors.h"
 
-#include <fcntl.h>
-
-#include <memory>
-#include <new>
-#include <string>
-#include <utility>
-
 #include "platform/ole/portable/StorageDescriptor.h"
 #include "platform/ole/portable/StorageError.h"
 #include "platform/ole/portable/StorageMode.h"
 #include "platform/ole/portable/StorageObject.h"
 #include "platform/ole/portable/StorageSave.h"
 #include "platform/ole/portable/StorageTree.h"
+
+#include <fcntl.h>
+
+#include <memory>
+#include <new>
+#include <string>
+#include <utility>
 
 namespace zdm {
 

@@ -1,9 +1,9 @@
 #include "platform/ole/portable/StorageEnum.h"
 
+#include "platform/ole/portable/ContentStream.h"
+
 #include <new>
 #include <utility>
-
-#include "platform/ole/portable/ContentStream.h"
 
 namespace zdm {
 

@@ -2,13 +2,13 @@
 // element, so that elements may come and go meanwhile.
 #pragma once
 
-#include <memory>
-#include <string>
-
 #include "platform/ole/portable/CountedStorage.h"
 #include "platform/ole/portable/Storage.h"
 #include "platform/ole/portable/StorageScope.h"
 #include "platform/ole/portable/StorageTree.h"
+
+#include <memory>
+#include <string>
 
 namespace zdm {
 

@@ -1,11 +1,11 @@
 #include "platform/ole/portable/StorageError.h"
 
+#include "platform/system/Text.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
-
-#include "platform/system/Text.h"
 
 namespace zdm {
 

@@ -1,9 +1,9 @@
 // The results that stand for an error of the operating system, and paths in its encoding.
 #pragma once
 
-#include <string>
-
 #include "platform/ole/portable/Stream.h"
+
+#include <string>
 
 namespace zdm {
 

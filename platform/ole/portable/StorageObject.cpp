@@ -1,13 +1,13 @@
 #include "platform/ole/portable/StorageObject.h"
 
-#include <new>
-#include <utility>
-
 #include "platform/ole/portable/StorageEnum.h"
 #include "platform/ole/portable/StorageError.h"
 #include "platform/ole/portable/StorageMode.h"
 #include "platform/ole/portable/StorageSave.h"
 #include "platform/ole/portable/StorageStream.h"
+
+#include <new>
+#include <utility>
 
 namespace zdm {
 

@@ -6,13 +6,13 @@
 // answers STG_E_REVERTED from then on.
 #pragma once
 
-#include <memory>
-#include <string>
-
 #include "platform/ole/portable/CountedStorage.h"
 #include "platform/ole/portable/Storage.h"
 #include "platform/ole/portable/StorageScope.h"
 #include "platform/ole/portable/StorageTree.h"
+
+#include <memory>
+#include <string>
 
 namespace zdm {
 

@@ -1,5 +1,9 @@
 #include "platform/ole/portable/StorageSave.h"
 
+#include "platform/ole/portable/GsfWriter.h"
+#include "platform/ole/portable/StorageDescriptor.h"
+#include "platform/ole/portable/StorageError.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,10 +14,6 @@
 #include <cstdlib>
 #include <memory>
 #include <vector>
-
-#include "platform/ole/portable/GsfWriter.h"
-#include "platform/ole/portable/StorageDescriptor.h"
-#include "platform/ole/portable/StorageError.h"
 
 namespace zdm {
 

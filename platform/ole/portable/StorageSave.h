@@ -2,9 +2,9 @@
 // file is there, whole.
 #pragma once
 
-#include <string>
-
 #include "platform/ole/portable/StorageTree.h"
+
+#include <string>
 
 namespace zdm {
 

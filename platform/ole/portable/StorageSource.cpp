@@ -1,12 +1,12 @@
 #include "platform/ole/portable/StorageSource.h"
 
+#include "platform/ole/portable/StorageError.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
 #include <utility>
-
-#include "platform/ole/portable/StorageError.h"
 
 namespace zdm {
 

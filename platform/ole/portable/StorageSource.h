@@ -3,12 +3,12 @@
 // file that shrinks meanwhile gives a read error, not a crash.
 #pragma once
 
+#include "platform/ole/CompoundFileCheck.h"
+#include "platform/ole/portable/StorageDescriptor.h"
+
 #include <memory>
 #include <string>
 #include <vector>
-
-#include "platform/ole/CompoundFileCheck.h"
-#include "platform/ole/portable/StorageDescriptor.h"
 
 namespace zdm {
 

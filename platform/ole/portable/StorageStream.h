@@ -1,11 +1,11 @@
 // An IStream over a stream element of a storage. A stream and its clones share one scope.
 #pragma once
 
-#include <memory>
-
 #include "platform/ole/portable/ContentStream.h"
 #include "platform/ole/portable/StorageScope.h"
 #include "platform/ole/portable/StorageTree.h"
+
+#include <memory>
 
 namespace zdm {
 

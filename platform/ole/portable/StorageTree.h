@@ -4,13 +4,13 @@
 // tree lives on with them, marked. Nothing here recurses; depth is bounded by kMaxStorageDepth.
 #pragma once
 
+#include "platform/ole/CompoundFile.h"
+#include "platform/ole/portable/StreamContent.h"
+
 #include <memory>
 #include <set>
 #include <string>
 #include <string_view>
-
-#include "platform/ole/CompoundFile.h"
-#include "platform/ole/portable/StreamContent.h"
 
 namespace zdm {
 

@@ -3,12 +3,12 @@
 // Bytes nobody wrote read as zeros and take no memory.
 #pragma once
 
+#include "platform/ole/portable/StorageSource.h"
+#include "platform/ole/portable/Stream.h"
+
 #include <algorithm>
 #include <memory>
 #include <vector>
-
-#include "platform/ole/portable/StorageSource.h"
-#include "platform/ole/portable/Stream.h"
 
 namespace zdm {
 

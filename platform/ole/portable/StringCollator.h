@@ -3,6 +3,8 @@
 // punctuation and spaces, and takes digits one by one, in whatever locale. From any thread.
 #pragma once
 
+#include "platform/ole/portable/Types.h"
+
 #include <unicode/ucol.h>
 
 #include <array>
@@ -11,8 +13,6 @@
 #include <memory>
 #include <string_view>
 #include <vector>
-
-#include "platform/ole/portable/Types.h"
 
 namespace zdm {
 

@@ -1,10 +1,10 @@
 #include "platform/ole/portable/StringCompare.h"
 
-#include <new>
-#include <string>
-
 #include "platform/ole/portable/Bstr.h"
 #include "platform/ole/portable/StringCollator.h"
+
+#include <new>
+#include <string>
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "platform/ole/portable/Variant.h"
 
-#include <cstring>
-
 #include "platform/ole/portable/VariantTypes.h"
+
+#include <cstring>
 
 namespace {
 

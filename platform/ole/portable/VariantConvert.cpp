@@ -1,17 +1,17 @@
 // VariantChangeTypeEx: every source becomes an exact decimal number, a real or a text, and each
 // target says what it takes of these.
+#include "platform/ole/portable/Variant.h"
+#include "platform/ole/portable/VariantDate.h"
+#include "platform/ole/portable/VariantDecimal.h"
+#include "platform/ole/portable/VariantNumberText.h"
+#include "platform/ole/portable/VariantTypes.h"
+
 #include <cmath>
 #include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
-
-#include "platform/ole/portable/Variant.h"
-#include "platform/ole/portable/VariantDate.h"
-#include "platform/ole/portable/VariantDecimal.h"
-#include "platform/ole/portable/VariantNumberText.h"
-#include "platform/ole/portable/VariantTypes.h"
 
 namespace {
 

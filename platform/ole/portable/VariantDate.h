@@ -1,11 +1,11 @@
 // Dates in text, as the invariant locale reads and writes them, and what a DATE may be.
 #pragma once
 
+#include "platform/ole/portable/Variant.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "platform/ole/portable/Variant.h"
 
 namespace zdm {
 

@@ -1,10 +1,10 @@
 // Exact decimal numbers: what DECIMAL, currency, integers and the digits of a text have in common.
 #pragma once
 
+#include "platform/ole/portable/Variant.h"
+
 #include <optional>
 #include <string>
-
-#include "platform/ole/portable/Variant.h"
 
 namespace zdm {
 

@@ -1,11 +1,11 @@
 // Numbers in text, as the invariant locale reads and writes them.
 #pragma once
 
+#include "platform/ole/portable/VariantDecimal.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "platform/ole/portable/VariantDecimal.h"
 
 namespace zdm {
 

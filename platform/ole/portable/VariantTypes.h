@@ -1,9 +1,9 @@
 // Which type codes a VARIANT may have, and how long their values are.
 #pragma once
 
-#include <cstddef>
-
 #include "platform/ole/portable/VarTypes.h"
+
+#include <cstddef>
 
 namespace zdm {
 

@@ -3,6 +3,7 @@
 #include <platform/core/ZCore.h>
 #include <zdm/framework/ZRefPtr.h>
 #include <zdm/module/ClassTable.h>
+
 #include <cstdio>
 
 int main() {

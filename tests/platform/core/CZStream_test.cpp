@@ -1,19 +1,19 @@
 // The serialization stream: bytes, strings, positions, and what happens when the IStream fails.
 #include "platform/core/CZStream.h"
 
+#include "platform/core/ZCore.h"
+#include "platform/ole/Bstr.h"
+#include "platform/ole/CAtlException.h"
+#include "tests/support/ByteStream.h"
+#include "tests/support/Thrown.h"
+#include "zdm/framework/ZRefPtr.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <random>
 #include <string>
 #include <vector>
-
-#include "platform/core/CAtlException.h"
-#include "platform/core/ZCore.h"
-#include "platform/ole/Bstr.h"
-#include "tests/support/ByteStream.h"
-#include "tests/support/Thrown.h"
-#include "zdm/framework/ZRefPtr.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // Planes, arcs and curves against what they are defined by: their points.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
 #include "platform/geometry/GeArc.h"
 #include "platform/geometry/GeCurve.h"
 #include "platform/geometry/GePlane.h"
 #include "tests/platform/geometry/Near.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace {
 

@@ -1,13 +1,13 @@
 // What boxes unite to, and where their six values stand.
 #include "platform/geometry/GeBox.h"
 
+#include "platform/geometry/GeMatrix.h"
+#include "tests/platform/geometry/Near.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
 #include <limits>
-
-#include "platform/geometry/GeMatrix.h"
-#include "tests/platform/geometry/Near.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // Which way placements act, in which order they combine, and when there is a way back.
 #include "platform/geometry/GeMatrix.h"
 
+#include "tests/platform/geometry/Near.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
-
-#include "tests/platform/geometry/Near.h"
 
 namespace {
 

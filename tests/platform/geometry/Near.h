@@ -1,12 +1,12 @@
 // Comparisons of geometry for tests, with messages that show the values.
 #pragma once
 
+#include "platform/geometry/GeMatrix.h"
+#include "platform/geometry/XYZ.h"
+
 #include <gtest/gtest.h>
 
 #include <ostream>
-
-#include "platform/geometry/GeMatrix.h"
-#include "platform/geometry/XYZ.h"
 
 inline void PrintTo(const XYZ& p, std::ostream* out) {
   *out << "(" << p.x << ", " << p.y << ", " << p.z << ")";

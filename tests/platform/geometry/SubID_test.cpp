@@ -1,12 +1,12 @@
 // The names of parts: their order, their bytes, and bytes that are none.
 #include "platform/geometry/SubID.h"
 
+#include "platform/ole/CAtlException.h"
+#include "tests/support/ByteStream.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
-
-#include "platform/core/CAtlException.h"
-#include "tests/support/ByteStream.h"
 
 namespace {
 

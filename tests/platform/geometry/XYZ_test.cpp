@@ -1,11 +1,11 @@
 // Where points stop being the same, and vectors stop having a direction.
 #include "platform/geometry/XYZ.h"
 
+#include "tests/platform/geometry/Near.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
-
-#include "tests/platform/geometry/Near.h"
 
 namespace {
 

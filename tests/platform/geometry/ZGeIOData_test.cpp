@@ -1,9 +1,9 @@
 // Who holds the answer to a question for geometry.
 #include "platform/geometry/ZGeIOData.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/geometry/IGePlane.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,10 +1,10 @@
 // The small string of diagnostics.
 #include "platform/ole/CStringW.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/ole/Bstr.h"
 #include "platform/system/Text.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -4,12 +4,12 @@
 //   places of the FAT (DIFAT)
 #pragma once
 
+#include "platform/ole/CompoundFile.h"
+#include "platform/ole/ole.h"
+
 #include <map>
 #include <string>
 #include <vector>
-
-#include "platform/ole/CompoundFile.h"
-#include "platform/ole/ole.h"
 
 namespace zdm::test {
 

@@ -1,13 +1,13 @@
 // What the check of compound files accepts, what it refuses and as what.
 #include "platform/ole/CompoundFileCheck.h"
 
+#include "StorageSupport.h"
+#include "platform/ole/StorageFile.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <ostream>
-
-#include "StorageSupport.h"
-#include "platform/ole/StorageFile.h"
 
 namespace zdm {
 

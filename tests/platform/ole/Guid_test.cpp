@@ -1,10 +1,10 @@
 // The text form of a GUID, both ways, and program names.
+#include "platform/ole/ole.h"
+#include "platform/system/Text.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
-
-#include "platform/ole/ole.h"
-#include "platform/system/Text.h"
 
 namespace {
 

@@ -1,5 +1,9 @@
 // What our own storages promise beyond the system's: whole files or none, equal bytes for equal
 // content, bounded memory, names that libgsf and the system agree on.
+#include "StorageSupport.h"
+#include "platform/ole/StorageFile.h"
+#include "platform/system/Text.h"
+
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -10,10 +14,6 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
-
-#include "StorageSupport.h"
-#include "platform/ole/StorageFile.h"
-#include "platform/system/Text.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define ZDM_ADDRESS_SANITIZER 1

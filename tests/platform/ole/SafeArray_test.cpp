@@ -1,9 +1,9 @@
 // One-dimensional safe arrays: bounds, elements and their ownership, locks.
+#include "platform/ole/Bstr.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
-
-#include "platform/ole/Bstr.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include "StorageSupport.h"
 
+#include "platform/ole/StorageFile.h"
+#include "platform/system/Text.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-
-#include "platform/ole/StorageFile.h"
-#include "platform/system/Text.h"
 
 namespace zdm::test {
 

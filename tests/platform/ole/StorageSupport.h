@@ -2,14 +2,14 @@
 // a whole tree as text.
 #pragma once
 
+#include "CompoundBuilder.h"
+#include "platform/ole/OleRef.h"
+#include "platform/ole/ole.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
-
-#include "CompoundBuilder.h"
-#include "platform/ole/OleRef.h"
-#include "platform/ole/ole.h"
 
 namespace zdm::test {
 

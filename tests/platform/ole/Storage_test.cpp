@@ -1,10 +1,10 @@
 // Storages: elements by name, what is refused, lifetime, and what is in the file afterwards.
+#include "StorageSupport.h"
+#include "platform/ole/StorageFile.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
-
-#include "StorageSupport.h"
-#include "platform/ole/StorageFile.h"
 
 namespace zdm::test {
 namespace {

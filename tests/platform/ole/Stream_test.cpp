@@ -1,12 +1,12 @@
 // What every IStream does, whatever it stands on: memory, a file, a stream element of a storage
 // that was just made, or one read from a file. The system's own streams are held to the same.
+#include "StorageSupport.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
 #include <memory>
-
-#include "StorageSupport.h"
 
 namespace zdm::test {
 namespace {

@@ -1,8 +1,8 @@
 // Which names count as equal. On Windows the system answers, elsewhere the portable comparison.
-#include <gtest/gtest.h>
-
 #include "platform/ole/Bstr.h"
 #include "platform/system/Text.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

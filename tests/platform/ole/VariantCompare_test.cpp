@@ -1,9 +1,9 @@
 // VarCmp, on which the merging of properties relies.
+#include "tests/platform/ole/VariantTestSupport.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
-
-#include "tests/platform/ole/VariantTestSupport.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 // What a value becomes as another type, through the invariant locale.
+#include "tests/platform/ole/VariantTestSupport.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <vector>
-
-#include "tests/platform/ole/VariantTestSupport.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // The stream form of a value: its bytes, what comes back, and what damage does.
 #include "platform/ole/VariantStream.h"
 
+#include "tests/platform/ole/VariantTestSupport.h"
+#include "tests/support/TestStream.h"
+
 #include <gtest/gtest.h>
 
 #include <vector>
-
-#include "tests/platform/ole/VariantTestSupport.h"
-#include "tests/support/TestStream.h"
 
 namespace {
 

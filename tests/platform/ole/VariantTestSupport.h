@@ -1,12 +1,12 @@
 // Short words for values and their conversions.
 #pragma once
 
+#include "platform/ole/Variant.h"
+#include "platform/ole/ole.h"
+
 #include <cstdio>
 #include <cstring>
 #include <string>
-
-#include "platform/ole/Variant.h"
-#include "platform/ole/ole.h"
 
 namespace zdm::test {
 

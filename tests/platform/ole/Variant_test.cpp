@@ -1,8 +1,8 @@
 // Clearing and copying values, and the wrapper that owns one.
-#include <gtest/gtest.h>
-
 #include "platform/ole/tagZVARIANT.h"
 #include "tests/platform/ole/VariantTestSupport.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -3,15 +3,15 @@
 //   storage_exchange write FILE   makes the file
 //   storage_exchange list FILE    one line per stream: CRC-32, size, path; or why it is refused
 //   storage_exchange change FILE  adds, replaces and removes elements of a file that `write` made
-#include <cstdio>
-#include <cstring>
-#include <string>
-#include <vector>
-
 #include "CompoundBuilder.h"
 #include "platform/ole/OleRef.h"
 #include "platform/ole/StorageFile.h"
 #include "platform/system/Text.h"
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
 
 namespace zdm::test {
 namespace {

@@ -1,12 +1,12 @@
 // Environment variables as 16-bit text.
 #include "platform/system/Environment.h"
 
+#include "platform/system/Text.h"
+
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <cstdlib>
-
-#include "platform/system/Text.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // Debugger output and message boxes through their sinks.
 #include "platform/system/Output.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/support/CapturedOutput.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 
