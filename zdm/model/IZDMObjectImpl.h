@@ -163,6 +163,9 @@ class IZDMObjectImpl : public IZDisplayImpl<IZObjectImpl<T>> {
   virtual bool ReservedQuery16() { return true; }
 
  protected:
+  /// What stands in a body before the class's own data.
+  void LoadAttachments(IZStream* stream, IZDatabase* database);
+
   OID* oid_;                              // owned; an ID table that lists it keeps it
   OID* ownerOid_ = nullptr;               // borrowed
   ZRefPtr<IZExtDataMgr> extDataMgr_;      // null until first used

@@ -117,13 +117,18 @@ template <class T>
 void IZDMObjectImpl<T>::LoadBody(IZStream* stream, IZDatabase* database) {
   ULONG length;  // for readers that skip the body
   stream->Read(&length, sizeof(length));
+  LoadAttachments(stream, database);
+  this->LoadOwnData(stream, database);
+}
+
+template <class T>
+void IZDMObjectImpl<T>::LoadAttachments(IZStream* stream, IZDatabase* database) {
   this->LoadExtData(stream, database);
   BYTE flag;
   stream->Read(&flag, 1);
   if (flag == 1) LoadRelations(stream, database);
   stream->Read(&flag, 1);
   if (flag == 1) LoadParameters(stream, database);
-  this->LoadOwnData(stream, database);
 }
 
 template <class T>

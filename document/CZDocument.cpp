@@ -1,0 +1,110 @@
+#include "document/CZDocument.h"
+
+#include "document/CZDMAbsentObject.h"
+#include "document/DocumentError.h"
+#include "document/DocumentReader.h"
+#include "document/DocumentWriter.h"
+#include "zdm/identity/OID.h"
+
+#include <algorithm>
+#include <memory>
+
+ZDM_OBJECT_BODY(CZDocument)
+
+CZDocument::CZDocument() {
+  oids_.Init();
+  oid_->ID = zdm::kRootID;
+  oid_->SetStatus(ZOS_ATTACHED, 0);
+  oid_->SetStatus(ZOS_VALID, 0);
+  oids_.SetRootOID(oid_);
+  SetOwnerOID(oid_);
+}
+
+// Objects go before the tables. One that somebody still holds has no owner any more, since its
+// owner's record goes.
+CZDocument::~CZDocument() {
+  oids_.SetProgressMeter(nullptr);
+  strays_.clear();
+  RemoveAll();
+  for (const OID* oid : oids_.GetOIDs()) {
+    if (oid->Object != nullptr) oid->Object->SetOwnerOID(nullptr);
+  }
+  SetOwnerOID(nullptr);
+  for (const auto& [id, oid] : lost_) delete oid;
+}
+
+ZRefPtr<CZDocument> CZDocument::Open(const std::filesystem::path& path, IZProgressMeter* meter) {
+  auto document = zdm::MakeObject<CZDocument, CZDocument>();
+  zdm::DocumentReader(path).Read(*document, meter);
+  document->path_ = path;
+  document->isModified_ = false;
+  return document;
+}
+
+void CZDocument::Save() {
+  if (path_.empty()) {
+    throw zdm::DocumentError(zdm::DocumentFault::kNotFound, E_INVALIDARG, "no file to save to");
+  }
+  SaveAs(path_);
+}
+
+void CZDocument::SaveAs(const std::filesystem::path& path) {
+  zdm::DocumentWriter(*this).Write(path);
+  path_ = path;
+  isModified_ = false;
+}
+
+OID* CZDocument::GetOIDByID(LONG id) {
+  OID* oid = oids_.GetOIDByID(id);
+  if (oid != nullptr || !isLoading_ || id == 0) return oid;
+  const auto found = lost_.find(id);
+  if (found != lost_.end()) return found->second;
+  auto made = std::make_unique<OID>(0, 0, id, nullptr);
+  lost_.emplace(id, made.get());
+  return made.release();
+}
+
+void CZDocument::CreateByType(BYTE, IZDMObject** out) {
+  *out = zdm::MakeObject<IZDMObject, CZDMAbsentObject>().Detach();
+}
+
+void CZDocument::GetMergeStrategy(IZDMObjMgr*, IZDMObjColl*, IZMergeStrategy** out) {
+  *out = ZRefPtr<IZMergeStrategy>(mergeStrategy_).Detach();
+}
+
+bool CZDocument::JudgeSame(IZDMObject* other) { return other == static_cast<IZDMObject*>(this); }
+
+void CZDocument::BeginLoading() { isLoading_ = true; }
+
+void CZDocument::EndLoading() {
+  isLoading_ = false;
+  ListLostRecords();
+  oids_.SetupOwner();
+  KeepStrays();
+  ValidateManagers();
+}
+
+void CZDocument::ListLostRecords() {
+  if (lost_.empty()) return;
+  for (const auto& [id, oid] : lost_) oids_.AddOID(oid);
+  lost_.clear();
+  oids_.ReSort();
+}
+
+/// What SetupOwner attached to nothing: the creation reference is taken over.
+void CZDocument::KeepStrays() {
+  for (OID* oid : oids_.GetOIDs()) {
+    if (oid->Object == nullptr || oid->JudgeStatus(ZOS_VALID)) continue;
+    strays_.push_back(zdm::Attached(oid->Object));
+    oid->SetStatus(ZOS_VALID, 0);
+  }
+}
+
+/// Over a copy of the table, since a manager may add objects as it checks itself.
+void CZDocument::ValidateManagers() {
+  const std::vector<OID*> oids = oids_.GetOIDs();
+  for (const OID* oid : oids) {
+    if (oid->Object == nullptr || !oid->JudgeStatus(ZOS_VALID)) continue;
+    if (auto* manager = zdm::ViewAs<IZDMObjMgr>(oid->Object)) manager->AssertValid(this);
+  }
+}

@@ -1,0 +1,108 @@
+// One document: the root of its objects, their ID table and path table, and the file they are kept
+// in. The root is a manager, has ID -1 and owns itself; what it owns is the document's content.
+// Objects, relations and collections taken from a document must be released before it: its records
+// go with it. New documents are made with zdm::MakeObject or through the factory.
+#pragma once
+
+#include "document/ClassTable.h"
+#include "zdm/host/IZDMModel.h"
+#include "zdm/host/IZDatabase.h"
+#include "zdm/host/IZMergeStrategy.h"
+#include "zdm/host/IZOptPath.h"
+#include "zdm/host/IZPersistStrategy.h"
+#include "zdm/host/IZProgressMeter.h"
+#include "zdm/identity/COIDManager.h"
+#include "zdm/identity/CPIDManager.h"
+#include "zdm/model/IZDMObjMgrImpl.h"
+
+#include <filesystem>
+#include <unordered_map>
+#include <vector>
+
+class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
+                   public IZObjectImpl<IZDatabase>,
+                   public IZObjectImpl<IZDMModel> {
+  ZDM_OBJECT(CZDocument)
+ public:
+  using IZDMObjMgrImpl::CopyFrom;
+  using IZDMObjMgrImpl::JudgeSame;
+
+  /// Empty, with nothing in its tables and no file.
+  CZDocument();
+  ~CZDocument() override;
+
+  // File. What fails throws zdm::DocumentError.
+
+  /// Opens the document at `path`, which stays closed afterwards: a document lives in memory.
+  /// kDamaged when a byte of it is not as it was saved; zdm::Salvage gets out what there is.
+  /// @param meter  told the number of records and stepped by each; may be null.
+  static ZRefPtr<CZDocument> Open(const std::filesystem::path& path,
+                                  IZProgressMeter* meter = nullptr);
+  /// Saves where it was opened or saved last. At every moment the old or the new file is there,
+  /// whole. Saving what was opened and not changed gives the same bytes.
+  void Save();
+  /// Saves at `path`, in place of any file there; that is the document's file from then on.
+  void SaveAs(const std::filesystem::path& path);
+  /// Of the last opening or saving; empty for a new document.
+  const std::filesystem::path& GetPath() const { return path_; }
+  /// Something was added since, or SetModified was called.
+  bool IsModified() const { return isModified_; }
+  void SetModified(bool modified) { isModified_ = modified; }
+
+  // What the host may put in; null takes it away. One reference is kept.
+
+  void SetPersistStrategy(IZPersistStrategy* strategy) { persistStrategy_ = strategy; }
+  void SetMergeStrategy(IZMergeStrategy* strategy) { mergeStrategy_ = strategy; }
+  void SetMergeOption(BYTE option) { mergeOption_ = option; }
+  void SetOptPath(IZOptPath* path) { optPath_ = path; }
+
+  // IZDatabase.
+  COIDManager* GetOIDManager() override { return &oids_; }
+  CPIDManager* GetPIDManager() override { return &pids_; }
+  /// While objects are read also a new record for an ID that is not listed: the ID referred to is
+  /// kept although its object is lost.
+  OID* GetOIDByID(LONG id) override;
+  void OnStateChanged(LONG) override { isModified_ = true; }
+  /// A CZDMAbsentObject, for every type.
+  void CreateByType(BYTE type, IZDMObject** out) override;
+  IZPersistStrategy* GetPersistStrategy() override { return persistStrategy_; }
+  void GetMergeStrategy(IZDMObjMgr* target, IZDMObjColl* added, IZMergeStrategy** out) override;
+  BYTE GetMergeOption(IZDMObject*, IZDMObject*) override { return mergeOption_; }
+  IZOptPath* GetOptPath() override { return optPath_; }
+
+  // IZDMModel.
+  IZDMObjMgr* GetMaterialMgr() override { return nullptr; }
+  IZDispAttrib* GetDefaultDispAttrib() override { return nullptr; }
+
+  /// The document itself: same content does not make two documents one.
+  bool JudgeSame(IZDMObject* other) override;
+
+  // For readers of files.
+
+  /// From here on IDs that are referred to and not listed get records.
+  void BeginLoading();
+  /// Lists those records, attaches every object to its manager, and has the managers check
+  /// themselves. Objects whose owner is no manager stay valid in the document without one.
+  void EndLoading();
+  /// Objects that are valid and in no manager's list; the document holds them.
+  const std::vector<ZRefPtr<IZDMObject>>& GetStrays() const { return strays_; }
+
+ private:
+  friend class DocumentWriter;
+
+  void ListLostRecords();
+  void KeepStrays();
+  void ValidateManagers();
+
+  COIDManager oids_;
+  CPIDManager pids_;
+  std::filesystem::path path_;
+  bool isModified_ = false;
+  bool isLoading_ = false;
+  BYTE mergeOption_ = 0;
+  std::unordered_map<LONG, OID*> lost_;  // records made since BeginLoading; owned until EndLoading
+  std::vector<ZRefPtr<IZDMObject>> strays_;
+  ZRefPtr<IZPersistStrategy> persistStrategy_;
+  ZRefPtr<IZMergeStrategy> mergeStrategy_;
+  ZRefPtr<IZOptPath> optPath_;
+};

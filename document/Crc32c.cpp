@@ -1,0 +1,52 @@
+#include "document/Crc32c.h"
+
+#include <array>
+#include <cstring>
+
+namespace zdm {
+
+namespace {
+
+constexpr ULONG kReflected = 0x82F63B78;
+constexpr std::size_t kStep = 8;  // bytes per turn; one table for each
+
+using Tables = std::array<std::array<ULONG, 256>, kStep>;
+
+constexpr Tables MakeTables() {
+  Tables tables = {};
+  for (ULONG value = 0; value < 256; ++value) {
+    ULONG crc = value;
+    for (int bit = 0; bit < 8; ++bit) crc = (crc >> 1) ^ ((crc & 1) != 0 ? kReflected : 0);
+    tables[0][value] = crc;
+  }
+  for (std::size_t i = 1; i < kStep; ++i) {
+    for (std::size_t value = 0; value < 256; ++value) {
+      const ULONG crc = tables[i - 1][value];
+      tables[i][value] = (crc >> 8) ^ tables[0][crc & 0xFF];
+    }
+  }
+  return tables;
+}
+
+constexpr Tables kTables = MakeTables();
+
+}  // namespace
+
+ULONG Crc32c(std::span<const BYTE> bytes, ULONG before) {
+  ULONG crc = ~before;
+  while (bytes.size() >= kStep) {
+    ULONG low;
+    ULONG high;
+    std::memcpy(&low, bytes.data(), 4);
+    std::memcpy(&high, bytes.data() + 4, 4);
+    low ^= crc;
+    crc = kTables[7][low & 0xFF] ^ kTables[6][(low >> 8) & 0xFF] ^ kTables[5][(low >> 16) & 0xFF] ^
+          kTables[4][low >> 24] ^ kTables[3][high & 0xFF] ^ kTables[2][(high >> 8) & 0xFF] ^
+          kTables[1][(high >> 16) & 0xFF] ^ kTables[0][high >> 24];
+    bytes = bytes.subspan(kStep);
+  }
+  for (const BYTE byte : bytes) crc = (crc >> 8) ^ kTables[0][(crc ^ byte) & 0xFF];
+  return ~crc;
+}
+
+}  // namespace zdm

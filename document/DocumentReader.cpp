@@ -1,0 +1,172 @@
+#include "document/DocumentReader.h"
+
+#include "document/CZDMAbsentObject.h"
+#include "document/CZDocument.h"
+#include "document/Crc32c.h"
+#include "document/DocumentError.h"
+#include "document/ManagerOrder.h"
+#include "document/ObjectRecord.h"
+#include "document/PathText.h"
+#include "platform/ole/CAtlException.h"
+#include "platform/ole/StorageFile.h"
+#include "zdm/identity/OID.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace zdm {
+
+DocumentReader::DocumentReader(const std::filesystem::path& path)
+    : name_(ToUtf8(WideName(path))) {
+  const DWORD mode = STGM_READ | STGM_SHARE_DENY_WRITE;
+  Check(OpenStorage(WideName(path).c_str(), mode, root_.Out()), name_);
+  ReadVersion();
+  ReadIndex();
+}
+
+void DocumentReader::Damaged(const std::string& what) const {
+  throw DocumentError(DocumentFault::kDamaged, STG_E_DOCFILECORRUPT,
+                      name_ + ": damaged (" + what + ")");
+}
+
+std::vector<BYTE> DocumentReader::ReadStream(const OLECHAR* name, ULONG checksum) {
+  std::vector<BYTE> bytes;
+  const HRESULT result = ReadBytes(root_.Get(), name, &bytes);
+  if (result == STG_E_FILENOTFOUND) Damaged("no stream " + ToUtf8(name));
+  Check(result, name_);
+  if (Crc32c(bytes) != checksum) Damaged("checksum of stream " + ToUtf8(name));
+  return bytes;
+}
+
+void DocumentReader::ReadVersion() {
+  std::vector<BYTE> bytes;
+  const HRESULT result = ReadBytes(root_.Get(), kVersionStream, &bytes);
+  const bool isOurs =
+      SUCCEEDED(result) && bytes.size() >= 12 && std::ranges::equal(kMagic, std::span(bytes).first(8));
+  if (!isOurs) {
+    STATSTG stat = {};
+    if (FAILED(root_->Stat(&stat, STATFLAG_NONAME)) || !(stat.clsid == CZDocument::kClassID)) {
+      throw DocumentError(DocumentFault::kNotDocument, STG_E_FILEALREADYEXISTS,
+                          name_ + ": not a document");
+    }
+    Damaged("version record");
+  }
+  std::memcpy(&version_, bytes.data(), std::min(bytes.size(), sizeof(version_)));
+  if (version_.version > kFormatVersion) {
+    throw DocumentError(DocumentFault::kNewerFormat, STG_E_OLDFORMAT,
+                        name_ + ": written in format " + std::to_string(version_.version) +
+                            "; this version of the library reads up to " +
+                            std::to_string(kFormatVersion));
+  }
+  const auto fields = std::span<const BYTE>(bytes).first(
+      std::min(bytes.size(), offsetof(VersionRecord, checksum)));
+  if (bytes.size() != sizeof(version_) || Crc32c(fields) != version_.checksum) {
+    Damaged("version record");
+  }
+}
+
+void DocumentReader::ReadIndex() {
+  const std::vector<BYTE> bytes = ReadStream(kIndexStream, version_.indexChecksum);
+  const ULONGLONG count = ULONGLONG{version_.objectCount} + version_.embeddedCount;
+  if (bytes.size() != count * sizeof(IndexEntry)) Damaged("length of the index");
+  index_.resize(static_cast<std::size_t>(count));
+  if (!bytes.empty()) std::memcpy(index_.data(), bytes.data(), bytes.size());
+}
+
+DocumentInfo DocumentReader::GetInfo() const {
+  DocumentInfo info = {version_.version, version_.idCount, version_.objectCount,
+                       version_.embeddedCount};
+  ULONG last = ~ULONG{0};
+  for (const IndexEntry& entry : index_) {
+    if (entry.chunk != last) ++info.chunks;
+    last = entry.chunk;
+    info.recordBytes += entry.length;
+    info.largestRecord = std::max(info.largestRecord, entry.length);
+  }
+  if (!index_.empty()) {
+    const auto [lowest, highest] = std::ranges::minmax(index_, {}, &IndexEntry::id);
+    info.lowestId = lowest.id;
+    info.highestId = highest.id;
+  }
+  return info;
+}
+
+void DocumentReader::Read(CZDocument& document, IZProgressMeter* meter) try {
+  ReadTables(document, meter);
+  document.BeginLoading();
+  ReadObjects(document, meter);
+  ReadRoot(document);
+  document.EndLoading();
+  BytesStream order(ReadStream(kOrderStream, version_.orderChecksum));
+  const auto stream = MakeObject<IZStream, CZStream>();
+  Check(stream->AttachStream(&order), name_);
+  if (!LoadOrder(document, stream)) Damaged("order of managers");
+  document.GetOIDManager()->SetProgressMeter(nullptr);
+} catch (const CAtlException& failure) {
+  throw ErrorOf(failure.m_hr, name_);
+}
+
+void DocumentReader::ReadTables(CZDocument& document, IZProgressMeter* meter) {
+  COIDManager& ids = *document.GetOIDManager();
+  ids.SetProgressMeter(meter);
+  const auto stream = MakeObject<IZStream, CZStream>();
+  BytesStream table(ReadStream(kIDsStream, version_.idsChecksum));
+  Check(stream->AttachStream(&table), name_);
+  const bool isComplete = ids.Load(stream);
+  if (!isComplete || ids.GetOIDs().size() != version_.idCount) Damaged("ID table");
+  if (!std::ranges::is_sorted(ids.GetOIDs(), {}, &OID::ID)) ids.ReSort();
+
+  BytesStream paths(ReadStream(kPathsStream, version_.pathsChecksum));
+  Check(stream->AttachStream(&paths), name_);
+  if (!document.GetPIDManager()->Load(stream, &ids)) Damaged("path table");
+  Check(stream->AttachStream(nullptr), name_);
+}
+
+void DocumentReader::ReadObjects(CZDocument& document, IZProgressMeter* meter) {
+  ChunkReader objects(root_.Get(), kObjectsStorage);
+  ULONG chunk = 0;
+  for (auto first = index_.begin(); first != index_.end(); ++chunk) {
+    if (first->chunk != chunk) Damaged("index");
+    const auto last =
+        std::find_if(first, index_.end(), [&](const auto& entry) { return entry.chunk != chunk; });
+    std::vector<BYTE> bytes;
+    const HRESULT result = objects.Read(chunk, &bytes);
+    if (result == STG_E_FILENOTFOUND) Damaged("missing stream of objects");
+    Check(result, name_);
+    ReadChunk(document, {first, last}, std::move(bytes));
+    if (meter != nullptr) meter->Step(static_cast<LONG>(last - first));
+    first = last;
+  }
+}
+
+/// The records tile the stream.
+void DocumentReader::ReadChunk(CZDocument& document, std::span<const IndexEntry> entries,
+                               std::vector<BYTE> bytes) {
+  BytesStream content(std::move(bytes));
+  const std::span<const BYTE> all = content.bytes;
+  ULONGLONG end = 0;
+  for (const IndexEntry& entry : entries) {
+    if (entry.offset != end || entry.length > all.size() - end) Damaged("index");
+    end += entry.length;
+    const auto record = all.subspan(entry.offset, entry.length);
+    if (Crc32c(record) != entry.checksum) {
+      Damaged("checksum of object " + std::to_string(entry.id));
+    }
+  }
+  if (end != all.size()) Damaged("length of a stream of objects");
+  const auto stream = MakeObject<IZStream, CZStream>();
+  Check(stream->AttachStream(&content), name_);
+  for (const IndexEntry& entry : entries) {
+    const auto record = all.subspan(entry.offset, entry.length);
+    if (!LoadObject(document, entry.id, entry.offset, record, stream)) Damaged("object record");
+  }
+}
+
+void DocumentReader::ReadRoot(CZDocument& document) {
+  BytesStream record(ReadStream(kRootStream, version_.rootChecksum));
+  const auto stream = MakeObject<IZStream, CZStream>();
+  Check(stream->AttachStream(&record), name_);
+  document.Load(stream, &document);
+}
+
+}  // namespace zdm

@@ -1,0 +1,59 @@
+// Reads a document's file, and refuses one of which a byte is not as it was saved.
+#pragma once
+
+#include "document/DocumentFormat.h"
+#include "document/RecordChunks.h"
+#include "platform/ole/OleRef.h"
+
+#include <filesystem>
+#include <map>
+#include <span>
+#include <string>
+#include <vector>
+
+class CZDocument;
+struct IZProgressMeter;
+
+namespace zdm {
+
+/// What a document's file says of itself without any object being loaded.
+struct DocumentInfo {
+  ULONG formatVersion = 0;
+  ULONG ids = 0;
+  ULONG objects = 0;
+  ULONG embedded = 0;
+  ULONG chunks = 0;            // streams of records
+  ULONGLONG recordBytes = 0;   // of all records
+  ULONG largestRecord = 0;     // in bytes
+  LONG lowestId = 0;           // 0 without objects
+  LONG highestId = 0;
+};
+
+/// Of every function what fails throws DocumentError.
+class DocumentReader {
+ public:
+  /// Opens the file and reads its version, index and tables.
+  explicit DocumentReader(const std::filesystem::path& path);
+
+  DocumentInfo GetInfo() const;
+  /// @param document  empty. @param meter  may be null.
+  void Read(CZDocument& document, IZProgressMeter* meter);
+
+ private:
+  std::vector<BYTE> ReadStream(const OLECHAR* name, ULONG checksum);
+  void ReadVersion();
+  void ReadIndex();
+  void ReadTables(CZDocument& document, IZProgressMeter* meter);
+  void ReadObjects(CZDocument& document, IZProgressMeter* meter);
+  void ReadChunk(CZDocument& document, std::span<const IndexEntry> entries,
+                 std::vector<BYTE> bytes);
+  void ReadRoot(CZDocument& document);
+  [[noreturn]] void Damaged(const std::string& what) const;
+
+  std::string name_;  // for messages
+  OleRef<IStorage> root_;
+  VersionRecord version_ = {};
+  std::vector<IndexEntry> index_;
+};
+
+}  // namespace zdm

@@ -1,0 +1,87 @@
+#include "document/DocumentWriter.h"
+
+#include "document/CZDocument.h"
+#include "document/Crc32c.h"
+#include "document/DocumentError.h"
+#include "document/ManagerOrder.h"
+#include "document/PathText.h"
+#include "document/RecordChunks.h"
+#include "platform/ole/CAtlException.h"
+#include "platform/ole/StorageReplace.h"
+#include "zdm/identity/OID.h"
+
+#include <cstring>
+#include <exception>
+#include <new>
+
+namespace zdm {
+
+void DocumentWriter::Write(const std::filesystem::path& path) {
+  const WideString name = WideName(path);
+  std::exception_ptr failure;
+  const HRESULT result = ReplaceStorage(name.c_str(), [&](IStorage* root) {
+    try {
+      Fill(root);
+      return S_OK;
+    } catch (...) {
+      failure = std::current_exception();
+      return E_FAIL;
+    }
+  });
+  if (failure != nullptr) std::rethrow_exception(failure);
+  Check(result, ToUtf8(name));
+}
+
+void DocumentWriter::Fill(IStorage* root) {
+  Check(root->SetClass(CZDocument::kClassID), "document");
+  version_.version = kFormatVersion;
+  std::memcpy(version_.magic, kMagic, sizeof(kMagic));
+  WriteObjects(root);
+
+  COIDManager& ids = document_.oids_;
+  version_.idCount = static_cast<ULONG>(ids.GetValidOIDCount());
+  version_.idsChecksum =
+      WriteStream(root, kIDsStream, [&](IZStream* stream) { ids.Save(stream); });
+  version_.pathsChecksum =
+      WriteStream(root, kPathsStream, [&](IZStream* stream) { document_.pids_.Save(stream); });
+  version_.rootChecksum = WriteStream(
+      root, kRootStream, [&](IZStream* stream) { document_.Save(stream, &document_); });
+  version_.indexChecksum = WriteStream(root, kIndexStream, [&](IZStream* stream) {
+    stream->Write(index_.data(), static_cast<ULONG>(index_.size() * sizeof(IndexEntry)));
+  });
+  version_.orderChecksum =
+      WriteStream(root, kOrderStream, [&](IZStream* stream) { SaveOrder(ids, document_, stream); });
+
+  const std::span<const BYTE> fields(reinterpret_cast<const BYTE*>(&version_),
+                                     offsetof(VersionRecord, checksum));
+  version_.checksum = Crc32c(fields);
+  const auto* bytes = reinterpret_cast<const BYTE*>(&version_);
+  Check(WriteBytes(root, kVersionStream, {bytes, bytes + sizeof(version_)}), "document");
+}
+
+/// Answers the checksum of what `write` wrote.
+ULONG DocumentWriter::WriteStream(IStorage* root, const OLECHAR* name,
+                                  const std::function<void(IZStream*)>& write) {
+  BytesStream bytes;
+  const auto stream = MakeObject<IZStream, CZStream>();
+  Check(stream->AttachStream(&bytes), "stream");
+  write(stream);
+  stream->GetIStream();  // flushed
+  Check(WriteBytes(root, name, bytes.bytes), "document");
+  return Crc32c(bytes.bytes);
+}
+
+/// In the order of the ID table.
+void DocumentWriter::WriteObjects(IStorage* root) {
+  ChunkWriter objects(root, kObjectsStorage, 0);
+  for (const OID* oid : document_.oids_.GetOIDs()) {
+    if (oid->Object == nullptr || !oid->JudgeStatus(ZOS_VALID)) continue;
+    oid->Object->Save(objects.Begin(), &document_);
+    objects.End(oid->ID);
+  }
+  objects.Finish();
+  version_.objectCount = static_cast<ULONG>(objects.Entries().size());
+  index_ = objects.Entries();
+}
+
+}  // namespace zdm
