@@ -4,6 +4,8 @@
 #include "zdm/relations/IZReltnIsDirectTo.h"
 #include "zdm/relations/IZReltnRecordObjInReltns.h"
 #include "zdm/relations/ZDfValue.h"
+#include "zdm/relations/ZReltnVisitorSelfContained.h"
+#include "zdm/relations/ZReltnVisitorStatus.h"
 
 namespace {
 
@@ -127,6 +129,23 @@ TEST(Slots, VisitorInterfacesContinueAtTwelve) {
   EXPECT_EQ(SlotOf(&IZReltnCollector::SetReltnType), 12);
   EXPECT_EQ(SlotOf(&IZReltnIsDirectTo::Initialize), 12);
   EXPECT_EQ(SlotOf(&IZReltnRecordObjInReltns::Initialize), 12);
+  EXPECT_EQ(SlotOf(&IZReltnSelfContained::SelfContained), 12);
+  using S = IZReltnStatus;
+  ExpectInOrder(
+      12, {ZDM_SLOT(S, Initialize),
+           {"Isolate(object)", SlotOfOverload<void(IZDMObject*, eZRelation, bool)>(&S::Isolate)},
+           {"Isolate(coll)", SlotOfOverload<void(IZDMObjColl*, eZRelation, bool)>(&S::Isolate)}});
+}
+
+/// Every visitor ends with its version and its dump flag.
+template <class Visitor>
+void ExpectVersionThenDumpFrom(int first) {
+  ExpectInOrder(first, {ZDM_SLOT(Visitor, getVersion), ZDM_SLOT(Visitor, IsDumpRef)});
+}
+
+TEST(Slots, VisitorsEndWithVersionAndDump) {
+  ExpectVersionThenDumpFrom<ZReltnVisitorStatus>(15);
+  ExpectVersionThenDumpFrom<ZReltnVisitorSelfContained>(13);
 }
 
 TEST(Slots, ZDfValue) {
