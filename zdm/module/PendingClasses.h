@@ -45,7 +45,6 @@ ZDM_PENDING(ZReltnVisitorDeduce)
 ZDM_PENDING(ZReltnVisitorIsDirectTo)
 ZDM_PENDING(ZReltnVisitorMapID)
 ZDM_PENDING(ZReltnVisitorRecord)
-ZDM_PENDING(ZReltnVisitorSelfContained)
 ZDM_PENDING(CZDMObjColl)
 ZDM_PENDING(CZDMObjMgr)
 ZDM_PENDING(CZExtDataCollection)
@@ -54,7 +53,6 @@ ZDM_PENDING(CZExtDataObj)
 ZDM_PENDING(CZProxyExtDataObj)
 ZDM_PENDING(ZReltnVisitorDiffuse)
 ZDM_PENDING(ZReltnVisitorMapIDForPaste)
-ZDM_PENDING(ZReltnVisitorStatus)
 #undef ZDM_PENDING
 
 }  // namespace zdm
