@@ -1,6 +1,8 @@
 #include "document/ClassTable.h"
 
+#include "document/CZDMAbsentObject.h"
 #include "document/CZDMPlainObject.h"
+#include "document/CZDocument.h"
 #include "document/CZOptPath.h"
 #include "document/CZPlainSingleReltn.h"
 
