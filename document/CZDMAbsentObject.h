@@ -1,8 +1,8 @@
 // Stands for an object whose class is not available, or could not read its own record. It keeps the
 // record as it stands in the file. What is common to all objects (extended data, relations,
 // parameters) is loaded, so that its references take part in every walk; the class's own data, and
-// the whole body when it cannot be read that far, stay bytes. As long as nothing changed, the record
-// goes back byte for byte.
+// the whole body when it cannot be read that far, stay bytes. As long as nothing changed, the
+// record goes back byte for byte.
 #pragma once
 
 #include "document/ClassTable.h"

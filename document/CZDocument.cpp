@@ -5,6 +5,7 @@
 #include "document/DocumentReader.h"
 #include "document/DocumentWriter.h"
 #include "zdm/identity/OID.h"
+#include "zdm/module/DllRegisterZModule.h"
 
 #include <algorithm>
 #include <memory>
@@ -12,6 +13,8 @@
 ZDM_OBJECT_BODY(CZDocument)
 
 CZDocument::CZDocument() {
+  zdm::RegisterDocumentClasses();
+  DllRegisterZModule();
   oids_.Init();
   oid_->ID = zdm::kRootID;
   oid_->SetStatus(ZOS_ATTACHED, 0);

@@ -19,13 +19,20 @@
 #include <unordered_map>
 #include <vector>
 
+namespace zdm {
+constexpr LONG kRootID = -1;
+}
+
 class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
                    public IZObjectImpl<IZDatabase>,
                    public IZObjectImpl<IZDMModel> {
   ZDM_OBJECT(CZDocument)
  public:
+  using IZDMObjMgrImpl::AddRef;
   using IZDMObjMgrImpl::CopyFrom;
   using IZDMObjMgrImpl::JudgeSame;
+  using IZDMObjMgrImpl::Release;
+  using IZDMObjMgrImpl::Save;
 
   /// Empty, with nothing in its tables and no file.
   CZDocument();
@@ -88,8 +95,6 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   const std::vector<ZRefPtr<IZDMObject>>& GetStrays() const { return strays_; }
 
  private:
-  friend class DocumentWriter;
-
   void ListLostRecords();
   void KeepStrays();
   void ValidateManagers();

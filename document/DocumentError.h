@@ -16,7 +16,7 @@ enum class DocumentFault {
   kDamaged,      // a document whose bytes are not as saved; recover it
   kNoRoom,       // the disk is full
   kNoMemory,
-  kFailed,       // anything else; see the result code
+  kFailed,  // anything else; see the result code
 };
 
 class DocumentError : public std::runtime_error {

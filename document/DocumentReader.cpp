@@ -16,8 +16,7 @@
 
 namespace zdm {
 
-DocumentReader::DocumentReader(const std::filesystem::path& path)
-    : name_(ToUtf8(WideName(path))) {
+DocumentReader::DocumentReader(const std::filesystem::path& path) : name_(ToUtf8(WideName(path))) {
   const DWORD mode = STGM_READ | STGM_SHARE_DENY_WRITE;
   Check(OpenStorage(WideName(path).c_str(), mode, root_.Out()), name_);
   ReadVersion();
@@ -41,11 +40,12 @@ std::vector<BYTE> DocumentReader::ReadStream(const OLECHAR* name, ULONG checksum
 void DocumentReader::ReadVersion() {
   std::vector<BYTE> bytes;
   const HRESULT result = ReadBytes(root_.Get(), kVersionStream, &bytes);
-  const bool isOurs =
-      SUCCEEDED(result) && bytes.size() >= 12 && std::ranges::equal(kMagic, std::span(bytes).first(8));
+  const bool isOurs = SUCCEEDED(result) && bytes.size() >= 12 &&
+                      std::ranges::equal(kMagic, std::span(bytes).first(8));
   if (!isOurs) {
     STATSTG stat = {};
-    if (FAILED(root_->Stat(&stat, STATFLAG_NONAME)) || !(stat.clsid == CZDocument::kClassID)) {
+    if (FAILED(root_->Stat(&stat, STATFLAG_NONAME)) ||
+        !(stat.clsid == ClassRow<CZDocument>::kClassID)) {
       throw DocumentError(DocumentFault::kNotDocument, STG_E_FILEALREADYEXISTS,
                           name_ + ": not a document");
     }
@@ -58,8 +58,8 @@ void DocumentReader::ReadVersion() {
                             "; this version of the library reads up to " +
                             std::to_string(kFormatVersion));
   }
-  const auto fields = std::span<const BYTE>(bytes).first(
-      std::min(bytes.size(), offsetof(VersionRecord, checksum)));
+  const auto fields =
+      std::span<const BYTE>(bytes).first(std::min(bytes.size(), offsetof(VersionRecord, checksum)));
   if (bytes.size() != sizeof(version_) || Crc32c(fields) != version_.checksum) {
     Damaged("version record");
   }

@@ -22,10 +22,10 @@ struct DocumentInfo {
   ULONG ids = 0;
   ULONG objects = 0;
   ULONG embedded = 0;
-  ULONG chunks = 0;            // streams of records
-  ULONGLONG recordBytes = 0;   // of all records
-  ULONG largestRecord = 0;     // in bytes
-  LONG lowestId = 0;           // 0 without objects
+  ULONG chunks = 0;           // streams of records
+  ULONGLONG recordBytes = 0;  // of all records
+  ULONG largestRecord = 0;    // in bytes
+  LONG lowestId = 0;          // 0 without objects
   LONG highestId = 0;
 };
 

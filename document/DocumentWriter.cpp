@@ -33,19 +33,18 @@ void DocumentWriter::Write(const std::filesystem::path& path) {
 }
 
 void DocumentWriter::Fill(IStorage* root) {
-  Check(root->SetClass(CZDocument::kClassID), "document");
+  Check(root->SetClass(ClassRow<CZDocument>::kClassID), "document");
   version_.version = kFormatVersion;
   std::memcpy(version_.magic, kMagic, sizeof(kMagic));
   WriteObjects(root);
 
-  COIDManager& ids = document_.oids_;
+  COIDManager& ids = *document_.GetOIDManager();
   version_.idCount = static_cast<ULONG>(ids.GetValidOIDCount());
-  version_.idsChecksum =
-      WriteStream(root, kIDsStream, [&](IZStream* stream) { ids.Save(stream); });
-  version_.pathsChecksum =
-      WriteStream(root, kPathsStream, [&](IZStream* stream) { document_.pids_.Save(stream); });
-  version_.rootChecksum = WriteStream(
-      root, kRootStream, [&](IZStream* stream) { document_.Save(stream, &document_); });
+  version_.idsChecksum = WriteStream(root, kIDsStream, [&](IZStream* stream) { ids.Save(stream); });
+  version_.pathsChecksum = WriteStream(
+      root, kPathsStream, [&](IZStream* stream) { document_.GetPIDManager()->Save(stream); });
+  version_.rootChecksum =
+      WriteStream(root, kRootStream, [&](IZStream* stream) { document_.Save(stream, &document_); });
   version_.indexChecksum = WriteStream(root, kIndexStream, [&](IZStream* stream) {
     stream->Write(index_.data(), static_cast<ULONG>(index_.size() * sizeof(IndexEntry)));
   });
@@ -74,7 +73,7 @@ ULONG DocumentWriter::WriteStream(IStorage* root, const OLECHAR* name,
 /// In the order of the ID table.
 void DocumentWriter::WriteObjects(IStorage* root) {
   ChunkWriter objects(root, kObjectsStorage, 0);
-  for (const OID* oid : document_.oids_.GetOIDs()) {
+  for (const OID* oid : document_.GetOIDManager()->GetOIDs()) {
     if (oid->Object == nullptr || !oid->JudgeStatus(ZOS_VALID)) continue;
     oid->Object->Save(objects.Begin(), &document_);
     objects.End(oid->ID);

@@ -9,8 +9,7 @@ namespace zdm {
 
 HRESULT BytesStream::QueryInterface(REFIID iid, void** out) {
   if (out == nullptr) return E_POINTER;
-  const bool answers =
-      iid == IID_IUnknown || iid == IID_ISequentialStream || iid == IID_IStream;
+  const bool answers = iid == IID_IUnknown || iid == IID_ISequentialStream || iid == IID_IStream;
   *out = answers ? static_cast<IStream*>(this) : nullptr;
   if (!answers) return E_NOINTERFACE;
   AddRef();

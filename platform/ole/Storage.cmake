@@ -1,7 +1,9 @@
 target_sources(zdm PRIVATE
+  BytesStream.cpp
   CompoundFile.cpp
   CompoundFileCheck.cpp
-  StorageFile.cpp)
+  StorageFile.cpp
+  StorageReplace.cpp)
 if(NOT WIN32)
   target_sources(zdm PRIVATE
     portable/ClassStream.cpp

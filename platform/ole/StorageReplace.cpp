@@ -41,8 +41,8 @@ class NewFile {
 
   const wchar_t* Path() const { return path_.c_str(); }
   HRESULT Flush() const {
-    HANDLE file = CreateFileW(Path(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0,
-                              nullptr);
+    HANDLE file =
+        CreateFileW(Path(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE) return LastError();
     const HRESULT result = FlushFileBuffers(file) != 0 ? S_OK : LastError();
     CloseHandle(file);
