@@ -44,14 +44,12 @@ ZDM_PENDING(ZReltnVisitorDeduce)
 ZDM_PENDING(ZReltnVisitorIsDirectTo)
 ZDM_PENDING(ZReltnVisitorMapID)
 ZDM_PENDING(ZReltnVisitorRecord)
-ZDM_PENDING(ZReltnVisitorSelfContained)
 ZDM_PENDING(CZExtDataCollection)
 ZDM_PENDING(CZExtDataMgr)
 ZDM_PENDING(CZExtDataObj)
 ZDM_PENDING(CZProxyExtDataObj)
 ZDM_PENDING(ZReltnVisitorDiffuse)
 ZDM_PENDING(ZReltnVisitorMapIDForPaste)
-ZDM_PENDING(ZReltnVisitorStatus)
 #undef ZDM_PENDING
 
 }  // namespace zdm

@@ -6,6 +6,8 @@
 #include "zdm/module/ClassTable.h"
 #include "zdm/module/PendingClasses.h"
 #include "zdm/relations/CZReltnColl.h"
+#include "zdm/relations/ZReltnVisitorSelfContained.h"
+#include "zdm/relations/ZReltnVisitorStatus.h"
 
 #include <array>
 
