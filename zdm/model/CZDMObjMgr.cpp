@@ -7,6 +7,4 @@ template class IZDMObjMgrImpl<IZDMObjMgr>;
 
 ZDM_OBJECT_BODY(CZDMObjMgr)
 
-CZDMObjMgr::CZDMObjMgr() {
-  ClearOptionAllowed(zdm::kKeptWhileReferenced | zdm::kReferencesCount);
-}
+CZDMObjMgr::CZDMObjMgr() { ClearOptionAllowed(zdm::kKeptWhileReferenced | zdm::kReferencesCount); }

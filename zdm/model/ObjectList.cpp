@@ -51,10 +51,9 @@ zdm::Bstr NameOf(IZDMObject* object) {
 template <class Test>
 IZDMObject* FindNamed(ObjectList& objects, const OLECHAR* name, Test passes) {
   const zdm::Bstr wanted(name);
-  const POSITION pos =
-      FirstFrom(objects, objects.GetHeadPosition(), [&](IZDMObject* object) {
-        return passes(object) && zdm::SameName(NameOf(object).Get(), wanted.Get());
-      });
+  const POSITION pos = FirstFrom(objects, objects.GetHeadPosition(), [&](IZDMObject* object) {
+    return passes(object) && zdm::SameName(NameOf(object).Get(), wanted.Get());
+  });
   return pos != nullptr ? objects.GetAt(pos).Get() : nullptr;
 }
 
@@ -219,8 +218,8 @@ constexpr LONGLONG kLastNumber = 0x7FFFFFFFFFFFFFFE;  // one more is still a num
 
 bool IsSpace(OLECHAR unit) {
   return unit == ' ' || (unit >= 0x09 && unit <= 0x0D) || unit == 0x85 || unit == 0xA0 ||
-         unit == 0x1680 || (unit >= 0x2000 && unit <= 0x200A) || unit == 0x2028 ||
-         unit == 0x2029 || unit == 0x202F || unit == 0x205F || unit == 0x3000;
+         unit == 0x1680 || (unit >= 0x2000 && unit <= 0x200A) || unit == 0x2028 || unit == 0x2029 ||
+         unit == 0x202F || unit == 0x205F || unit == 0x3000;
 }
 
 /// `text` without any occurrence of `part`, from left to right.

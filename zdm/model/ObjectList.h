@@ -34,8 +34,8 @@ ZDM_API IZDMObject* GetStatusNext(ObjectList& objects, LONG bit, LONGLONG& pos);
 ZDM_API IZDMObject* GetStatusPrev(ObjectList& objects, LONG bit, LONGLONG& pos);
 ZDM_API ULONG GetStatusCount(ObjectList& objects, LONG bit);
 
-/// `object` changes places with the nearest one with the bit towards the head (tail). E_FAIL when it
-/// is the first (last) of them or none of them.
+/// `object` changes places with the nearest one with the bit towards the head (tail). E_FAIL when
+/// it is the first (last) of them or none of them.
 ZDM_API LONG MovePrevStatus(ObjectList& objects, IZDMObject* object, LONG bit);
 ZDM_API LONG MoveNextStatus(ObjectList& objects, IZDMObject* object, LONG bit);
 

@@ -2,7 +2,9 @@
 // creatable classes are registered with the factory in the order of the class table.
 #include "zdm/model/CZDMDictionary.h"
 #include "zdm/model/CZDMObjColl.h"
+#include "zdm/model/CZDMObjEmbed.h"
 #include "zdm/model/CZDMObjMgr.h"
+#include "zdm/model/CZDMProxyObject.h"
 #include "zdm/module/ClassTable.h"
 #include "zdm/module/PendingClasses.h"
 #include "zdm/relations/CZReltnColl.h"

@@ -1,0 +1,212 @@
+// Proxies: the bytes they keep of objects whose class is not there.
+#include "platform/ole/CAtlException.h"
+#include "tests/model/ModelSupport.h"
+#include "tests/support/SlotOf.h"
+#include "tests/support/Thrown.h"
+#include "zdm/model/CZDMProxyObject.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using zdm::test::ByteStream;
+using zdm::test::RelationTo;
+using zdm::test::TestDatabase;
+using zdm::test::Thrown;
+
+constexpr GUID kForeign = {0x11111111, 0x2222, 0x3333, {4, 4, 4, 4, 4, 4, 4, 4}};
+constexpr GUID kModule = {0x55555555, 0x6666, 0x7777, {8, 8, 8, 8, 8, 8, 8, 8}};
+
+class Proxy : public testing::Test {
+ protected:
+  Proxy() {
+    proxy->SetClassGuid(&kForeign);
+    proxy->SetModuleGuid(&kModule);
+    proxy->SetData("data", 4);
+    db.Add(proxy.Get(), 0x01020304);
+  }
+
+  /// The record as a document writes it.
+  std::vector<BYTE> Saved(CZDMProxyObject& object) {
+    ByteStream stream;
+    object.WriteHeader(&stream);
+    object.SaveEmbedded(&stream, &db);
+    object.SaveBody(&stream, &db);
+    return stream.GetBytes();
+  }
+
+  /// Gives the proxy's record two plain relations, of which one is diffusible.
+  void StoreRelations(CZDMProxyObject& object) {
+    auto source = db.MakeObject();
+    source->AddRelation(RelationTo(target));
+    auto diffusible = RelationTo(target);
+    diffusible->SetReltnDiffusible(true);
+    source->AddRelation(diffusible);
+    object.CopyFrom(source, zdm::kCopyMode);
+    object.GetReltnColl()->RemoveAll();  // what is left is what the record holds
+  }
+
+  static LONG Collected(CZDMProxyObject& object, ULONG selector) {
+    const auto relations = zdm::NewRelations();
+    object.CollectRelations(static_cast<eZRelation>(selector), relations);
+    return static_cast<LONG>(relations->GetCount());
+  }
+
+  TestDatabase db;
+  ZRefPtr<IZDMObject> target = db.MakeObject(nullptr, 0x77);
+  ZRefPtr<CZDMProxyObject> proxy = zdm::Attached(new CZDMProxyObject);
+};
+
+TEST_F(Proxy, OperationsAreInOrder) {
+  using I = IZDMProxyObject;
+  zdm::test::ExpectInOrder(
+      3, {ZDM_SLOT(I, GetClassGuid),     ZDM_SLOT(I, SetClassGuid),   ZDM_SLOT(I, GetFormat),
+          ZDM_SLOT(I, SetFormat),        ZDM_SLOT(I, GetModuleGuid),  ZDM_SLOT(I, SetModuleGuid),
+          ZDM_SLOT(I, IsWordSet),        ZDM_SLOT(I, SetWord),        ZDM_SLOT(I, GetKind),
+          ZDM_SLOT(I, SetKind),          ZDM_SLOT(I, GetData),        ZDM_SLOT(I, SetData),
+          ZDM_SLOT(I, CollectRelations), ZDM_SLOT(I, LoadRawData),    ZDM_SLOT(I, SaveEmbedded),
+          ZDM_SLOT(I, LoadEmbedded),     ZDM_SLOT(I, SaveModuleGuid), ZDM_SLOT(I, LoadModuleGuid),
+          ZDM_SLOT(I, SaveRelations),    ZDM_SLOT(I, LoadRelations),  ZDM_SLOT(I, GetKindValue)});
+}
+
+TEST_F(Proxy, RecordIsHeaderEmbeddedRecordAndBody) {
+  proxy->SetWord(true);
+  proxy->SetKind(3);
+  proxy->SetOptionAllowed(0x0102030405060708);
+  const std::vector<BYTE> expected = {
+      0x11, 0x11, 0x11, 0x11, 0x22, 0x22, 0x33, 0x33, 4, 4, 4, 4, 4, 4, 4, 4,  // class stood for
+      0x04, 0x03, 0x02, 0x01, 0xFF, 0xFF, 0xFF, 0xFF,                          // ID, owner's ID
+      0x02,                                                                    // format
+      0x08, 0x07, 0x06, 0x05, 0x04, 0x03, 0x02, 0x01,                          // option mask
+      0x55, 0x55, 0x55, 0x55, 0x66, 0x66, 0x77, 0x77, 8, 8, 8, 8, 8, 8, 8, 8,  // module
+      0x00, 0x00, 0x00, 0x00,                                                  // no relations
+      0xFF, 0xFF, 0x03,                                                        // word, kind
+      0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xF0,                          // mask
+      0x07, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,                                // body
+      'd',  'a',  't',  'a'};
+  EXPECT_EQ(Saved(*proxy), expected);
+  proxy->SetFormat(1);
+  EXPECT_EQ(Saved(*proxy).size(), expected.size() - 31) << "no embedded record";
+  EXPECT_EQ(proxy->GetTypeByte(), 1);
+}
+
+TEST_F(Proxy, ComesBackByteForByteAndWritesItAgain) {
+  StoreRelations(*proxy);
+  proxy->SetWord(true);
+  const std::vector<BYTE> saved = Saved(*proxy);
+  auto loaded = zdm::Attached(new CZDMProxyObject);
+  db.Add(loaded.Get(), 0x01020305);
+  ByteStream stream(saved);
+  loaded->ReadHeader(&stream);
+  loaded->LoadEmbedded(&stream, &db);
+  const std::vector<BYTE> room(4);  // a document computes it from the length of the body
+  loaded->SetData(room.data(), 4);
+  loaded->LoadBody(&stream, &db);
+  EXPECT_EQ(stream.GetBytesLeft(), 0u);
+  EXPECT_TRUE(loaded->IsWordSet());
+  EXPECT_EQ(Collected(*loaded, ZR_ALL), 2);
+  loaded->SetID(0x01020304);
+  EXPECT_EQ(Saved(*loaded), saved);
+}
+
+TEST_F(Proxy, HandsOutCopiesOfItsBytes) {
+  void* out = nullptr;
+  ASSERT_EQ(proxy->GetData(&out), 4);
+  EXPECT_EQ(std::string(static_cast<char*>(out), 4), "data");
+  CoTaskMemFree(out);
+  proxy->SetData(nullptr, -1);
+  out = &db;
+  EXPECT_EQ(proxy->GetData(&out), 0);
+  EXPECT_EQ(out, &db) << "untouched";
+}
+
+TEST_F(Proxy, CollectsRelationsBySelector) {
+  EXPECT_EQ(Collected(*proxy, ZR_ALL), 0);
+  StoreRelations(*proxy);
+  EXPECT_EQ(Collected(*proxy, ZR_ALL), 2);
+  EXPECT_EQ(Collected(*proxy, ZR_DIFFUSIBLE), 1);
+  EXPECT_EQ(Collected(*proxy, ZR_NONDIFFUSIBLE), 1);
+  EXPECT_EQ(Collected(*proxy, 0), 0);
+  EXPECT_EQ(Collected(*proxy, ZRS_VALID), 0);
+  proxy->SetFormat(1);
+  EXPECT_EQ(Collected(*proxy, ZR_ALL), 0);
+}
+
+TEST_F(Proxy, CopyOfAProxyIsWrittenAlike) {
+  StoreRelations(*proxy);
+  proxy->SetKind(9);
+  // A word that is neither of the two, as another program may have stored it.
+  std::vector<BYTE> record = Saved(*proxy);
+  const std::size_t word = 33 + 16 + 4 + 2 * 32;
+  record[word] = 0x34;
+  record[word + 10] = 0x12;  // the mask's last byte
+  ByteStream stream(record);
+  stream.Seek(33, STREAM_SEEK_SET);
+  proxy->LoadEmbedded(&stream, &db);
+
+  const auto copy = zdm::CloneAs<IZDMObject>(proxy->GetIZObject());
+  auto* twin = dynamic_cast<CZDMProxyObject*>(copy.Get());
+  ASSERT_NE(twin, nullptr);
+  EXPECT_EQ(Saved(*twin), Saved(*proxy));
+  EXPECT_EQ(Saved(*twin)[word], 0x34);
+  EXPECT_FALSE(twin->JudgeSame(copy.Get())) << "a proxy is the same as nothing";
+  EXPECT_EQ(copy->GetReferenceCount(), 1u);
+}
+
+TEST_F(Proxy, KeepsClonesOfTheRelationsOfAnObjectCopied) {
+  auto source = db.MakeObject();
+  source->AddRelation(RelationTo(target));
+  proxy->CopyFrom(source, zdm::kCopyMode);
+  EXPECT_EQ(Collected(*proxy, ZR_ALL), 1);
+  source->GetReltnColl()->GetHead()->SetReltnDiffusible(true);
+  EXPECT_EQ(Collected(*proxy, ZR_DIFFUSIBLE), 0) << "not shared";
+  void* data = nullptr;
+  EXPECT_EQ(proxy->GetData(&data), 4) << "only a proxy has bytes to give";
+  CoTaskMemFree(data);
+}
+
+TEST_F(Proxy, BytesThatAreNotThereChangeNothing) {
+  struct Case {
+    const char* name;
+    std::vector<BYTE> bytes;
+    HRESULT thrown;
+    LONG length;
+  };
+  const Case cases[] = {
+      {"plain", {3, 0, 0, 0, 'x', 'y', 'z'}, S_OK, 3},
+      {"none", {0, 0, 0, 0}, S_OK, 0},
+      {"negative", {0xFF, 0xFF, 0xFF, 0xFF, 'x'}, S_OK, 0},
+      {"one too many", {3, 0, 0, 0, 'x', 'y'}, E_FAIL, 4},
+      {"two gigabytes", {0xFF, 0xFF, 0xFF, 0x7F, 'x', 'y'}, E_FAIL, 4},
+      {"cut in the length", {3, 0}, E_FAIL, 4},
+  };
+  for (const Case& row : cases) {
+    proxy->SetData("data", 4);
+    ByteStream stream(row.bytes);
+    EXPECT_EQ(Thrown([&] { proxy->LoadRawData(&stream, &db); }), row.thrown) << row.name;
+    void* data = nullptr;
+    EXPECT_EQ(proxy->GetData(&data), row.length) << row.name;
+    CoTaskMemFree(data);
+  }
+  ByteStream small(std::vector<BYTE>(3));
+  EXPECT_EQ(Thrown([&] { proxy->LoadOwnData(&small, &db); }), E_FAIL);
+}
+
+TEST_F(Proxy, RecordsThatEndEarlyThrow) {
+  StoreRelations(*proxy);
+  const std::vector<BYTE> saved = Saved(*proxy);
+  for (std::size_t size = 0; size < saved.size(); ++size) {
+    ByteStream stream({saved.begin(), saved.begin() + static_cast<LONG>(size)});
+    auto loaded = zdm::Attached(new CZDMProxyObject);
+    loaded->SetData("room", 4);
+    EXPECT_EQ(Thrown([&] {
+                loaded->ReadHeader(&stream);
+                loaded->LoadEmbedded(&stream, &db);
+                loaded->LoadBody(&stream, &db);
+              }),
+              E_FAIL)
+        << size;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,3 @@
+#include "zdm/model/CZDMProxyObject.h"
+
+ZDM_OBJECT_BODY(CZDMProxyObject)
