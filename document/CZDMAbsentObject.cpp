@@ -5,6 +5,7 @@
 #include "platform/ole/BytesStream.h"
 #include "platform/ole/CAtlException.h"
 #include "zdm/framework/LoadDepth.h"
+#include "zdm/model/EmbeddedRecord.h"
 
 #include <cstring>
 
@@ -35,6 +36,22 @@ void CZDMAbsentObject::TakeRecord(std::span<const BYTE> record, IZDatabase* data
   record_.assign(record.begin(), record.end());
   baseline_ = Written(database);
   if (baseline_ == record_) baseline_.clear();
+}
+
+void CZDMAbsentObject::TakeFrame(zdm::FrameKind kind, std::span<const BYTE> record) {
+  if (record.size() < sizeof(zdm::EmbeddedHeader)) throw CAtlException(E_FAIL);
+  std::memcpy(&header_.classId, record.data(), sizeof(header_.classId));
+  frameKind_ = kind;
+  isOpaque_ = true;
+  record_.assign(record.begin(), record.end());
+}
+
+/// As taken, with the present ID and owner.
+void CZDMAbsentObject::SaveFramed(IZStream* stream) {
+  std::vector<BYTE> record = record_;
+  const LONG ids[2] = {static_cast<LONG>(GetID()), static_cast<LONG>(GetOwnerID())};
+  std::memcpy(record.data() + sizeof(GUID), ids, sizeof(ids));
+  Write(*stream, record);
 }
 
 /// False, with none of them held, when the body cannot be read to the class's own data.
@@ -70,6 +87,7 @@ void CZDMAbsentObject::Load(IZStream* stream, IZDatabase* database) {
 
 void CZDMAbsentObject::Save(IZStream* stream, IZDatabase* database) {
   if (!IsObjectValid()) return;
+  if (frameKind_ != zdm::FrameKind::kNone) return SaveFramed(stream);
   const std::vector<BYTE> written = Written(database);
   const bool isUnchanged = !record_.empty() && written == (baseline_.empty() ? record_ : baseline_);
   Write(*stream, isUnchanged ? record_ : written);
@@ -116,8 +134,10 @@ void CZDMAbsentObject::CopyFrom(IZDMObject* source, LONG mode) {
   isOpaque_ = absent->isOpaque_;
   ownData_ = absent->ownData_;
   tail_ = absent->tail_;
+  frameKind_ = absent->frameKind_;
   record_.clear();
   baseline_.clear();
+  if (frameKind_ != zdm::FrameKind::kNone) record_ = absent->record_;
 }
 
 bool CZDMAbsentObject::JudgeSame(IZDMObject* other) {

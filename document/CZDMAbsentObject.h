@@ -6,6 +6,7 @@
 #pragma once
 
 #include "document/ClassTable.h"
+#include "document/EmbeddedFrame.h"
 #include "zdm/model/IZDMObjectImpl.h"
 #include "zdm/model/ObjectHeader.h"
 
@@ -21,11 +22,15 @@ class CZDMAbsentObject : public IZDMObjectImpl<IZDMObject> {
   /// Takes a record: header, body, and whatever the class wrote behind it. ID and owner are set
   /// already. Throws CAtlException(E_FAIL) for one that is shorter than header and length.
   void TakeRecord(std::span<const BYTE> record, IZDatabase* database);
+  /// Takes a record with a header of 33 bytes, which is not read; ID and owner are set already.
+  void TakeFrame(zdm::FrameKind kind, std::span<const BYTE> record);
 
   /// The class that the record names.
   GUID GetAbsentClassID() const { return header_.classId; }
   /// Nothing of the body could be read; it may refer to objects that no walk finds.
   bool IsOpaque() const { return isOpaque_; }
+  /// What kind of frame the record came from.
+  zdm::FrameKind GetFrameKind() const { return frameKind_; }
 
   BYTE GetTypeByte() override { return header_.type; }
   /// Of another absent object, also its own data.
@@ -44,7 +49,10 @@ class CZDMAbsentObject : public IZDMObjectImpl<IZDMObject> {
   bool LoadCommonParts(std::span<const BYTE> body, IZDatabase* database);
   std::vector<BYTE> Written(IZDatabase* database);
 
+  void SaveFramed(IZStream* stream);
+
   zdm::ObjectHeader header_ = {};
+  zdm::FrameKind frameKind_ = zdm::FrameKind::kNone;
   bool isOpaque_ = false;
   std::vector<BYTE> ownData_;   // of an opaque object the whole body
   std::vector<BYTE> tail_;      // what stands behind the body

@@ -4,6 +4,7 @@
 #include "document/CZDocument.h"
 #include "document/Crc32c.h"
 #include "document/DocumentError.h"
+#include "document/EmbeddedFrame.h"
 #include "document/ManagerOrder.h"
 #include "document/ObjectRecord.h"
 #include "document/PathText.h"
@@ -123,19 +124,27 @@ void DocumentReader::ReadTables(CZDocument& document, IZProgressMeter* meter) {
 }
 
 void DocumentReader::ReadObjects(CZDocument& document, IZProgressMeter* meter) {
-  ChunkReader objects(root_.Get(), kObjectsStorage);
-  ULONG chunk = 0;
-  for (auto first = index_.begin(); first != index_.end(); ++chunk) {
-    if (first->chunk != chunk) Damaged("index");
-    const auto last =
-        std::find_if(first, index_.end(), [&](const auto& entry) { return entry.chunk != chunk; });
+  const auto objects = std::span(index_).first(version_.objectCount);
+  const auto embedded = std::span(index_).subspan(version_.objectCount);
+  ReadFolder(document, meter, kObjectsStorage, 0, objects);
+  ReadFolder(document, meter, kEmbeddedStorage, kEmbeddedChunk, embedded);
+}
+
+void DocumentReader::ReadFolder(CZDocument& document, IZProgressMeter* meter, const OLECHAR* name,
+                                ULONG flag, std::span<const IndexEntry> entries) {
+  ChunkReader reader(root_.Get(), name);
+  for (ULONG chunk = 0; !entries.empty(); ++chunk) {
+    const auto last = std::ranges::find_if(
+        entries, [&](const IndexEntry& entry) { return entry.chunk != (chunk | flag); });
+    const auto inChunk = entries.first(static_cast<std::size_t>(last - entries.begin()));
+    if (inChunk.empty()) Damaged("index");
     std::vector<BYTE> bytes;
-    const HRESULT result = objects.Read(chunk, &bytes);
+    const HRESULT result = reader.Read(chunk, &bytes);
     if (result == STG_E_FILENOTFOUND) Damaged("missing stream of objects");
     Check(result, name_);
-    ReadChunk(document, {first, last}, std::move(bytes));
-    if (meter != nullptr) meter->Step(static_cast<LONG>(last - first));
-    first = last;
+    ReadChunk(document, inChunk, std::move(bytes));
+    if (meter != nullptr) meter->Step(static_cast<LONG>(inChunk.size()));
+    entries = entries.subspan(inChunk.size());
   }
 }
 
@@ -158,7 +167,10 @@ void DocumentReader::ReadChunk(CZDocument& document, std::span<const IndexEntry>
   Check(stream->AttachStream(&content), name_);
   for (const IndexEntry& entry : entries) {
     const auto record = all.subspan(entry.offset, entry.length);
-    if (!LoadObject(document, entry.id, entry.offset, record, stream)) Damaged("object record");
+    const bool isLoaded = (entry.chunk & kEmbeddedChunk) != 0
+                              ? LoadFrame(document, entry.id, record)
+                              : LoadObject(document, entry.id, entry.offset, record, stream);
+    if (!isLoaded) Damaged("object record");
   }
 }
 

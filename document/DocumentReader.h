@@ -45,6 +45,8 @@ class DocumentReader {
   void ReadIndex();
   void ReadTables(CZDocument& document, IZProgressMeter* meter);
   void ReadObjects(CZDocument& document, IZProgressMeter* meter);
+  void ReadFolder(CZDocument& document, IZProgressMeter* meter, const OLECHAR* name, ULONG flag,
+                  std::span<const IndexEntry> entries);
   void ReadChunk(CZDocument& document, std::span<const IndexEntry> entries,
                  std::vector<BYTE> bytes);
   void ReadRoot(CZDocument& document);

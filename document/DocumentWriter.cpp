@@ -3,6 +3,7 @@
 #include "document/CZDocument.h"
 #include "document/Crc32c.h"
 #include "document/DocumentError.h"
+#include "document/EmbeddedFrame.h"
 #include "document/ManagerOrder.h"
 #include "document/PathText.h"
 #include "document/RecordChunks.h"
@@ -73,14 +74,23 @@ ULONG DocumentWriter::WriteStream(IStorage* root, const OLECHAR* name,
 /// In the order of the ID table.
 void DocumentWriter::WriteObjects(IStorage* root) {
   ChunkWriter objects(root, kObjectsStorage, 0);
+  ChunkWriter embedded(root, kEmbeddedStorage, kEmbeddedChunk);
   for (const OID* oid : document_.GetOIDManager()->GetOIDs()) {
     if (oid->Object == nullptr || !oid->JudgeStatus(ZOS_VALID)) continue;
-    oid->Object->Save(objects.Begin(), &document_);
-    objects.End(oid->ID);
+    if (FrameKindOf(oid->Object) == FrameKind::kNone) {
+      oid->Object->Save(objects.Begin(), &document_);
+      objects.End(oid->ID);
+    } else {
+      SaveFrame(document_, oid->Object, embedded.Begin());
+      embedded.End(oid->ID);
+    }
   }
   objects.Finish();
+  embedded.Finish();
   version_.objectCount = static_cast<ULONG>(objects.Entries().size());
+  version_.embeddedCount = static_cast<ULONG>(embedded.Entries().size());
   index_ = objects.Entries();
+  index_.insert(index_.end(), embedded.Entries().begin(), embedded.Entries().end());
 }
 
 }  // namespace zdm

@@ -11,53 +11,56 @@
 
 namespace zdm {
 
-namespace {
-
-void Bind(CZDocument& document, const ObjectHeader& header, IZDMObject* object) {
-  COIDManager& ids = *document.GetOIDManager();
-  ids.RegisterSelf(header.id, object);
-  if (header.ownerId != 0) object->SetOwnerOID(document.GetOIDByID(header.ownerId));
+bool IsFree(CZDocument& document, LONG id) {
+  const OID* oid = id != kRootID ? document.GetOIDManager()->GetOIDByID(id) : nullptr;
+  return oid != nullptr && oid->Object == nullptr;
 }
 
-/// Loads all of the record and nothing beyond it.
-bool Load(CZDocument& document, IZDMObject* object, ULONG offset, std::size_t length,
-          IZStream* stream) {
-  object->SetStatus(ZOS_LOADING);
-  bool isLoaded = false;
+void BindObject(CZDocument& document, LONG id, LONG ownerId, IZDMObject* object) {
+  document.GetOIDManager()->RegisterSelf(id, object);
+  if (ownerId != 0) object->SetOwnerOID(document.GetOIDByID(ownerId));
+}
+
+bool LoadGuarded(IZDMObject* object, const std::function<void()>& load) {
+  struct Loading {
+    IZDMObject* object;
+    explicit Loading(IZDMObject* loaded) : object(loaded) { object->SetStatus(ZOS_LOADING); }
+    ~Loading() { object->ClearStatus(ZOS_LOADING); }
+  };
   try {
-    stream->Seek(offset, STREAM_SEEK_SET);
-    object->Load(stream, &document);
-    isLoaded = stream->GetPosition() == offset + length;
+    const Loading loading(object);
+    load();
+    return true;
   } catch (const CAtlException& failure) {
     if (failure.m_hr == E_OUTOFMEMORY) throw;
+    return false;
   }
-  object->ClearStatus(ZOS_LOADING);
-  return isLoaded;
 }
-
-}  // namespace
 
 bool LoadObject(CZDocument& document, LONG id, ULONG offset, std::span<const BYTE> record,
                 IZStream* stream) {
   ObjectHeader header;
   if (record.size() < sizeof(header) + sizeof(ULONG)) return false;
   std::memcpy(&header, record.data(), sizeof(header));
-  if (header.id != id || id == kRootID) return false;
-  OID* oid = document.GetOIDManager()->GetOIDByID(id);
-  if (oid == nullptr || oid->Object != nullptr) return false;
+  if (header.id != id || !IsFree(document, id)) return false;
 
   auto object = CreateAs<IZDMObject>(header.classId);
   if (object != nullptr) {
     ZCore::GetZFactory()->RegisterCreated(object, header.classId);
-    Bind(document, header, object);
-    if (Load(document, object, offset, record.size(), stream)) {
+    BindObject(document, header.id, header.ownerId, object);
+    const auto load = [&] {
+      stream->Seek(offset, STREAM_SEEK_SET);
+      object->Load(stream, &document);
+      if (stream->GetPosition() != offset + record.size()) throw CAtlException(E_FAIL);
+    };
+    if (LoadGuarded(object, load)) {
       static_cast<void>(object.Detach());
       return true;
     }
     object.Reset();
   }
   auto absent = MakeObject<CZDMAbsentObject, CZDMAbsentObject>();
-  Bind(document, header, absent);
+  BindObject(document, header.id, header.ownerId, absent);
   absent->TakeRecord(record, &document);
   static_cast<void>(absent.Detach());
   return true;
