@@ -1,9 +1,12 @@
 // The order of operations of the relations' interfaces, as a caller compiled elsewhere sees it.
 #include "tests/relations/ReltnSupport.h"
 #include "tests/support/SlotOf.h"
-#include "zdm/relations/IZReltnIsDirectTo.h"
-#include "zdm/relations/IZReltnRecordObjInReltns.h"
+#include "zdm/relations/CZReltnRecordObjInReltns.h"
 #include "zdm/relations/ZDfValue.h"
+#include "zdm/relations/ZReltnVisitorDeduce.h"
+#include "zdm/relations/ZReltnVisitorDiffuse.h"
+#include "zdm/relations/ZReltnVisitorIsDirectTo.h"
+#include "zdm/relations/ZReltnVisitorRecord.h"
 #include "zdm/relations/ZReltnVisitorSelfContained.h"
 #include "zdm/relations/ZReltnVisitorStatus.h"
 
@@ -130,6 +133,8 @@ TEST(Slots, VisitorInterfacesContinueAtTwelve) {
   EXPECT_EQ(SlotOf(&IZReltnIsDirectTo::Initialize), 12);
   EXPECT_EQ(SlotOf(&IZReltnRecordObjInReltns::Initialize), 12);
   EXPECT_EQ(SlotOf(&IZReltnSelfContained::SelfContained), 12);
+  EXPECT_EQ(SlotOf(&IZReltnRecord::GetRecordObjects), 12);
+  ExpectInOrder(12, {ZDM_SLOT(IZReltnDiffuse, Initialize), ZDM_SLOT(IZReltnDiffuse, get_Status)});
   using S = IZReltnStatus;
   ExpectInOrder(
       12, {ZDM_SLOT(S, Initialize),
@@ -147,6 +152,13 @@ void ExpectVersionThenDump() {
 TEST(Slots, VisitorsEndWithVersionAndDump) {
   ExpectVersionThenDump<ZReltnVisitorStatus>();
   ExpectVersionThenDump<ZReltnVisitorSelfContained>();
+  ExpectVersionThenDump<ZReltnVisitorRecord>();
+  ExpectVersionThenDump<ZReltnVisitorIsDirectTo>();
+  ExpectVersionThenDump<ZReltnVisitorDeduce>();
+  ExpectVersionThenDump<ZReltnVisitorDiffuse>();
+  ExpectVersionThenDump<CZReltnRecordObjInReltns>();
+  EXPECT_EQ(SlotOf(&CZReltnRecordObjInReltns::UnionElementBoxes),
+            SlotOf(&CZReltnRecordObjInReltns::IsDumpRef) + 1);
 }
 
 TEST(Slots, ZDfValue) {

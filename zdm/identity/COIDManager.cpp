@@ -117,6 +117,10 @@ void COIDManager::SetRootOID(OID* oid) {
   RootOID = oid;
 }
 
+IZDMObject* COIDManager::GetRootObject() const {
+  return RootOID != nullptr ? RootOID->Object : nullptr;
+}
+
 /// From now on the record lives at least as long as this table.
 void COIDManager::Keep(OID* oid) {
   if (oid->table_ == this) return;

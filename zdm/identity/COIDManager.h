@@ -117,6 +117,10 @@ class ZDM_API COIDManager {
 
   /// 1 when a valid object other than `object` refers to it through a diffusible relation, else 0.
   int IsDependByOtherObjs(IZDMObject* object);
+  /// 1 when `object` may be deleted, 0 when not: its ID is hard, it is its manager's current
+  /// object, or it is kept while referenced (zdm::kKeptWhileReferenced) and another valid object
+  /// whose references count refers to it through a diffusible relation. Outside of managers 1.
+  int JudgeDelete(IZDMObject* object);
   /// Appends to `out` the objects that refer to `target`. Answers 0.
   LONG GetReltnObjs(eZRelation kind, IZDMObject* target, IZDMObjColl* out);
   /// Appends to `relations` the relations, of valid and other objects, that lead to `target`. `out`
@@ -130,6 +134,28 @@ class ZDM_API COIDManager {
   /// Appends the stored records, without objects, then sets the ranges and tells the meter. False
   /// when the stream ended before all stored ones were read: those before stay.
   bool Load(IZStream* stream);
+
+  // Recovery and validation.
+
+  /// Reads a sequence of objects as IZDMObject::Save writes them, and attaches each that finds its
+  /// record listed and not bound to the manager that owns it. Zeros between records are passed
+  /// over; objects without such a record end again; those without such a manager, and those that
+  /// cannot be loaded, are kept among the unresolved. An object that cannot be loaded is reported
+  /// to the debugger's output, and to the user where the variable qv_unlock is defined and not
+  /// empty.
+  /// @return 1 at the end of the stream; 0 when zeros reach up to it, or at a record whose class
+  ///         neither the factory nor the document can create: what was read before stays.
+  int ReadStream(IZStream* stream);
+  /// ReadStream for every stream of the tree, in the order in which storages list their elements.
+  /// What cannot be opened, and storages below zdm::LoadDepth::kMax levels, are left out.
+  /// @return 1.
+  int ReadStorage(IStorage* storage);
+  /// Takes the records with ZOS_DELETED out of the list and their objects out of all managers below
+  /// the root. Returns 0.
+  LONG Clean();
+  /// Lets every valid object check itself and takes the records without object out of the list;
+  /// records listed meanwhile stay. A list in which no record has an object stays as it is.
+  void AssertValid();
 
   // Environment and types.
 
@@ -174,6 +200,8 @@ class ZDM_API COIDManager {
   void ReleaseRecords();
 
  private:
+  class RecordReader;
+
   void Keep(OID* oid);
   void List(OID* oid);
   void Unlist(OID* oid);
@@ -182,6 +210,8 @@ class ZDM_API COIDManager {
   OID* SearchRecords(LONG id) const;
   std::size_t IndexOf(const OID* oid) const;
   void AssignID(IZDMObject* object, bool hard);
+  IZDMObject* GetRootObject() const;
+  void ReadObjects(IStream* stream);
 
   mutable std::vector<OID*> OIDVect;
   std::list<UnresolvedObject> Unresolved;

@@ -12,6 +12,7 @@
 #include "zdm/framework/ZRefPtr.h"
 #include "zdm/host/IZTreeData.h"
 #include "zdm/model/IZDMObject.h"
+#include "zdm/model/StoredParts.h"
 #include "zdm/parameters/IZParameterArray.h"
 #include "zdm/relations/IZDisplayImpl.h"
 #include "zdm/relations/IZReltnColl.h"
@@ -23,7 +24,7 @@ constexpr LONGLONG kNewObjectOptions = static_cast<LONGLONG>(0xF230FA2000000000)
 }  // namespace zdm
 
 template <class T>
-class IZDMObjectImpl : public IZDisplayImpl<IZObjectImpl<T>> {
+class IZDMObjectImpl : public IZDisplayImpl<IZObjectImpl<T>>, public zdm::StoredParts {
  public:
   /// A record of its own with status bit 12 and the option mask of a new object; no owner.
   IZDMObjectImpl();
@@ -150,13 +151,13 @@ class IZDMObjectImpl : public IZDisplayImpl<IZObjectImpl<T>> {
   /// Holds the argument's IZExtDataMgr view. E_INVALIDARG for null.
   virtual LONG SetExtDataMgr(IZObject* manager);
   virtual void SaveHead(IZStream* stream, IZDatabase* database);
-  virtual void LoadHead(IZStream* stream, IZDatabase* database);
+  void LoadHead(IZStream* stream, IZDatabase* database) override;
   virtual void SaveBody(IZStream* stream, IZDatabase* database);
   /// A part that cannot be read throws CAtlException(E_FAIL). What the object held in its place is
   /// kept; where it held nothing, what was read so far stays.
   virtual void LoadBody(IZStream* stream, IZDatabase* database);
   virtual void SaveTail(IZStream*, IZDatabase*) {}
-  virtual void LoadTail(IZStream*, IZDatabase*) {}
+  void LoadTail(IZStream*, IZDatabase*) override {}
   virtual void WriteHeader(IZStream* stream);
   /// Takes the option mask; the rest was used by whoever made the object.
   virtual void ReadHeader(IZStream* stream);
