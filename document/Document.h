@@ -1,10 +1,10 @@
 // A document in few words: make or open one, put objects into it, relate them, ask what refers to
 // what, save. It holds a CZDocument, and everything of that is within reach through `->`.
 //
-//   auto document = zdm::Document::Create(u"House");
-//   IZDMObjMgr* walls = document.AddManager(u"Walls");
-//   IZDMObject* wall = document.Add(u"South wall", walls);
-//   IZDMObject* door = document.Add(u"Front door", walls);
+//   auto document = zdm::Document::Create(OLESTR("House"));
+//   IZDMObjMgr* walls = document.AddManager(OLESTR("Walls"));
+//   IZDMObject* wall = document.Add(OLESTR("South wall"), walls);
+//   IZDMObject* door = document.Add(OLESTR("Front door"), walls);
 //   document.Relate(door, wall, ZR_DIFFUSIBLE);
 //   document.Save("house.zdm");
 //
@@ -13,19 +13,21 @@
 #pragma once
 
 #include "document/CZDocument.h"
+#include "document/Deletion.h"
 #include "document/References.h"
+#include "platform/system/Text.h"
 #include "zdm/relations/IZSingleReltn.h"
 #include "zdm/relations/eZRelation.h"
 
 #include <filesystem>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace zdm {
 
 class Document {
  public:
-  static Document Create(std::u16string_view name = {});
+  static Document Create(WideView name = {});
   static Document Open(const std::filesystem::path& path, IZProgressMeter* meter = nullptr);
 
   CZDocument* Get() const { return document_; }
@@ -36,9 +38,9 @@ class Document {
   void Save(const std::filesystem::path& path) { document_->SaveAs(path); }
 
   /// A new plain object in `manager` (null: in the document itself), with the next ID.
-  IZDMObject* Add(std::u16string_view name, IZDMObjMgr* manager = nullptr);
+  IZDMObject* Add(WideView name, IZDMObjMgr* manager = nullptr);
   /// A new plain manager, likewise.
-  IZDMObjMgr* AddManager(std::u16string_view name, IZDMObjMgr* manager = nullptr);
+  IZDMObjMgr* AddManager(WideView name, IZDMObjMgr* manager = nullptr);
   /// Adds an object of any class. The manager holds it.
   void Add(IZDMObject* object, IZDMObjMgr* manager);
 
@@ -53,10 +55,10 @@ class Document {
   std::vector<Reference> ReferencesOf(IZDMObject* object) const;
   std::vector<Reference> ReferencesTo(IZDMObject* object) const;
 
-  /// The objects are deleted, each unless it is in use (COIDManager::JudgeDelete). Managers go with
-  /// everything below them.
-  /// @return  those that were left, because they are in use.
-  std::vector<IZDMObject*> Delete(const std::vector<IZDMObject*>& objects);
+  /// Deletes the objects, managers with everything below them, unless one of them is in use.
+  /// @return  what was in the way, and what now refers to nothing; see Deletion.h. The objects are
+  ///     gone only if nothing was in the way.
+  Deletion Delete(const std::vector<IZDMObject*>& objects);
 
  private:
   explicit Document(ZRefPtr<CZDocument> document) : document_(std::move(document)) {}

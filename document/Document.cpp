@@ -1,0 +1,68 @@
+#include "document/Document.h"
+
+#include "document/CZDMPlainObject.h"
+#include "document/CZPlainSingleReltn.h"
+#include "zdm/identity/OID.h"
+#include "zdm/model/CZDMObjMgr.h"
+
+namespace zdm {
+
+Document Document::Create(WideView name) {
+  auto document = MakeObject<CZDocument, CZDocument>();
+  document->SetName(WideString(name).c_str());
+  document->SetModified(false);
+  return Document(std::move(document));
+}
+
+Document Document::Open(const std::filesystem::path& path, IZProgressMeter* meter) {
+  return Document(CZDocument::Open(path, meter));
+}
+
+void Document::Add(IZDMObject* object, IZDMObjMgr* manager) {
+  if (manager == nullptr) manager = document_;
+  manager->AddTail(object);
+}
+
+IZDMObject* Document::Add(WideView name, IZDMObjMgr* manager) {
+  const auto object = MakeObject<IZDMObject, CZDMPlainObject>();
+  object->SetName(WideString(name).c_str());
+  Add(object.Get(), manager);
+  return object;
+}
+
+IZDMObjMgr* Document::AddManager(WideView name, IZDMObjMgr* manager) {
+  const auto made = MakeObject<IZDMObjMgr, CZDMObjMgr>();
+  made->SetName(WideString(name).c_str());
+  Add(static_cast<IZDMObject*>(made.Get()), manager);
+  return made;
+}
+
+IZSingleReltn* Document::Relate(IZDMObject* from, IZDMObject* to, eZRelation kind) {
+  const auto relation = MakeObject<IZSingleReltn, CZPlainSingleReltn>();
+  relation->SetReltnDiffusible(kind == ZR_DIFFUSIBLE);
+  relation->SetReltnObj(to);
+  from->AddRelation(relation);
+  document_->SetModified(true);
+  return relation;
+}
+
+IZDMObject* Document::Find(LONG id) const {
+  const OID* oid = document_->GetOIDByID(id);
+  return oid != nullptr && oid->JudgeStatus(ZOS_VALID) ? oid->Object : nullptr;
+}
+
+std::vector<Reference> Document::ReferencesOf(IZDMObject* object) const {
+  return zdm::ReferencesOf(object);
+}
+
+std::vector<Reference> Document::ReferencesTo(IZDMObject* object) const {
+  return zdm::ReferencesTo(*document_, object->GetOID());
+}
+
+Deletion Document::Delete(const std::vector<IZDMObject*>& objects) {
+  Deletion plan = PlanDeletion(*document_, objects);
+  CarryOut(*document_, plan);
+  return plan;
+}
+
+}  // namespace zdm
