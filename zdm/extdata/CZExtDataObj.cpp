@@ -156,7 +156,8 @@ void CZExtDataObj::CopyValue(IZExtDataAccess& source) {
       break;
     case zdm::kExtObject:
       // One that was read refers to nothing.
-      if (SetObject(Read(source, &IZExtDataAccess::GetObject)) != S_OK) Replace(zdm::kExtObject, {});
+      if (SetObject(Read(source, &IZExtDataAccess::GetObject)) != S_OK)
+        Replace(zdm::kExtObject, {});
       break;
     default:
       Replace(zdm::kExtNone, {});

@@ -34,10 +34,7 @@ void CZProxyExtDataObj::Load(IZStream* stream, IZDatabase* database) {
 }
 
 void CZProxyExtDataObj::Save(IZStream* stream, IZDatabase* database) {
-  zdm::CustomItemHeader header;
-  header.classId = classId_;
-  header.length = static_cast<ULONG>(bytes_.size());
-  stream->Write(&header, sizeof(header));
+  zdm::WriteCustomItemHeader(stream, {classId_, static_cast<ULONG>(bytes_.size())});
   SaveData(stream, database);
 }
 

@@ -1,4 +1,4 @@
-// What stands in front of the data of an item of a class of its own, 21 bytes, packed,
+// What stands in front of the data of an item of a class of its own, 21 bytes,
 // little-endian. It tells a reader without the class where the item ends.
 //   offset  size  field
 //        0     1  tag, kExtCustom
@@ -12,26 +12,32 @@
 
 namespace zdm {
 
-#pragma pack(push, 1)
-struct CustomItemHeader {
-  BYTE tag = kExtCustom;
-  GUID classId = {};
-  ULONG length = 0;
-};
-#pragma pack(pop)
-static_assert(sizeof(CustomItemHeader) == 21);
-
 constexpr ULONG kMaxCustomLength = 0x7FFFFFFF;  // lengths are int where they cross an interface
+
+struct CustomItemHeader {
+  GUID classId;
+  ULONG length;
+};
 
 /// Throws CAtlException(E_FAIL) for another tag and for data that the stream does not have.
 inline CustomItemHeader ReadCustomItemHeader(IZStream* stream) {
-  CustomItemHeader header;
-  stream->Read(&header, sizeof(header));
-  if (header.tag != kExtCustom || header.length > stream->GetBytesLeft() ||
-      header.length > kMaxCustomLength) {
+  BYTE tag = kExtNone;
+  CustomItemHeader header = {};
+  stream->Read(&tag, sizeof(tag));
+  stream->Read(&header.classId, sizeof(header.classId));
+  stream->Read(&header.length, sizeof(header.length));
+  if (tag != kExtCustom || header.length > kMaxCustomLength ||
+      header.length > stream->GetBytesLeft()) {
     throw CAtlException(E_FAIL);
   }
   return header;
+}
+
+inline void WriteCustomItemHeader(IZStream* stream, const CustomItemHeader& header) {
+  constexpr BYTE kTag = kExtCustom;
+  stream->Write(&kTag, sizeof(kTag));
+  stream->Write(&header.classId, sizeof(header.classId));
+  stream->Write(&header.length, sizeof(header.length));
 }
 
 }  // namespace zdm

@@ -16,11 +16,9 @@ void IZExtDataObjImpl<T>::CopyFrom(IZExtData* source) {
 // patched when the data are written.
 template <class T>
 void IZExtDataObjImpl<T>::Save(IZStream* stream, IZDatabase* database) {
-  zdm::CustomItemHeader header;
-  GUID classId = GUID_NULL;
-  this->GetClassID(&classId);
-  header.classId = classId;
-  stream->Write(&header, sizeof(header));
+  zdm::CustomItemHeader header = {};
+  this->GetClassID(&header.classId);
+  zdm::WriteCustomItemHeader(stream, header);
   const ULONGLONG start = stream->GetPosition();
 
   this->SaveData(stream, database);
