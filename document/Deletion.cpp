@@ -28,7 +28,8 @@ Records Closure(const std::vector<IZDMObject*>& objects) {
     if (!records.insert(object->GetOID()).second) continue;
     auto* manager = ViewAs<IZDMObjMgr>(object);
     if (manager == nullptr) continue;
-    for (LONGLONG pos = manager->GetHeadPosition(); pos != 0;) open.push_back(manager->GetNext(pos));
+    for (LONGLONG pos = manager->GetHeadPosition(); pos != 0;)
+      open.push_back(manager->GetNext(pos));
   }
   return records;
 }

@@ -34,7 +34,8 @@ void Look(const char* file) {
   std::printf("deleting the wall: %zu in the way\n", refused.obstacles.size());
   document.Delete({wall, document.Find(3)});
   document.Save();
-  std::printf("both deleted, %d left\n", static_cast<int>(document->GetOIDManager()->GetValidOIDCount()));
+  std::printf("both deleted, %d left\n",
+              static_cast<int>(document->GetOIDManager()->GetValidOIDCount()));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "platform/geometry/GeBox.h"
 #include "platform/system/Text.h"
 #include "tests/model/ModelSupport.h"
+#include "zdm/extdata/CZExtDataMgr.h"
 #include "zdm/host/IZGiDevice.h"
 #include "zdm/host/IZGiMaterial.h"
 
@@ -13,9 +14,8 @@
 
 using zdm::test::BytesOf;
 using zdm::test::Canary;
-using zdm::test::ExtItem;
-using zdm::test::ExtMgr;
 using zdm::test::IDsOffered;
+using zdm::test::MakeItem;
 using zdm::test::ParamArray;
 using zdm::test::RelationTo;
 using zdm::test::Stray;
@@ -253,7 +253,7 @@ TEST_F(DMObject, CloneCarriesIDOwnerAndCopiesOfWhatItHolds) {
   object->SetOptionAllowed(5);
   object->SetStatus(40);
   object->AddRelation(RelationTo(target));
-  object->SetExtData(kKey, zdm::MakeObject<IZObject, ExtItem>(OLESTR("item")));
+  object->SetExtData(kKey, MakeItem(OLESTR("item")));
   auto array = zdm::Attached(new ParamArray);
   object->SetParameterArray(array, false);
 
@@ -283,7 +283,7 @@ TEST_F(DMObject, CopyTakesAwayWhatTheSourceLacks) {
   auto object = db.MakeObject();
   object->AddRelation(RelationTo(source));
   object->SetParameterArray(zdm::MakeObject<IZParameterArray, ParamArray>(), false);
-  object->SetExtData(kKey, zdm::MakeObject<IZObject, ExtItem>(OLESTR("item")));
+  object->SetExtData(kKey, MakeItem(OLESTR("item")));
   object->CopyFrom(source.Get());
   EXPECT_TRUE(object->IsObjectValid());  // an invalid source does not take it away
   EXPECT_EQ(object->GetReltnColl(), nullptr);
@@ -333,12 +333,12 @@ TEST_F(DMObject, FindsExtendedDataByKeyAndName) {
   object->SetExtData(kKey, nullptr);
   EXPECT_EQ(object->GetExtDataMgr(), nullptr);
 
-  auto first = zdm::MakeObject<IZExtData, ExtItem>(OLESTR("a"));
-  auto second = zdm::MakeObject<IZExtData, ExtItem>(OLESTR("a"));
+  auto first = MakeItem(OLESTR("a"));
+  auto second = MakeItem(OLESTR("a"));
   object->SetExtData(kKey, first);
   object->SetExtData(kKey, second);
   object->SetExtData(kKey, MakePlain());  // no item: a null element
-  object->SetExtData(kKey, zdm::MakeObject<IZObject, ExtItem>(OLESTR("b")));
+  object->SetExtData(kKey, MakeItem(OLESTR("b")));
   EXPECT_EQ(object->GetExtData(kKey, OLESTR("a")), first.Get());
   EXPECT_NE(object->GetExtData(kKey, OLESTR("b")), nullptr);
   EXPECT_EQ(object->GetExtData(kKey, OLESTR("A")), nullptr);
@@ -357,7 +357,7 @@ TEST_F(DMObject, TakesAManagerOfExtendedData) {
   zdm::test::TestDatabase other;
   auto object = zdm::Attached(new CZDMPlainObject);
   EXPECT_EQ(object->SetExtDataMgr(nullptr), E_INVALIDARG);
-  auto manager = zdm::MakeObject<IZExtDataMgr, ExtMgr>();
+  auto manager = zdm::NewOf<IZExtDataMgr, CZExtDataMgr>();
   EXPECT_EQ(object->SetExtDataMgr(manager), S_OK);
   EXPECT_EQ(object->GetExtDataMgr(), manager.Get());
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/model/StandIns.h"
+#include "zdm/extdata/CZExtDataObj.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
@@ -23,6 +24,13 @@ ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::UIDReltn,
               "7E570000-0000-4000-8000-000000000203", IZObject, IZRelation)
 
 namespace zdm::test {
+
+/// An item of extended data that is only a name.
+inline ZRefPtr<IZExtDataAccess> MakeItem(const OLECHAR* name) {
+  auto item = NewOf<IZExtDataAccess, CZExtDataObj>();
+  item->SetName(name);
+  return item;
+}
 
 /// Looks inside every relation and writes down the IDs it is offered, each followed by a blank;
 /// "-" for a null record. Answers true once to the ID `stopAt`.

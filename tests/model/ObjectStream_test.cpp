@@ -11,9 +11,9 @@
 #include <sstream>
 
 using zdm::test::BytesOf;
-using zdm::test::ExtItem;
 using zdm::test::IDsOffered;
 using zdm::test::LoadBytes;
+using zdm::test::MakeItem;
 using zdm::test::NumberAt;
 using zdm::test::ParamArray;
 using zdm::test::RelationTo;
@@ -35,7 +35,7 @@ class ObjectStream : public testing::Test {
   /// An object with one item, one relation and one parameter, to `target`.
   ZRefPtr<IZDMObject> MakeFull(IZDMObject* target, const OLECHAR* name) {
     auto object = db.MakeObject(name);
-    object->SetExtData(kKey, zdm::MakeObject<IZObject, ExtItem>(OLESTR("item")));
+    object->SetExtData(kKey, MakeItem(OLESTR("item")));
     object->AddRelation(RelationTo(target));
     auto array = zdm::Attached(new ParamArray);
     array->relation = RelationTo(target);
@@ -78,7 +78,9 @@ TEST_F(ObjectStream, BodyHoldsAttachmentsInOrderThenOwnData) {
   const std::vector<BYTE> expected = {
       0x01,                                            // extended data
       0x01, 0x00, 0x00, 0x00,                          // one group
-      0x01, 0x00, 0x00, 0x00, 0x01, 0x00, 0x00, 0x00,  // its key, one item
+      0x01, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  // its key
+      0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  //
+      0x01, 0x00, 0x00, 0x00, 0x00,                    // one item, without value
       0x0A, 0x00, 0x00, 0x00, 'i',  0x00, 't',  0x00, 'e',  0x00, 'm',  0x00, 0x00, 0x00,
       0x01,                    // relations
       0x01, 0x00, 0x00, 0x00,  // one
@@ -130,7 +132,7 @@ TEST_F(ObjectStream, LoadingAgainReplacesRelationsAndClearsTheRest) {
   auto target = db.MakeObject(nullptr, 0x77);
   const std::vector<BYTE> bytes = BytesOf(*MakeFull(target, OLESTR("wall")), &db);
   auto object = MakeFull(db.MakeObject(nullptr, 0x88), OLESTR("roof"));
-  object->SetExtData(kKey, zdm::MakeObject<IZObject, ExtItem>(OLESTR("old")));
+  object->SetExtData(kKey, MakeItem(OLESTR("old")));
   IZExtDataMgr* manager = object->GetExtDataMgr();
   IZParameterArray* array = object->PeekParameterArray();
   EXPECT_EQ(LoadBytes(*object, bytes, &db), bytes.size());
@@ -217,7 +219,7 @@ TEST_F(ObjectStream, OffersExactlyTheIDsItSaves) {
   auto array = zdm::Attached(new ParamArray);
   array->relation = RelationTo(at(6));
   object->SetParameterArray(array, false);
-  object->SetExtData(kKey, zdm::MakeObject<IZObject, ExtItem>(OLESTR("item")));
+  object->SetExtData(kKey, MakeItem(OLESTR("item")));
 
   const auto canariesIn = [&](IZDMObject& saved) {
     std::set<LONG> ids;

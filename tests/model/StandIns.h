@@ -3,30 +3,15 @@
 // a class that arrives takes its place here, and the tests stay as they are.
 #pragma once
 
-#include "platform/ole/Bstr.h"
 #include "tests/support/TestDatabase.h"
-#include "zdm/extdata/IZExtData.h"
-#include "zdm/extdata/IZExtDataCollection.h"
-#include "zdm/extdata/IZExtDataMgr.h"
-#include "zdm/framework/IZListImpl.h"
 #include "zdm/parameters/IZParameterArray.h"
 
-#include <map>
 #include <string>
 
 namespace zdm::test {
-class ExtItem;
-class ExtItems;
-class ExtMgr;
 class ParamArray;
 }  // namespace zdm::test
 
-ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::ExtItem,
-              "7E570000-0000-4000-8000-000000000201", IZObject, IZExtData)
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::ExtItems,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZExtDataCollection)
-ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::ExtMgr,
-              "C0AD2D73-3E59-4B1C-AAE2-4856434B1BF3", IZObject, IZExtDataMgr)
 ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::ParamArray,
               "B0BB0C42-3393-4715-9665-6844E5A8C2EE", IZObject, IZParameterArray)
 
@@ -34,53 +19,6 @@ namespace zdm::test {
 
 /// Registers the stand-ins.
 void RegisterStandIns();
-
-/// An item that is only a name.
-class ExtItem : public IZObjectImpl<IZExtData> {
-  ZDM_OBJECT(ExtItem)
- public:
-  using IZObjectImpl::Clone;
-
-  explicit ExtItem(const OLECHAR* name = nullptr) : name_(name) {}
-  void GetName(BSTR* out) override { name_.CopyTo(out); }
-  void SetName(const OLECHAR* name) override { name_ = Bstr(name); }
-  void CopyFrom(IZExtData* source) override { source->GetName(name_.Out()); }
-  void Load(IZStream* stream, IZDatabase*) override { stream->ReadBSTR(name_.Out()); }
-  void Save(IZStream* stream, IZDatabase*) override { stream->WriteBSTR(name_.Get()); }
-  void Clone(IZExtData** out) override;
-
- private:
-  Bstr name_;
-};
-
-class ExtItems : public IZListImpl<IZExtDataCollection, IZExtData> {
-  ZDM_OBJECT(ExtItems)
- public:
-  using IZListImpl::Clone;
-
-  void Clone(IZExtDataCollection** out) override;
-  void CopyFrom(IZExtDataCollection* source) override;
-  void Save(IZStream* stream, IZDatabase* database) override;
-  void Load(IZStream* stream, IZDatabase* database) override;
-};
-
-class ExtMgr : public IZObjectImpl<IZExtDataMgr> {
-  ZDM_OBJECT(ExtMgr)
- public:
-  using IZObjectImpl::Clone;
-
-  IZExtDataCollection* GetCollection(const GUID& key) override;
-  IZExtDataCollection* QueryCollection(const GUID& key) override;
-  void RemoveCollection(const GUID& key) override { groups_.erase(key.Data1); }
-  void RemoveAll() override { groups_.clear(); }
-  void Clone(IZExtDataMgr** out) override;
-  void Save(IZStream* stream, IZDatabase* database) override;
-  void Load(IZStream* stream, IZDatabase* database) override;
-  void GetKeys(SAFEARRAY** out) override { *out = nullptr; }
-
- private:
-  std::map<ULONG, ZRefPtr<IZExtDataCollection>> groups_;  // test keys differ in Data1
-};
 
 /// One relation value under any GUID, and the calls it was given, in words.
 class ParamArray : public IZObjectImpl<IZParameterArray> {

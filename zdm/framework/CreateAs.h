@@ -2,6 +2,8 @@
 #pragma once
 
 #include "platform/core/ZCore.h"
+#include "platform/ole/CAtlException.h"
+#include "zdm/framework/ZClass.h"
 #include "zdm/framework/ZRefPtr.h"
 
 namespace zdm {
@@ -16,6 +18,14 @@ ZRefPtr<T> CreateAs(const GUID& classId) {
   view.Query(object);
   object->DecrementCount();  // the creation reference
   return view;
+}
+
+/// As CreateAs, for a class that has a row; throws CAtlException(E_OUTOFMEMORY) instead of null.
+template <class T, class C>
+ZRefPtr<T> NewOf() {
+  ZRefPtr<T> object = CreateAs<T>(ClassRow<C>::kClassID);
+  if (object == nullptr) throw CAtlException(E_OUTOFMEMORY);
+  return object;
 }
 
 }  // namespace zdm

@@ -38,10 +38,6 @@ ZDM_PENDING(CZPropertyPoint)
 ZDM_PENDING(CZPropertyScaleIndex)
 ZDM_PENDING(CZPropertyYesNo)
 ZDM_PENDING(ZReltnVisitorMapID)
-ZDM_PENDING(CZExtDataCollection)
-ZDM_PENDING(CZExtDataMgr)
-ZDM_PENDING(CZExtDataObj)
-ZDM_PENDING(CZProxyExtDataObj)
 ZDM_PENDING(ZReltnVisitorMapIDForPaste)
 #undef ZDM_PENDING
 

@@ -1,5 +1,9 @@
 // What happens when the library is loaded, in one place: interface names get their ids, then the
 // creatable classes are registered with the factory in the order of the class table.
+#include "zdm/extdata/CZExtDataCollection.h"
+#include "zdm/extdata/CZExtDataMgr.h"
+#include "zdm/extdata/CZExtDataObj.h"
+#include "zdm/extdata/CZProxyExtDataObj.h"
 #include "zdm/model/CZDMDictionary.h"
 #include "zdm/model/CZDMObjColl.h"
 #include "zdm/model/CZDMObjEmbed.h"

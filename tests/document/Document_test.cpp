@@ -1,0 +1,108 @@
+// Asking a document what refers to what, and deleting from it.
+#include "document/Document.h"
+
+#include "tests/support/TempFile.h"
+#include "tests/support/TestDatabase.h"
+#include "zdm/identity/OID.h"
+#include "zdm/identity/ObjectOptions.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+using namespace zdm::test;
+using zdm::Deletion;
+using zdm::DeletionObstacle;
+using zdm::Document;
+using zdm::Reference;
+using zdm::ReferenceVia;
+
+namespace {
+
+std::string TextOf(const std::vector<Reference>& references) {
+  std::string text;
+  for (const Reference& reference : references) {
+    text += std::to_string(static_cast<LONG>(reference.from->GetID())) + '>' +
+            std::to_string(reference.to->ID) + "rpxc"[static_cast<int>(reference.via)] + ' ';
+  }
+  return text;
+}
+
+TEST(References, AreNamedWithWhatHoldsThem) {
+  auto document = Document::Create();
+  IZDMObjMgr* walls = document.AddManager(OLESTR("Walls"));
+  IZDMObject* a = document.Add(OLESTR("a"), walls);
+  IZDMObject* b = document.Add(OLESTR("b"), walls);
+  walls->SetCurrent(b);
+  document.Relate(a, b);
+  document.Relate(a, walls);
+  auto relations = zdm::CreateAs<IZReltnColl>(zdm::ClassRow<CZReltnColl>::kClassID);
+  a->AddRelation(RelationTo(nullptr));
+  EXPECT_EQ(TextOf(document.ReferencesOf(a)), "2>3r 2>1r ");
+  EXPECT_EQ(TextOf(document.ReferencesOf(walls)), "1>3c ");
+  EXPECT_EQ(TextOf(document.ReferencesTo(b)), "1>3c 2>3r ");
+  a->GetReltnColl()->GetHead()->ClearReltnStatus(ZRS_VALID);
+  EXPECT_EQ(TextOf(document.ReferencesTo(b)), "1>3c ");
+}
+
+TEST(DocumentDelete, NamesWhatIsInTheWayAndWhatWillReferToNothing) {
+  auto document = Document::Create();
+  IZDMObjMgr* walls = document.AddManager(OLESTR("Walls"));
+  IZDMObject* a = document.Add(OLESTR("a"), walls);
+  IZDMObject* b = document.Add(OLESTR("b"), walls);
+  IZDMObject* c = document.Add(OLESTR("c"));
+  document.Relate(a, b, ZR_DIFFUSIBLE);
+  document.Relate(c, a);
+  walls->SetCurrent(a);
+
+  Deletion plan = document.Delete({a, b});
+  ASSERT_EQ(plan.obstacles.size(), 1u);
+  EXPECT_EQ(plan.obstacles[0].why, DeletionObstacle::kCurrent);
+  EXPECT_EQ(plan.obstacles[0].object, a);
+  EXPECT_EQ(plan.obstacles[0].by, static_cast<IZDMObject*>(walls));
+  plan = document.Delete({b});
+  ASSERT_EQ(plan.obstacles.size(), 1u);
+  EXPECT_EQ(plan.obstacles[0].why, DeletionObstacle::kReferred);
+  EXPECT_EQ(plan.obstacles[0].by, a);
+  EXPECT_EQ(walls->GetCount(), 2) << "nothing was deleted so far";
+
+  plan = zdm::PlanDeletion(*document.Get(), {walls});
+  EXPECT_TRUE(plan.obstacles.empty()) << "references from inside the set are not in the way";
+  EXPECT_EQ(plan.objects.size(), 3u) << "a manager goes with its content";
+  EXPECT_EQ(TextOf(plan.dangling), "4>2r ");
+  zdm::CarryOut(*document.Get(), plan);
+  EXPECT_EQ(document->GetCount(), 1);
+  EXPECT_EQ(document.Find(2), nullptr);
+  EXPECT_EQ(TextOf(document.ReferencesOf(c)), "4>2r ") << "the ID is kept";
+  document.Save(TempFile("deleted.zdm"));
+  EXPECT_EQ(TextOf(Document::Open(document->GetPath())
+                       .ReferencesOf(Document::Open(document->GetPath()).Find(4)))
+                .size(),
+            0u);
+}
+
+/// What PlanDeletion finds for one object is what the ID table judges.
+TEST(DocumentDelete, JudgesLikeTheTable) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 200; ++round) {
+    auto document = Document::Create();
+    std::vector<IZDMObject*> objects;
+    for (int i = 0; i < 6; ++i) {
+      objects.push_back(document.Add(OLESTR("x")));
+      if (random() % 4 == 0) objects.back()->ClearOptionAllowed(zdm::kReferencesCount);
+      if (random() % 4 == 0) objects.back()->ClearOptionAllowed(zdm::kKeptWhileReferenced);
+      if (random() % 8 == 0) document->SetCurrent(objects.back());
+    }
+    for (int i = 0; i < 6; ++i) {
+      document.Relate(objects[random() % 6], objects[random() % 6],
+                      random() % 3 == 0 ? ZR_NONDIFFUSIBLE : ZR_DIFFUSIBLE);
+    }
+    for (IZDMObject* object : objects) {
+      const bool isFree = zdm::PlanDeletion(*document.Get(), {object}).obstacles.empty();
+      EXPECT_EQ(isFree, document->GetOIDManager()->JudgeDelete(object) == 1);
+    }
+  }
+}
+
+}  // namespace
