@@ -93,6 +93,8 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   void EndLoading();
   /// Objects that are valid and in no manager's list; the document holds them.
   const std::vector<ZRefPtr<IZDMObject>>& GetStrays() const { return strays_; }
+  /// They have managers now.
+  void ForgetStrays() { strays_.clear(); }
 
  private:
   void ListLostRecords();

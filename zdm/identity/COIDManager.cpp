@@ -78,6 +78,12 @@ void COIDManager::SetIDRange() {
   OwnerCache = nullptr;
 }
 
+bool COIDManager::AreCountersBehind() const {
+  return std::ranges::any_of(GetOIDs(), [this](const OID* oid) {
+    return oid->ID > SoftCounter || (oid->ID < 0 && oid->ID < -HardCounter);
+  });
+}
+
 void COIDManager::AddOID(OID* oid) {
   if (oid->isListed_) oid->table_->Remove(oid);
   MakeRoom(OIDVect);

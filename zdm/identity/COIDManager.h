@@ -50,6 +50,8 @@ class ZDM_API COIDManager {
   LONG QuerySoftID();
   /// The counters follow the first and last ID of the list; an empty list changes nothing.
   void SetIDRange();
+  /// A new ID would be one that is listed already.
+  bool AreCountersBehind() const;
   /// Lists the object under a new hard or soft ID and makes it attached and valid, unless it is
   /// attached already.
   /// @param recurse  the objects of a manager too, down its tree, in list order.
