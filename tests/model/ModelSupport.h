@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/model/StandIns.h"
+#include "zdm/host/IZGiMaterial.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
@@ -73,7 +74,10 @@ class Stray : public IZDMObjectImpl<IZDMObject> {
   ZDM_OBJECT(Stray)
  public:
   void Draw(IZGiDevice*, SubID*, GiContext*) override { ++drawn; }
+  IZGiMaterial* GetCategoryMaterial() override { return categoryMaterial; }
+
   int drawn = 0;
+  ZRefPtr<IZGiMaterial> categoryMaterial;
 };
 
 /// A relation that refers through a UID, paths included.
