@@ -2,7 +2,6 @@
 #pragma once
 
 #include "tests/model/StandIns.h"
-#include "zdm/host/IZGiMaterial.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
