@@ -286,6 +286,16 @@ TEST_F(DMObject, OffersOwnerThenParametersThenValidRelations) {
   }
 }
 
+TEST_F(DMObject, IsNotAmongItsOwnRelations) {
+  auto object = MakePlain();
+  object->AddRelation(object);
+  EXPECT_EQ(object->GetReltnColl(), nullptr);
+  object->AddRelation(RelationTo(object));
+  object->AddRelation(object);
+  EXPECT_EQ(object->GetReltnColl()->GetCount(), 1);
+  EXPECT_EQ(object->GetReferenceCount(), 1u);
+}
+
 TEST_F(DMObject, CloneCarriesIDOwnerAndCopiesOfWhatItHolds) {
   auto target = db.MakeObject();
   auto object = db.MakeObject(OLESTR("wall"), 20);
