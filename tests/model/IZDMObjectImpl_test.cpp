@@ -1,6 +1,7 @@
 // Identity, owners, copies and attachments of data-model objects.
 #include "platform/core/ZCore.h"
 #include "platform/geometry/GeBox.h"
+#include "platform/ole/CAtlException.h"
 #include "platform/system/Text.h"
 #include "tests/model/ModelSupport.h"
 #include "zdm/extdata/CZExtDataMgr.h"
@@ -24,6 +25,7 @@ using zdm::test::TestDatabase;
 namespace zdm::test {
 class Material;
 class Device;
+class Tree;
 }  // namespace zdm::test
 
 ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Material,
@@ -31,6 +33,8 @@ ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Material,
               IZGiMaterial)
 ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Device,
               "00000000-0000-0000-0000-000000000000", IZObject, IZGiDevice)
+ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Tree, "00000000-0000-0000-0000-000000000000",
+              IZObject, IZTreeData)
 
 namespace zdm::test {
 
@@ -53,8 +57,43 @@ class Device : public IZObjectImpl<IZGiDevice> {
   std::string calls;
 };
 
+/// Tree data that writes down when it goes.
+class Tree : public IZObjectImpl<IZTreeData> {
+  ZDM_OBJECT(Tree)
+ public:
+  explicit Tree(std::string& log) : log_(log) {}
+  ~Tree() override { log_ += "tree "; }
+
+ private:
+  std::string& log_;
+};
+
+/// A parameter array that writes down when it goes, and cannot be copied.
+class LastArray : public ParamArray {
+ public:
+  using ParamArray::Clone;
+
+  explicit LastArray(std::string& log) : log_(log) {}
+  ~LastArray() override { log_ += "parameters "; }
+  void Clone(IZParameterArray**) override { throw CAtlException(E_OUTOFMEMORY); }
+
+ private:
+  std::string& log_;
+};
+
+/// A relation that writes down when it goes.
+class LastReltn : public CZPlainSingleReltn {
+ public:
+  explicit LastReltn(std::string& log) : log_(log) {}
+  ~LastReltn() override { log_ += "relations "; }
+
+ private:
+  std::string& log_;
+};
+
 ZDM_OBJECT_BODY(Material)
 ZDM_OBJECT_BODY(Device)
+ZDM_OBJECT_BODY(Tree)
 
 }  // namespace zdm::test
 
@@ -247,6 +286,16 @@ TEST_F(DMObject, OffersOwnerThenParametersThenValidRelations) {
   }
 }
 
+TEST_F(DMObject, IsNotAmongItsOwnRelations) {
+  auto object = MakePlain();
+  object->AddRelation(object);
+  EXPECT_EQ(object->GetReltnColl(), nullptr);
+  object->AddRelation(RelationTo(object));
+  object->AddRelation(object);
+  EXPECT_EQ(object->GetReltnColl()->GetCount(), 1);
+  EXPECT_EQ(object->GetReferenceCount(), 1u);
+}
+
 TEST_F(DMObject, CloneCarriesIDOwnerAndCopiesOfWhatItHolds) {
   auto target = db.MakeObject();
   auto object = db.MakeObject(OLESTR("wall"), 20);
@@ -303,6 +352,54 @@ TEST_F(DMObject, CopyFromItselfOrNothingLosesNothing) {
   EXPECT_EQ(object->GetReltnColl(), relations);
   EXPECT_EQ(relations->GetCount(), 1);
   EXPECT_EQ(NameOf(object), "wall");
+}
+
+// The source is an element of the relations that the copy lets go of, and held by nothing else.
+TEST_F(DMObject, CopiesFromAnObjectAmongItsOwnRelations) {
+  auto object = db.MakeObject();
+  auto source = db.MakeObject(OLESTR("wall"));
+  source->AddRelation(RelationTo(object));
+  source->SetOptionAllowed(5);
+  object->AddRelation(source);
+  IZDMObject* last = source;
+  source = nullptr;
+  object->CopyFrom(last, zdm::kCopyMode);
+  EXPECT_EQ(NameOf(object), "wall");
+  EXPECT_EQ(object->GetOptionAllowed(), 5);
+  EXPECT_EQ(IDsOffered(*object), "-1 1 ");
+}
+
+TEST_F(DMObject, KeepsWhatItHoldsWhenTheSourceCannotBeCopied) {
+  std::string log;
+  auto source = db.MakeObject();
+  source->SetOptionAllowed(5);
+  source->SetParameterArray(zdm::MakeObject<IZParameterArray, zdm::test::LastArray>(log), false);
+  auto object = MakePlain();
+  object->AddRelation(RelationTo(source));
+  EXPECT_THROW(object->CopyFrom(source, zdm::kCopyMode), CAtlException);
+  EXPECT_FALSE(object->IsObjectValid());
+  EXPECT_NE(object->GetOptionAllowed(), 5);
+  EXPECT_EQ(object->GetReltnColl()->GetCount(), 1);
+  ZRefPtr<IZDMObject> clone;
+  EXPECT_THROW(source->CloneObject(clone.Out()), CAtlException);
+  EXPECT_EQ(clone, nullptr);
+}
+
+TEST_F(DMObject, GivesUpItsRecordThenTreeDataParametersRelations) {
+  std::string log;
+  auto object = db.MakeObject();
+  const OID* record = object->GetOID();
+  object->SetTreeData(zdm::MakeObject<IZObject, zdm::test::Tree>(log));
+  object->SetTreeData(zdm::MakeObject<IZObject, zdm::test::Tree>(log));
+  EXPECT_EQ(log, "tree ");
+  ZRefPtr<IZDMObject> copy;
+  object->CloneObject(copy.Out());
+  EXPECT_EQ(copy->GetTreeData(), nullptr);
+  object->AddRelation(zdm::MakeObject<IZObject, zdm::test::LastReltn>(log));
+  object->SetParameterArray(zdm::MakeObject<IZParameterArray, zdm::test::LastArray>(log), false);
+  object = nullptr;
+  EXPECT_EQ(record->Object, nullptr);
+  EXPECT_EQ(log, "tree tree parameters relations ");
 }
 
 TEST_F(DMObject, CannotBeClonedWhereTheFactoryDoesNotKnowItsClass) {
@@ -438,7 +535,17 @@ TEST_F(DMObject, MaterialIsTheParametersUnlessItDefersToTheCategory) {
   EXPECT_EQ(found.Get(), material.Get());
   EXPECT_EQ(material->GetReferenceCount(), 2u);
 
-  material->byCategory = true;  // and there is no category
+  zdm::test::Stray inCategory;
+  inCategory.categoryMaterial = zdm::MakeObject<IZGiMaterial, zdm::test::Material>();
+  inCategory.SetParameterArray(array, false);
+  EXPECT_TRUE(inCategory.GetMaterial(&kKey, found.Out()));
+  EXPECT_EQ(found.Get(), material.Get());
+  material->byCategory = true;
+  EXPECT_TRUE(inCategory.GetMaterial(&kKey, found.Out()));
+  EXPECT_EQ(found.Get(), inCategory.categoryMaterial.Get());
+  EXPECT_EQ(found->GetReferenceCount(), 2u);
+
+  // Without a category.
   EXPECT_TRUE(object->GetMaterial(&kKey, found.Out()));
   EXPECT_EQ(found.Get(), nullptr);
   EXPECT_EQ(material->GetReferenceCount(), 1u);

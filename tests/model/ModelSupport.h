@@ -81,7 +81,10 @@ class Stray : public IZDMObjectImpl<IZDMObject> {
   ZDM_OBJECT(Stray)
  public:
   void Draw(IZGiDevice*, SubID*, GiContext*) override { ++drawn; }
+  IZGiMaterial* GetCategoryMaterial() override { return categoryMaterial; }
+
   int drawn = 0;
+  ZRefPtr<IZGiMaterial> categoryMaterial;
 };
 
 /// A relation that refers through a UID, paths included.

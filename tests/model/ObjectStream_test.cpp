@@ -23,6 +23,7 @@ using zdm::test::UIDReltn;
 namespace {
 
 constexpr GUID kKey = {1, 0, 0, {}};
+constexpr std::size_t kMask = 33;  // offset of the option mask
 constexpr std::size_t kBody = 41;  // offset of the body's length
 
 class ObjectStream : public testing::Test {
@@ -143,6 +144,15 @@ TEST_F(ObjectStream, LoadingAgainReplacesRelationsAndClearsTheRest) {
   EXPECT_NE(object->GetExtData(kKey, OLESTR("item")), nullptr);
 }
 
+TEST_F(ObjectStream, ARecordWithoutAttachmentsTakesNoneAway) {
+  const std::vector<BYTE> bytes = BytesOf(*db.MakeObject(OLESTR("wall")), &db);
+  auto object = MakeFull(db.MakeObject(nullptr, 0x88), OLESTR("roof"));
+  EXPECT_EQ(LoadBytes(*object, bytes, &db), bytes.size());
+  EXPECT_EQ(NameOf(*object), "wall");
+  EXPECT_EQ(IDsOffered(*object), "-1 136 136 ");
+  EXPECT_NE(object->GetExtData(kKey, OLESTR("item")), nullptr);
+}
+
 TEST_F(ObjectStream, FlagsAreAnyByteForExtendedDataAndExactlyOneElsewhere) {
   std::vector<BYTE> bytes = BytesOf(*db.MakeObject(), &db);
   bytes[kBody + 5] = 2;     // relations
@@ -186,6 +196,39 @@ TEST_F(ObjectStream, AStreamCutAnywhereIsAnErrorAndLosesNothing) {
     const std::string offered = IDsOffered(*object);
     EXPECT_TRUE(offered == "-1 136 136 " || offered == "-1 136 119 " || offered == "-1 119 119 ")
         << offered;
+  }
+}
+
+// Of the header the option mask alone is believed. A damaged body loads or throws; either way the
+// object can be saved, and what it saves loads to the same again.
+TEST_F(ObjectStream, EveryDamagedByteIsSurvived) {
+  auto target = db.MakeObject(nullptr, 0x77);
+  const std::vector<BYTE> bytes = BytesOf(*MakeFull(target, OLESTR("wall")), &db);
+  auto intact = db.MakeObject();
+  LoadBytes(*intact, bytes, &db);
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    for (const int damage : {0x01, 0x80, 0xFF}) {
+      SCOPED_TRACE(testing::Message() << "byte " << at << " by " << damage);
+      std::vector<BYTE> damaged = bytes;
+      damaged[at] = static_cast<BYTE>(damaged[at] ^ damage);
+      auto object = db.MakeObject();
+      object->SetID(intact->GetID());
+      bool loads = true;
+      try {
+        LoadBytes(*object, damaged, &db);
+      } catch (const CAtlException&) {
+        loads = false;
+      }
+      const std::vector<BYTE> saved = BytesOf(*object, &db);
+      if (at < kMask || (at >= kBody && at < kBody + 4)) {
+        EXPECT_TRUE(loads);
+        EXPECT_EQ(saved, BytesOf(*intact, &db));
+      }
+      auto again = db.MakeObject();
+      again->SetID(intact->GetID());
+      EXPECT_EQ(LoadBytes(*again, saved, &db), saved.size());
+      EXPECT_EQ(BytesOf(*again, &db), saved);
+    }
   }
 }
 

@@ -128,7 +128,7 @@ struct ZDM_INTERFACE IZDMObject : IZRelation {
 
   // Relations.
 
-  /// Appends to the object's relation collection, which is created when absent.
+  /// Appends to the object's relation collection, made when absent; the object itself is left out.
   virtual void AddRelation(IZObject* relation) = 0;  // 103
   /// Borrowed; null until the first relation is added or loaded.
   virtual IZReltnColl* GetReltnColl() = 0;  // 104

@@ -51,8 +51,10 @@ void IZDMObjectImpl<T>::RemoveExtData(GUID key, IZObject* item) {
   if (IZExtDataCollection* items = extDataMgr_->GetCollection(key)) items->RemoveItem(data);
 }
 
+/// Among its own relations an object would never be released, and copying it would not end.
 template <class T>
 void IZDMObjectImpl<T>::AddRelation(IZObject* relation) {
+  if (static_cast<CZObject*>(relation) == static_cast<CZObject*>(this)) return;
   if (reltnColl_ == nullptr) {
     reltnColl_ = zdm::CreateAs<IZReltnColl>(zdm::ClassRow<CZReltnColl>::kClassID);
   }

@@ -248,30 +248,31 @@ LONGLONG IZDMObjectImpl<T>::GetOptionAllowed() {
 
 // Copying.
 
+// The source is read to its end before anything here goes: it may hang off what goes, and what
+// cannot be copied throws.
 template <class T>
 void IZDMObjectImpl<T>::CopyFrom(IZDMObject* source, LONG) {
   if (source == nullptr || static_cast<CZObject*>(source) == static_cast<CZObject*>(this)) return;
-  if (source->IsObjectValid()) this->SetStatus(ZOS_VALID);
-
-  if (IZExtDataMgr* manager = source->GetExtDataMgr()) {
-    ZRefPtr<IZExtDataMgr> clone;
-    manager->Clone(clone.Out());
-    extDataMgr_ = clone;
-  }
-
-  this->SetOptionAllowed(source->GetOptionAllowed());
-
+  const bool valid = source->IsObjectValid();
+  const LONGLONG options = source->GetOptionAllowed();
+  const ULONG displayValue = source->GetDisplayValue();
+  ZRefPtr<IZExtDataMgr> extData;
+  if (IZExtDataMgr* manager = source->GetExtDataMgr()) manager->Clone(extData.Out());
   ZRefPtr<IZReltnColl> relations;
   if (IZReltnColl* coll = source->GetReltnColl()) coll->Clone(relations.Out(), true);
+  ZRefPtr<IZParameterArray> parameters;
+  if (IZParameterArray* array = source->PeekParameterArray()) array->Clone(parameters.Out());
+
+  if (valid) this->SetStatus(ZOS_VALID);
+  if (extData != nullptr) extDataMgr_ = extData;
+  this->SetOptionAllowed(options);
   reltnColl_ = relations;
-
-  this->SetParameterArray(source->PeekParameterArray(), true);
-
-  this->SetDisplayValue(source->GetDisplayValue());
+  this->SetParameterArray(parameters, false);
+  this->SetDisplayValue(displayValue);
 }
 
 template <class T>
-void IZDMObjectImpl<T>::CloneInto(IZDMObject** out, LONG mode) {
+void IZDMObjectImpl<T>::CloneInto(IZDMObject** out, LONG) {
   *out = nullptr;
   GUID classId = GUID_NULL;
   if (FAILED(this->GetClassID(&classId))) return;
@@ -280,7 +281,7 @@ void IZDMObjectImpl<T>::CloneInto(IZDMObject** out, LONG mode) {
   ZCore::GetZFactory()->RegisterCreated(copy, classId);
 
   copy->SetID(this->GetID());
-  copy->CopyFrom(this, mode);
+  copy->CopyFrom(this, zdm::kCopyMode);
   copy->SetOwner(this->GetOwnerID() != 0 ? this->GetOwner() : nullptr);
   copy->GetOID()->Object = copy;
   *out = copy.Detach();

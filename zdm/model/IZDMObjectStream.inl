@@ -11,10 +11,11 @@
 
 namespace zdm {
 
-/// Loads what an object already has. A trial on a new object of its class comes first, since `held`
-/// is emptied before it loads and would lose everything to a damaged stream.
+/// Loads what an object already has; held, since the object may let go of it while it is emptied.
+/// A trial on a new object of its class comes first, as a damaged stream would otherwise leave
+/// nothing of what it was.
 template <class Attachment>
-void ReloadHeld(Attachment* held, ZRefPtr<Attachment> trial, IZStream* stream,
+void ReloadHeld(const ZRefPtr<Attachment>& trial, const ZRefPtr<Attachment> held, IZStream* stream,
                 IZDatabase* database) {
   if (trial == nullptr) throw CAtlException(E_FAIL);
   const ULONGLONG start = stream->GetPosition();
@@ -145,7 +146,7 @@ void IZDMObjectImpl<T>::LoadExtData(IZStream* stream, IZDatabase* database) {
   if (flag == 0) return;
   auto manager = zdm::CreateAs<IZExtDataMgr>(zdm::ClassRow<CZExtDataMgr>::kClassID);
   if (extDataMgr_ != nullptr) {
-    zdm::ReloadHeld<IZExtDataMgr>(extDataMgr_, manager, stream, database);
+    zdm::ReloadHeld<IZExtDataMgr>(manager, extDataMgr_, stream, database);
     return;
   }
   if (manager == nullptr) throw CAtlException(E_FAIL);
@@ -167,9 +168,9 @@ template <class T>
 void IZDMObjectImpl<T>::LoadParameters(IZStream* stream, IZDatabase* database) {
   if (paramArray_ != nullptr) {
     zdm::ReloadHeld<IZParameterArray>(
-        paramArray_, zdm::CreateAs<IZParameterArray>(zdm::ClassRow<CZParameterArray>::kClassID),
+        zdm::CreateAs<IZParameterArray>(zdm::ClassRow<CZParameterArray>::kClassID), paramArray_,
         stream, database);
-    paramArray_->SetOwner(this);
+    HoldParameterArray(paramArray_);
     return;
   }
   if (QueryParameterArray() == nullptr) throw CAtlException(E_FAIL);

@@ -1,0 +1,2 @@
+zdm_add_bench(Model_bench Model_bench.cpp)
+target_link_libraries(Model_bench PRIVATE zdm_test_support)
