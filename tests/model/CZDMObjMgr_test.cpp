@@ -424,16 +424,18 @@ TEST_F(ObjMgr, ClearsStatusDownTheTreeBehindTheFilter) {
 }
 
 TEST_F(ObjMgr, AChainOfManagersNeedsNoDeepStack) {
-  constexpr int kDepth = 200000;
+  constexpr int kDepth = 50000;
   auto top = MakeManager(OLESTR("top"));
   auto leaf = MakeNamed(OLESTR("leaf"));
   leaf->SetStatus(kBit);
-  for (ZRefPtr<IZDMObjMgr> at = top; at != nullptr;) {
-    static int made = 0;
-    ZRefPtr<IZDMObjMgr> next = ++made < kDepth ? MakeManager() : nullptr;
-    at->AttachTail(next != nullptr ? next.Get() : leaf.Get());
-    at = next;
+  ZRefPtr<IZDMObjMgr> last = top;
+  for (int depth = 1; depth < kDepth; ++depth) {
+    auto next = MakeManager();
+    last->AttachTail(next);
+    last = next;
   }
+  last->AttachTail(leaf);
+  last.Reset();
   top->ClearStatusTree(0, kBit);
   EXPECT_FALSE(leaf->JudgeStatus(kBit));
   leaf->SetStatus(kBit);
