@@ -4,6 +4,7 @@
 #include "platform/ole/CAtlException.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/model/CZDMObjMgr.h"
+#include "zdm/model/IZDMObjColl.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -8,7 +8,6 @@
 #include "zdm/extdata/IZExtDataMgr.h"
 #include "zdm/host/IZGiMaterial.h"
 #include "zdm/model/CZDMDictionary.h"
-#include "zdm/model/CZDMObjColl.h"
 #include "zdm/model/CZDMObjMgr.h"
 #include "zdm/model/IZDMObjColl.h"
 #include "zdm/model/IZDMObjIterator.h"
@@ -115,10 +114,9 @@ TEST(Slots, TheTemplateAddsItsOwnBehindTheInterface) {
 TEST(Slots, TheManagerTemplateAddsItsOwnBehindThoseOfTheObjectTemplate) {
   ExpectInOrder(184, {ZDM_SLOT(CZDMObjMgr, CloneRelation), ZDM_SLOT(CZDMObjMgr, CloneInto)});
   ExpectInOrder(199, {ZDM_SLOT(CZDMObjMgr, ReservedQuery16), ZDM_SLOT(CZDMObjMgr, MergeFrom),
-                      ZDM_SLOT(CZDMObjMgr, FindSameManager), ZDM_SLOT(CZDMObjMgr, getVersion)});
-  ExpectInOrder(201,
-                {ZDM_SLOT(CZDMDictionary, FindSameManager), ZDM_SLOT(CZDMDictionary, getVersion)});
-  EXPECT_EQ(SlotOf(&CZDMObjColl::getVersion), 74);
+                      ZDM_SLOT(CZDMObjMgr, FindSameManager)});
+  ExpectInOrder(200,
+                {ZDM_SLOT(CZDMDictionary, MergeFrom), ZDM_SLOT(CZDMDictionary, FindSameManager)});
 }
 
 TEST(Slots, IZGiMaterial) { ExpectInOrder(130, {ZDM_SLOT(IZGiMaterial, IsByCategory)}); }
