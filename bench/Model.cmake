@@ -1,2 +1,4 @@
 zdm_add_bench(Model_bench Model_bench.cpp)
 target_link_libraries(Model_bench PRIVATE zdm_test_support)
+zdm_add_bench(Manager_bench Manager_bench.cpp)
+target_link_libraries(Manager_bench PRIVATE zdm_test_support)

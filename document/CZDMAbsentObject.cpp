@@ -1,6 +1,6 @@
 #include "document/CZDMAbsentObject.h"
 
-#include "document/HostIdentity.h"
+#include "document/Counterpart.h"
 #include "platform/core/CZStream.h"
 #include "platform/ole/BytesStream.h"
 #include "platform/ole/CAtlException.h"
@@ -144,5 +144,5 @@ bool CZDMAbsentObject::JudgeSame(IZDMObject* other) {
   if (IZDMObjectImpl::JudgeSame(other)) return true;
   auto* absent = dynamic_cast<CZDMAbsentObject*>(other);
   return absent != nullptr && absent->header_.classId == header_.classId &&
-         zdm::IsCounterpart(*this, *other);
+         zdm::AreCounterparts(*this, *other);
 }

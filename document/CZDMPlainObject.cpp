@@ -1,6 +1,6 @@
 #include "document/CZDMPlainObject.h"
 
-#include "document/HostIdentity.h"
+#include "document/Counterpart.h"
 
 #include <utility>
 
@@ -19,8 +19,8 @@ void CZDMPlainObject::CopyFrom(IZDMObject* source, LONG mode) {
 }
 
 bool CZDMPlainObject::JudgeSame(IZDMObject* other) {
-  if (IZDMObjectImpl::JudgeSame(other)) return true;
-  return other != nullptr && zdm::IsCounterpart(*this, *other);
+  return IZDMObjectImpl::JudgeSame(other) ||
+         (other != nullptr && zdm::AreCounterparts(*this, *other));
 }
 
 // Own data: the name, as IZStream::WriteBSTR writes it.

@@ -1,6 +1,9 @@
 #include "document/ClassTable.h"
 
 #include "document/CZDMAbsentObject.h"
+#include "document/CZDMArc.h"
+#include "document/CZDMCircle.h"
+#include "document/CZDMLnSeg.h"
 #include "document/CZDMPlainObject.h"
 #include "document/CZDocument.h"
 #include "document/CZOptPath.h"

@@ -154,6 +154,7 @@ void CZDMObjColl::DrawAll(IZGiDevice* device, GiContext* context) {
 }
 
 void CZDMObjColl::DrawOptionAllowed(LONGLONG mask, IZGiDevice* device) {
+  if (device == nullptr) return;
   GiContext* context = device->GetContext(mask);
   for (LONGLONG pos = GetHeadPosition(); pos != 0;) {
     IZDMObject* object = GetNext(pos);
@@ -164,6 +165,7 @@ void CZDMObjColl::DrawOptionAllowed(LONGLONG mask, IZGiDevice* device) {
 }
 
 void CZDMObjColl::DrawAllEx(IZGiDevice* device, GiContext* context) {
+  if (device == nullptr) return;
   for (LONGLONG pos = GetHeadPosition(); pos != 0;) {
     IZDMObject* object = GetNext(pos);
     if (object == nullptr) continue;
@@ -266,6 +268,7 @@ void CZDMObjColl::GetUniqueName(const OLECHAR* prefix, BSTR* out) {
 void CZDMObjColl::FindByID(IZDMObject* key, IZDMObject** out) {
   if (out == nullptr) return;
   *out = nullptr;
+  if (key == nullptr) return;
   const ULONG id = key->GetID();
   for (POSITION pos = List::GetHeadPosition(); pos != nullptr;) {
     const ZRefPtr<IZDMObject>& object = List::GetNext(pos);

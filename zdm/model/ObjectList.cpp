@@ -22,7 +22,7 @@ LONGLONG FromPosition(POSITION pos) { return reinterpret_cast<LONGLONG>(pos); }
 template <class Test>
 POSITION FirstFrom(ObjectList& objects, POSITION pos, Test passes) {
   while (pos != nullptr) {
-    const POSITION at = pos;
+    POSITION at = pos;
     if (passes(objects.GetNext(pos).Get())) return at;
   }
   return nullptr;
@@ -31,7 +31,7 @@ POSITION FirstFrom(ObjectList& objects, POSITION pos, Test passes) {
 template <class Test>
 POSITION LastFrom(ObjectList& objects, POSITION pos, Test passes) {
   while (pos != nullptr) {
-    const POSITION at = pos;
+    POSITION at = pos;
     if (passes(objects.GetPrev(pos).Get())) return at;
   }
   return nullptr;
@@ -51,7 +51,7 @@ zdm::Bstr NameOf(IZDMObject* object) {
 template <class Test>
 IZDMObject* FindNamed(ObjectList& objects, const OLECHAR* name, Test passes) {
   const zdm::Bstr wanted(name);
-  const POSITION pos = FirstFrom(objects, objects.GetHeadPosition(), [&](IZDMObject* object) {
+  POSITION pos = FirstFrom(objects, objects.GetHeadPosition(), [&](IZDMObject* object) {
     return passes(object) && zdm::SameName(NameOf(object).Get(), wanted.Get());
   });
   return pos != nullptr ? objects.GetAt(pos).Get() : nullptr;
@@ -92,9 +92,9 @@ ULONG zdm::GetStatusCount(ObjectList& objects, LONG bit) {
 LONG zdm::MovePrevStatus(ObjectList& objects, IZDMObject* object, LONG bit) {
   // From the tail, like the list's own MovePrev: of two positions of one object the last one moves.
   const auto isObject = [&](IZDMObject* other) { return other == object && HasStatus(other, bit); };
-  const POSITION head = ToPosition(GetHeadStatusPosition(objects, bit));
+  POSITION head = ToPosition(GetHeadStatusPosition(objects, bit));
   if (head == nullptr || objects.GetAt(head).Get() == object) return E_FAIL;
-  const POSITION at = LastFrom(objects, objects.GetTailPosition(), isObject);
+  POSITION at = LastFrom(objects, objects.GetTailPosition(), isObject);
   if (at == nullptr) return E_FAIL;
   LONGLONG prev = FromPosition(at);
   GetStatusPrev(objects, bit, prev);
@@ -104,9 +104,9 @@ LONG zdm::MovePrevStatus(ObjectList& objects, IZDMObject* object, LONG bit) {
 
 LONG zdm::MoveNextStatus(ObjectList& objects, IZDMObject* object, LONG bit) {
   const auto isObject = [&](IZDMObject* other) { return other == object && HasStatus(other, bit); };
-  const POSITION tail = ToPosition(GetTailStatusPosition(objects, bit));
+  POSITION tail = ToPosition(GetTailStatusPosition(objects, bit));
   if (tail == nullptr || objects.GetAt(tail).Get() == object) return E_FAIL;
-  const POSITION at = FirstFrom(objects, objects.GetHeadPosition(), isObject);
+  POSITION at = FirstFrom(objects, objects.GetHeadPosition(), isObject);
   if (at == nullptr) return E_FAIL;
   LONGLONG next = FromPosition(at);
   GetStatusNext(objects, bit, next);
