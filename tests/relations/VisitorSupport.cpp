@@ -1,9 +1,10 @@
 #include "tests/relations/VisitorSupport.h"
 
+#include "zdm/model/CZDMObjColl.h"
+
 namespace zdm::test {
 
 ZDM_OBJECT_BODY(Compound)
-ZDM_OBJECT_BODY(ObjColl)
 
 namespace {
 
@@ -57,7 +58,7 @@ ZRefPtr<IZDMObjColl> Objects::Collect(std::initializer_list<LONG> ids) const {
   return coll;
 }
 
-ZRefPtr<IZDMObjColl> NewObjColl() { return MakeObject<IZDMObjColl, ObjColl>(); }
+ZRefPtr<IZDMObjColl> NewObjColl() { return MakeObject<IZDMObjColl, CZDMObjColl>(); }
 
 std::string NumbersIn(IZDMObjColl& objects) {
   std::string words;

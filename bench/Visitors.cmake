@@ -1,0 +1,2 @@
+zdm_add_bench(Visitors_bench Visitors_bench.cpp)
+target_link_libraries(Visitors_bench PRIVATE zdm_test_support)
