@@ -94,8 +94,9 @@ class ZDM_API COIDManager {
   int RegisterOwner(const LONG& id, IZDMObject* object);
   static void SetOwnerOID(const std::list<IZDMObject*>& objects, OID* owner);
   /// Attaches every bound object to the manager that owns it, hard IDs at the head, soft ones at
-  /// the tail, and gives up the creation reference of each that it attaches; those are attached and
-  /// valid then. An object without such a manager is neither.
+  /// the tail, and gives up the creation reference of each that it attaches, but for those kept
+  /// among the unresolved; all of them are attached and valid then. An object without such a
+  /// manager is neither.
   void SetupOwner();
 
   // Status over the whole list; 0 to 63, otherwise std::out_of_range.

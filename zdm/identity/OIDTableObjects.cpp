@@ -122,6 +122,9 @@ void COIDManager::SetOwnerOID(const std::list<IZDMObject*>& objects, OID* owner)
 void COIDManager::SetupOwner() {
   // A copy, since adding an object to a manager may run code of the host.
   const std::vector<OID*> oids = GetOIDs();
+  // The creation reference of what ReadStream could not attach is the one it keeps.
+  std::unordered_set<IZDMObject*> unresolved;
+  for (const UnresolvedObject& record : Unresolved) unresolved.insert(record.Object);
   for (OID* oid : oids) {
     IZDMObject* object = oid->Object;
     if (object == nullptr) continue;
@@ -137,7 +140,7 @@ void COIDManager::SetupOwner() {
       } else {
         manager->AttachTail(object);
       }
-      object->Release();
+      if (!unresolved.contains(object)) object->Release();
       if (oid->Object == nullptr) continue;  // the manager did not want it
       oid->SetStatus(ZOS_ATTACHED, 0);
     }

@@ -1,0 +1,2 @@
+zdm_add_bench(Recovery_bench Recovery_bench.cpp)
+target_link_libraries(Recovery_bench PRIVATE zdm_test_support)

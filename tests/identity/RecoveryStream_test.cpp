@@ -1,0 +1,389 @@
+// Objects read back from a bare stream: where they go, and what damage costs.
+#include "platform/system/Text.h"
+#include "tests/identity/RecoverySupport.h"
+#include "tests/support/CapturedOutput.h"
+#include "zdm/host/IZPersistStrategy.h"
+
+#include <cstdlib>
+
+ZDM_OBJECT_BODY(zdm::test::Fragile)
+
+namespace {
+
+using namespace zdm::test;
+using IDs = std::vector<LONG>;
+
+constexpr LONG kOwner = Target::kManager;
+constexpr GUID kUnknownClass = {0xDEADBEEF, 1, 2, {3, 4, 5, 6, 7, 8, 9, 10}};
+
+Bytes WithClass(Bytes record, const GUID& classId) {
+  std::memcpy(record.data(), &classId, sizeof(classId));
+  return record;
+}
+
+Bytes Failing(BYTE outcome, LONG id, LONG ownerId = kOwner) {
+  Fragile* object = new Fragile(outcome);
+  const auto held = zdm::Attached<IZDMObject>(object);
+  return RecordOf(*held, id, ownerId);
+}
+
+TEST(ReadStream, AttachesObjectsInTheOrderOfTheStream) {
+  Target target;
+  Bytes second = Plain(10, kOwner, OLESTR("second"));
+  second[33] = 0x55;  // option mask
+  EXPECT_EQ(target.Read(Plain(12, kOwner) + second), 1);
+  EXPECT_EQ(target.Attached(), (IDs{12, 10}));
+  EXPECT_EQ(target.Unresolved(), "");
+  OID* record = target.database->oids.GetOIDByID(10);
+  ASSERT_NE(record->Object, nullptr);
+  zdm::Bstr name;
+  record->Object->GetName(name.Out());
+  EXPECT_EQ(name, zdm::Bstr(OLESTR("second")));
+  EXPECT_EQ(record->OptionAllowed & 0xFF, 0x55);
+  EXPECT_TRUE(record->JudgeStatus(ZOS_ATTACHED));
+  EXPECT_TRUE(record->JudgeStatus(ZOS_VALID));
+  EXPECT_EQ(record->Object->GetOwner(), static_cast<IZDMObject*>(target.manager));
+  EXPECT_EQ(record->Object->GetReferenceCount(), 1u);
+  EXPECT_EQ(target.database->oids.GetOIDByID(11)->Object, nullptr);
+}
+
+TEST(ReadStream, NestedManagersTakeTheirObjects) {
+  Target target;
+  const auto inner = NewManager();
+  Bytes former = WithClass(RecordOf(*inner, 11, kOwner),
+                           zdm::ParseGuid("48500453-9BE3-480D-B645-48CDE9751D3A"));
+  EXPECT_EQ(target.Read(former + Plain(12, 11)), 1);
+  EXPECT_EQ(target.Attached(), (IDs{11}));
+  auto* read = zdm::ViewAs<IZDMObjMgr>(target.manager->GetHead());
+  ASSERT_NE(read, nullptr) << "records of the former class are managers";
+  EXPECT_EQ(read->GetZRID(), zdm::ClassRow<CZDMObjMgr>::kClassID);
+  EXPECT_EQ(read->GetCount(), 1);
+}
+
+TEST(ReadStream, WhatBecomesOfEachRecord) {
+  struct Case {
+    const char* name;
+    Bytes stream;
+    int answer;
+    IDs attached;
+    const char* unresolved;
+  };
+  const Bytes good = Plain(12, kOwner);
+  const Case cases[] = {
+      {"empty stream", {}, 1, {}, ""},
+      {"no ID", Plain(0, kOwner) + good, 1, {12}, ""},
+      {"an ID that is not listed", Plain(99, kOwner) + good, 1, {12}, ""},
+      {"the root's ID", Plain(-1, kOwner) + good, 1, {12}, ""},
+      {"the same ID twice", Plain(10, kOwner) + Plain(10, kOwner) + good, 1, {10, 12}, ""},
+      {"no owner", Plain(10, 0) + good, 1, {12}, "10<0 "},
+      {"an owner that is not listed", Plain(10, 99) + good, 1, {12}, "10<99 "},
+      {"an owner that is not read yet", Plain(10, 11) + good, 1, {12}, "10<11 "},
+      {"an owner that is no manager",
+       Plain(10, kOwner) + Plain(11, 10) + good,
+       1,
+       {10, 12},
+       "11<10 "},
+      {"its own owner", RecordOf(*NewManager(), 10, 10) + good, 1, {12}, "10<10 "},
+      {"an unknown class", good + WithClass(Plain(10, kOwner), kUnknownClass), 0, {12}, ""},
+      {"a class of relations",
+       good + WithClass(Plain(10, kOwner), zdm::ClassRow<CZPlainSingleReltn>::kClassID),
+       0,
+       {12},
+       ""},
+      {"a class identifier cut off", good + Bytes(15, 1), 1, {12}, ""},
+      {"a header cut off", good + Bytes(good.begin(), good.begin() + 40), 1, {12}, ""},
+  };
+  for (const Case& row : cases) {
+    SCOPED_TRACE(row.name);
+    const zdm::CapturedOutput output;
+    Target target;
+    EXPECT_EQ(target.Read(row.stream), row.answer);
+    EXPECT_EQ(target.Attached(), row.attached);
+    EXPECT_EQ(target.Unresolved(), row.unresolved);
+    EXPECT_EQ(output.DebugText(), "");
+  }
+}
+
+TEST(ReadStream, UnresolvedObjectsKeepClassAndOneReference) {
+  Target target;
+  target.Read(Plain(10, 0));
+  const auto& record = target.database->oids.GetUnresolved().front();
+  EXPECT_EQ(record.ClassID, zdm::ClassRow<CZDMPlainObject>::kClassID);
+  EXPECT_EQ(record.Object->GetReferenceCount(), 1u);
+  EXPECT_EQ(record.Object->GetOID(), target.database->oids.GetOIDByID(10));
+  EXPECT_FALSE(record.Object->IsObjectValid());
+}
+
+TEST(ReadStream, UnresolvedObjectsCanBeSetUpAfterwards) {
+  Target target;
+  target.Read(RecordOf(*NewManager(), 11, 12) + RecordOf(*NewManager(), 12, kOwner));
+  EXPECT_EQ(target.Unresolved(), "11<12 ");
+  target.database->oids.SetupOwner();
+  IZDMObject* object = target.database->oids.GetOIDByID(11)->Object;
+  ASSERT_NE(object, nullptr);
+  EXPECT_TRUE(object->IsObjectAttached());
+  EXPECT_EQ(object->GetReferenceCount(), 2u) << "the manager's and that of the unresolved";
+}
+
+// Zeros between records.
+
+TEST(ReadStream, PassesOverZerosAndOneByteMore) {
+  const Bytes first = Plain(10, kOwner);
+  const Bytes last = Plain(12, kOwner);
+  // Sixteen zeros are a class identifier of zeros, and the byte behind them is passed over.
+  for (const std::size_t zeros : {16u, 17u, 31u, 32u, 33u, 255u, 256u, 272u, 273u, 274u, 528u,
+                                  65536u, 65552u, 65553u, 70000u, 200000u}) {
+    SCOPED_TRACE(zeros);
+    Target target;
+    const bool loses = zeros == 16;  // the byte passed over is the record's first
+    EXPECT_EQ(target.Read(first + Bytes(zeros) + last), loses ? 0 : 1);
+    EXPECT_EQ(target.Attached(), loses ? IDs{10} : (IDs{10, 12}));
+  }
+}
+
+TEST(ReadStream, PaddingUpToTheEndAnswersZero) {
+  for (const std::size_t zeros : {16u, 17u, 33u, 100000u}) {
+    Target target;
+    EXPECT_EQ(target.Read(Plain(10, kOwner) + Bytes(zeros)), 0) << zeros;
+    EXPECT_EQ(target.Attached(), (IDs{10}));
+  }
+  Target target;
+  EXPECT_EQ(target.Read(Plain(10, kOwner) + Bytes(15)), 1) << "too short for an identifier";
+}
+
+TEST(ReadStream, ScanFindsWhatTheStepwiseScanFinds) {
+  // Zeros, then bytes of all kinds, then a record, at many offsets against the window.
+  const Bytes record = Plain(12, kOwner);
+  for (std::size_t noise = 0; noise < 600; noise += 7) {
+    Bytes stream(17);
+    for (std::size_t i = 0; i < noise; ++i) stream.push_back(static_cast<BYTE>(i * 37 + 1));
+    Target target;
+    EXPECT_EQ(target.Read(stream + record), 1) << noise;
+    EXPECT_EQ(target.Attached(), (IDs{12})) << noise;
+  }
+}
+
+// Records that cannot be loaded.
+
+class ReadErrors : public testing::Test {
+ protected:
+  ~ReadErrors() override { Unlock(nullptr); }
+
+  static void Unlock(const char* value) {
+#if defined(_WIN32)
+    _putenv_s("qv_unlock", value == nullptr ? "" : value);
+#else
+    if (value == nullptr) {
+      unsetenv("qv_unlock");
+    } else {
+      setenv("qv_unlock", value, 1);
+    }
+#endif
+  }
+
+  zdm::CapturedOutput output;
+  Target target;
+};
+
+TEST_F(ReadErrors, AreReportedAndTheObjectIsKept) {
+  const Bytes stream = Plain(10, kOwner) + Failing(1, 11) + Plain(12, kOwner);
+  EXPECT_EQ(target.Read(stream), 1);
+  EXPECT_EQ(output.DebugText(), "\n出错对象: SelfPID(11), OwnerPID(5)\n");
+  EXPECT_TRUE(output.Messages().empty());
+  EXPECT_EQ(target.Attached(), (IDs{10, 12})) << "body and tail are skipped";
+  ASSERT_EQ(target.Unresolved(), "11<5 ");
+  EXPECT_TRUE(Fragile::sawLoading);
+  const auto& record = target.database->oids.GetUnresolved().front();
+  EXPECT_EQ(record.ClassID, zdm::ClassRow<Fragile>::kClassID);
+  EXPECT_FALSE(record.Object->JudgeStatus(ZOS_LOADING));
+  EXPECT_FALSE(record.Object->IsObjectValid());
+}
+
+TEST_F(ReadErrors, AreShownWhenUnlocked) {
+  struct Case {
+    const char* value;
+    std::size_t boxes;
+  };
+  for (const Case row : {Case{nullptr, 0}, Case{"", 0}, Case{"0", 1}, Case{"yes", 1}}) {
+    Unlock(row.value);
+    const zdm::CapturedOutput shown;
+    target.Read(Failing(1, 0, -7));
+    EXPECT_EQ(shown.DebugText(), "\n出错对象: SelfPID(0), OwnerPID(-7)\n");
+    ASSERT_EQ(shown.Messages().size(), row.boxes);
+    for (const auto& message : shown.Messages()) {
+      EXPECT_EQ(message.text, shown.DebugText());
+      EXPECT_EQ(message.caption, "Read Error");
+      EXPECT_EQ(message.flags, UINT{MB_OK | MB_ICONINFORMATION});
+    }
+  }
+}
+
+TEST_F(ReadErrors, OfEveryKindLeaveTheStreamInStep) {
+  for (const BYTE outcome : {BYTE{1}, BYTE{2}, BYTE{3}}) {
+    SCOPED_TRACE(int{outcome});
+    Target fresh;
+    EXPECT_EQ(fresh.Read(Failing(outcome, 11) + Plain(12, kOwner)), 1);
+    EXPECT_EQ(fresh.Attached(), (IDs{12}));
+    EXPECT_EQ(fresh.Unresolved(), "11<5 ");
+  }
+  // A tail that cannot be read has no length: the record behind it is out of step.
+  Target fresh;
+  EXPECT_EQ(fresh.Read(Failing(4, 11) + Plain(12, kOwner)), 0);
+  EXPECT_EQ(fresh.Unresolved(), "11<5 ");
+}
+
+TEST_F(ReadErrors, HostileLengthsGoForwardOnly) {
+  for (const ULONG length : {0x7FFFFFFFu, 0x80000000u, 0xFFFFFFD3u, 0xFFFFFFFFu}) {
+    SCOPED_TRACE(length);
+    Bytes record = Failing(1, 11);
+    std::memcpy(&record[41], &length, sizeof(length));
+    Target fresh;
+    EXPECT_EQ(fresh.Read(Plain(10, kOwner) + record + Plain(12, kOwner)), 1);
+    EXPECT_EQ(fresh.Attached(), (IDs{10}));
+    EXPECT_EQ(fresh.Unresolved(), "11<5 ");
+  }
+}
+
+TEST_F(ReadErrors, CutsKeepWhatPrecedesThem) {
+  const Bytes first = Plain(10, kOwner);
+  const Bytes all = first + Plain(11, kOwner) + Bytes(20) + Plain(12, kOwner);
+  for (std::size_t size = 0; size < all.size(); ++size) {
+    Target fresh;
+    fresh.Read({all.begin(), all.begin() + static_cast<LONG>(size)});
+    IDs expected;
+    if (size >= first.size()) expected.push_back(10);
+    if (size >= 2 * first.size()) expected.push_back(11);
+    EXPECT_EQ(fresh.Attached(), expected) << size;
+  }
+}
+
+TEST_F(ReadErrors, FailingStreamsEndTheReading) {
+  const Bytes stream = Plain(10, kOwner) + Plain(11, kOwner);
+  for (int calls = 0; calls < 2; ++calls) {
+    Target fresh;
+    ByteStream source(stream);
+    source.below.failAfter = calls;
+    EXPECT_EQ(fresh.database->oids.ReadStream(&source), 1);
+    EXPECT_EQ(fresh.Attached().size(), calls == 0 ? 0u : 2u);
+  }
+}
+
+}  // namespace
+
+namespace zdm::test {
+class AddLast;
+class Meter;
+}  // namespace zdm::test
+
+ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::AddLast,
+              "00000000-0000-0000-0000-000000000000", IZObject, IZPersistStrategy)
+ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Meter,
+              "00000000-0000-0000-0000-000000000000", IZObject, IZProgressMeter)
+
+namespace zdm::test {
+
+/// Puts objects at the head and drops the one of ID 11.
+class AddLast : public IZObjectImpl<IZPersistStrategy> {
+  ZDM_OBJECT(AddLast)
+ public:
+  void Add(IZDMObjMgr* manager, IZDMObject* object) override {
+    if (object->GetID() != 11) manager->AttachHead(object->GetIZObject());
+  }
+};
+
+class Meter : public IZObjectImpl<IZProgressMeter> {
+  ZDM_OBJECT(Meter)
+ public:
+  void SetRange(LONG) override {}
+  void Step(LONG count) override { steps += count; }
+  LONG steps = 0;
+};
+
+/// Has a strategy, and a class for records of type 7.
+class HelpfulDatabase : public TestDatabase {
+ public:
+  IZPersistStrategy* GetPersistStrategy() override {
+    ++asked;
+    return strategy;
+  }
+  void CreateByType(BYTE type, IZDMObject** out) override {
+    *out = type == 7 ? zdm::MakeObject<IZDMObject, CZDMPlainObject>().Detach() : nullptr;
+  }
+
+  int asked = 0;
+  ZRefPtr<IZPersistStrategy> strategy;
+};
+
+ZDM_OBJECT_BODY(AddLast)
+ZDM_OBJECT_BODY(Meter)
+
+}  // namespace zdm::test
+
+namespace {
+
+// The host's part.
+
+class ReadByHost : public testing::Test {
+ protected:
+  ReadByHost() {
+    db.Add(manager, kOwner);
+    for (const LONG id : {10, 11, 12}) ListRecord(db.oids, id);
+  }
+
+  HelpfulDatabase db;
+  ZRefPtr<IZDMObjMgr> manager = NewManager();
+};
+
+TEST_F(ReadByHost, StrategyPutsObjectsWhereItWants) {
+  db.strategy = zdm::MakeObject<IZPersistStrategy, AddLast>();
+  ByteStream stream(Plain(10, kOwner) + Plain(11, kOwner) + Plain(12, kOwner));
+  EXPECT_EQ(db.oids.ReadStream(&stream), 1);
+  EXPECT_EQ(manager->GetCount(), 2);
+  EXPECT_EQ(manager->GetHead()->GetID(), 12u);
+  EXPECT_EQ(db.oids.GetOIDByID(11)->Object, nullptr) << "dropped by the strategy";
+  EXPECT_FALSE(db.oids.GetOIDByID(11)->JudgeStatus(ZOS_VALID));
+  EXPECT_EQ(db.asked, 1);
+}
+
+TEST_F(ReadByHost, TypeByteMakesObjectsOfUnknownClasses) {
+  Bytes record = WithClass(Plain(10, kOwner), kUnknownClass);
+  record[32] = 7;
+  ByteStream stream(record + Plain(12, kOwner));
+  EXPECT_EQ(db.oids.ReadStream(&stream), 1);
+  EXPECT_EQ(manager->GetCount(), 2);
+}
+
+TEST_F(ReadByHost, EveryRecordIsAStep) {
+  auto meter = zdm::Attached(new Meter);
+  db.oids.SetProgressMeter(meter);
+  ByteStream stream(Plain(10, kOwner) + Plain(0, 0) + Bytes(17) + Plain(12, kOwner));
+  EXPECT_EQ(db.oids.ReadStream(&stream), 1);
+  EXPECT_EQ(meter->steps, 3);
+}
+
+TEST(ReadStream, WorksWithoutDocument) {
+  COIDManager table;
+  ListRecord(table, 10);
+  ByteStream stream(Plain(10, kOwner) + WithClass(Plain(10, kOwner), kUnknownClass));
+  EXPECT_EQ(table.ReadStream(&stream), 0);
+  EXPECT_EQ(table.GetUnresolved().size(), 1u);
+}
+
+TEST(ReadStream, ChainsOfManagersOfAnyLengthEnd) {
+  constexpr LONG kLength = 100000;
+  Target target({});
+  ByteStream stream;
+  const Bytes record = RecordOf(*NewManager(), 0, 0);
+  for (LONG id = 10; id < 10 + kLength; ++id) {
+    ListRecord(target.database->oids, id);
+    Bytes link = record;
+    const LONG ids[] = {id, id == 10 ? kOwner : id - 1};
+    std::memcpy(&link[24], ids, sizeof(ids));
+    stream.Write(link.data(), static_cast<ULONG>(link.size()));
+  }
+  stream.Seek(0, STREAM_SEEK_SET);
+  EXPECT_EQ(target.database->oids.ReadStream(&stream), 1);
+  EXPECT_EQ(target.database->oids.GetValidOIDCount(), kLength + 1);
+}
+
+}  // namespace
