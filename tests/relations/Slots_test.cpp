@@ -4,6 +4,8 @@
 #include "zdm/relations/IZReltnIsDirectTo.h"
 #include "zdm/relations/IZReltnRecordObjInReltns.h"
 #include "zdm/relations/ZDfValue.h"
+#include "zdm/relations/ZReltnVisitorSelfContained.h"
+#include "zdm/relations/ZReltnVisitorStatus.h"
 
 namespace {
 
@@ -127,6 +129,24 @@ TEST(Slots, VisitorInterfacesContinueAtTwelve) {
   EXPECT_EQ(SlotOf(&IZReltnCollector::SetReltnType), 12);
   EXPECT_EQ(SlotOf(&IZReltnIsDirectTo::Initialize), 12);
   EXPECT_EQ(SlotOf(&IZReltnRecordObjInReltns::Initialize), 12);
+  EXPECT_EQ(SlotOf(&IZReltnSelfContained::SelfContained), 12);
+  using S = IZReltnStatus;
+  ExpectInOrder(
+      12, {ZDM_SLOT(S, Initialize),
+           {"Isolate(object)", SlotOfOverload<void(IZDMObject*, eZRelation, bool)>(&S::Isolate)},
+           {"Isolate(coll)", SlotOfOverload<void(IZDMObjColl*, eZRelation, bool)>(&S::Isolate)}});
+}
+
+/// A class's own operations: behind those of its interface and those of its row.
+template <class Visitor>
+void ExpectVersionThenDump() {
+  ExpectInOrder(SlotOf(&Visitor::GetLPVOID) + 1,
+                {ZDM_SLOT(Visitor, getVersion), ZDM_SLOT(Visitor, IsDumpRef)});
+}
+
+TEST(Slots, VisitorsEndWithVersionAndDump) {
+  ExpectVersionThenDump<ZReltnVisitorStatus>();
+  ExpectVersionThenDump<ZReltnVisitorSelfContained>();
 }
 
 TEST(Slots, ZDfValue) {

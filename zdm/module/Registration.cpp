@@ -4,9 +4,14 @@
 #include "zdm/extdata/CZExtDataMgr.h"
 #include "zdm/extdata/CZExtDataObj.h"
 #include "zdm/extdata/CZProxyExtDataObj.h"
+#include "zdm/model/CZDMDictionary.h"
+#include "zdm/model/CZDMObjColl.h"
+#include "zdm/model/CZDMObjMgr.h"
 #include "zdm/module/ClassTable.h"
 #include "zdm/module/PendingClasses.h"
 #include "zdm/relations/CZReltnColl.h"
+#include "zdm/relations/ZReltnVisitorSelfContained.h"
+#include "zdm/relations/ZReltnVisitorStatus.h"
 
 #include <array>
 
