@@ -20,7 +20,10 @@ void Note::SaveData(IZStream* stream, IZDatabase*) {
 }
 
 void Note::CopyData(IZExtData* source) {
-  if (auto* note = dynamic_cast<Note*>(source)) number = note->number;
+  const auto* note = dynamic_cast<Note*>(source);
+  if (note == nullptr) return;
+  name_ = note->name_;  // as it stands in the data, zeros included
+  number = note->number;
 }
 
 ZRefPtr<IZExtDataAccess> MakeItem(const OLECHAR* name) {

@@ -4,6 +4,8 @@
 #include "platform/core/CZGlobalData.h"
 #include "tests/extdata/ExtDataSupport.h"
 #include "tests/support/TestDatabase.h"
+#include "zdm/model/CZDMObjColl.h"
+#include "zdm/model/CZDMObjMgr.h"
 
 #include <gtest/gtest.h>
 
@@ -125,6 +127,41 @@ TEST_F(ExtDataWrapper, JudgesBytes) {
   EXPECT_FALSE(W::JudgeExtData(object, kKey, kName, 0));
   W::AddExtData(object, kKey, kName, OLESTR("text"), true);
   EXPECT_TRUE(W::JudgeExtData(object, kKey, kName, 0));
+}
+
+TEST_F(ExtDataWrapper, SearchesManagersAndCollections) {
+  const auto manager = zdm::NewOf<IZDMObjMgr, CZDMObjMgr>();
+  const auto coll = zdm::NewOf<IZDMObjColl, CZDMObjColl>();
+  const auto find = [&](auto& objects, bool validOnly) {
+    IZDMObject* found = object;
+    const bool any = W::FindFirstFrontObject(objects.Get(), kKey, kName, &found, validOnly);
+    EXPECT_EQ(any, found != nullptr);
+    return found;
+  };
+  EXPECT_EQ(find(manager, false), nullptr);
+  EXPECT_EQ(find(coll, true), nullptr);
+
+  // Plain, invalid with the byte 3, valid with 3, valid with text.
+  ZRefPtr<IZDMObject> objects[4];
+  for (auto& each : objects) {
+    each = db.MakeObject();
+    manager->AttachTail(each);
+    coll->AddTail(each);
+  }
+  objects[1]->SetObjectValid(false);
+  W::AddExtData(objects[1], kKey, kName, BYTE{3}, true);
+  W::AddExtData(objects[2], kKey, kName, BYTE{3}, true);
+  W::AddExtData(objects[3], kKey, kName, OLESTR("text"), true);
+  coll->AddHead(zdm::Attached(new Stranger));  // a null element
+  EXPECT_EQ(find(manager, false), objects[1].Get());
+  EXPECT_EQ(find(manager, true), objects[2].Get());
+  EXPECT_EQ(find(coll, false), objects[1].Get());
+  EXPECT_EQ(find(coll, true), objects[2].Get());
+  EXPECT_EQ(objects[2]->GetReferenceCount(), 3u);  // here, manager and collection
+  EXPECT_EQ(W::GetValidObjectCount(manager, kKey, kName, 3), 1);
+  EXPECT_EQ(W::GetValidObjectCount(manager, kKey, kName, 0), 1);
+  EXPECT_EQ(W::GetValidObjectCount(nullptr, kKey, kName, 0), 0);
+  manager->RemoveAll();
 }
 
 TEST_F(ExtDataWrapper, LeavesWhatIsNoObjectAlone) {

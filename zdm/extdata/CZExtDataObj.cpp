@@ -191,17 +191,33 @@ void CZExtDataObj::Load(IZStream* stream, IZDatabase* database) {
   const auto type = static_cast<zdm::ExtDataType>(code);
   zdm::Bstr name;
   stream->ReadBSTR(name.Out());
+  if (type == zdm::kExtCollection) {
+    LoadCollection(std::move(name), stream, database);
+    return;
+  }
   Value value = {};
   if (type == zdm::kExtString) {
     stream->ReadBSTR(&value.text);
   } else if (type == zdm::kExtBool) {
     value.flag = stream->ReadFlag();
-  } else if (type == zdm::kExtCollection) {
-    value.collection = zdm::NewOf<IZExtDataCollection, CZExtDataCollection>().Detach();
   } else {
     stream->Read(&value, SizeOf(type));
   }
   name_ = std::move(name);
   Replace(type, value);
-  if (type == zdm::kExtCollection) value.collection->Load(stream, database);
+}
+
+void CZExtDataObj::LoadCollection(zdm::Bstr name, IZStream* stream, IZDatabase* database) {
+  const auto items = zdm::NewOf<IZExtDataCollection, CZExtDataCollection>();
+  const auto take = [&] {
+    name_ = std::move(name);
+    SetCollection(items);
+  };
+  try {
+    items->Load(stream, database);
+  } catch (...) {
+    if (!items->IsEmpty()) take();
+    throw;
+  }
+  take();
 }

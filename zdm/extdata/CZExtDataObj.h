@@ -21,7 +21,8 @@ class ZDM_API CZExtDataObj : public zdm::ExtDataNamed<IZExtDataAccess> {
   /// Takes the name, and from an item with a value that value too: a copy of a string, the same
   /// collection or object. Null and the item itself change nothing.
   void CopyFrom(IZExtData* source) override;
-  /// Damage leaves the item as it was; of a nested collection it keeps what was read.
+  /// Damage leaves the item as it was, unless items of a nested collection could be read: then it
+  /// holds those.
   void Load(IZStream* stream, IZDatabase* database) override;
   void Save(IZStream* stream, IZDatabase* database) override;
 
@@ -83,6 +84,7 @@ class ZDM_API CZExtDataObj : public zdm::ExtDataNamed<IZExtDataAccess> {
   }
   void Replace(zdm::ExtDataType type, Value value);
   void CopyValue(IZExtDataAccess& source);
+  void LoadCollection(zdm::Bstr name, IZStream* stream, IZDatabase* database);
 
   Value value_ = {};
   zdm::ExtDataType type_ = zdm::kExtNone;
