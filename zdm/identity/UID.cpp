@@ -46,7 +46,7 @@ UID::UID(IZDatabase* db, IZObject* refOwner, IZDMObject* object, const ::SubID* 
 UID::UID(const UID& other) : UID() { CopyFrom(&other); }
 
 UID& UID::operator=(const UID& other) {
-  CopyFrom(&other);
+  if (this != &other) CopyFrom(&other);
   return *this;
 }
 
