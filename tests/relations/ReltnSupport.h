@@ -69,7 +69,10 @@ class Shape : public IZRelationImpl<IZRelation> {
   void SetVisibility(eZGiDraw draw, bool visible, GiContext* context) override;
   IZDispAttrib* GetDispAttrib() override { return attribute; }
   void Update(IZUpdater*, GiContext*) override { ++updates; }
-  void AssertValid(IZDatabase*) override { ++validations; }
+  void AssertValid(IZDatabase* database) override {
+    ++validations;
+    validatedFor = database;
+  }
   void Transform(const GeMatrix& matrix) override;
 
   double box[6] = {0, 0, 0, 1, 1, 1};
@@ -77,8 +80,9 @@ class Shape : public IZRelationImpl<IZRelation> {
   bool visible = true;
   int updates = 0;
   int validations = 0;
-  XYZ moved;                  // translation of the last Transform
-  SubID* askedSub = nullptr;  // of the last GetBox
+  IZDatabase* validatedFor = nullptr;  // of the last AssertValid
+  XYZ moved;                           // translation of the last Transform
+  SubID* askedSub = nullptr;           // of the last GetBox
   GiContext* askedContext = nullptr;
 };
 

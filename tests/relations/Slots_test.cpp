@@ -1,9 +1,14 @@
 // The order of operations of the relations' interfaces, as a caller compiled elsewhere sees it.
 #include "tests/relations/ReltnSupport.h"
 #include "tests/support/SlotOf.h"
-#include "zdm/relations/IZReltnIsDirectTo.h"
-#include "zdm/relations/IZReltnRecordObjInReltns.h"
+#include "zdm/relations/CZReltnRecordObjInReltns.h"
 #include "zdm/relations/ZDfValue.h"
+#include "zdm/relations/ZReltnVisitorDeduce.h"
+#include "zdm/relations/ZReltnVisitorDiffuse.h"
+#include "zdm/relations/ZReltnVisitorIsDirectTo.h"
+#include "zdm/relations/ZReltnVisitorRecord.h"
+#include "zdm/relations/ZReltnVisitorSelfContained.h"
+#include "zdm/relations/ZReltnVisitorStatus.h"
 
 namespace {
 
@@ -127,6 +132,33 @@ TEST(Slots, VisitorInterfacesContinueAtTwelve) {
   EXPECT_EQ(SlotOf(&IZReltnCollector::SetReltnType), 12);
   EXPECT_EQ(SlotOf(&IZReltnIsDirectTo::Initialize), 12);
   EXPECT_EQ(SlotOf(&IZReltnRecordObjInReltns::Initialize), 12);
+  EXPECT_EQ(SlotOf(&IZReltnSelfContained::SelfContained), 12);
+  EXPECT_EQ(SlotOf(&IZReltnRecord::GetRecordObjects), 12);
+  ExpectInOrder(12, {ZDM_SLOT(IZReltnDiffuse, Initialize), ZDM_SLOT(IZReltnDiffuse, get_Status)});
+  using S = IZReltnStatus;
+  ExpectInOrder(
+      12, {ZDM_SLOT(S, Initialize),
+           {"Isolate(object)", SlotOfOverload<void(IZDMObject*, eZRelation, bool)>(&S::Isolate)},
+           {"Isolate(coll)", SlotOfOverload<void(IZDMObjColl*, eZRelation, bool)>(&S::Isolate)}});
+}
+
+/// A class's own operations: behind those of its interface and those of its row.
+template <class Visitor>
+void ExpectVersionThenDump() {
+  ExpectInOrder(SlotOf(&Visitor::GetLPVOID) + 1,
+                {ZDM_SLOT(Visitor, getVersion), ZDM_SLOT(Visitor, IsDumpRef)});
+}
+
+TEST(Slots, VisitorsEndWithVersionAndDump) {
+  ExpectVersionThenDump<ZReltnVisitorStatus>();
+  ExpectVersionThenDump<ZReltnVisitorSelfContained>();
+  ExpectVersionThenDump<ZReltnVisitorRecord>();
+  ExpectVersionThenDump<ZReltnVisitorIsDirectTo>();
+  ExpectVersionThenDump<ZReltnVisitorDeduce>();
+  ExpectVersionThenDump<ZReltnVisitorDiffuse>();
+  ExpectVersionThenDump<CZReltnRecordObjInReltns>();
+  EXPECT_EQ(SlotOf(&CZReltnRecordObjInReltns::UnionElementBoxes),
+            SlotOf(&CZReltnRecordObjInReltns::IsDumpRef) + 1);
 }
 
 TEST(Slots, ZDfValue) {

@@ -13,5 +13,5 @@ class CZList : public CZAtlList<ZRefPtr<Elem>, CDefaultElementTraits<ZRefPtr<Ele
       : CZAtlList<ZRefPtr<Elem>, CDefaultElementTraits<ZRefPtr<Elem>>>(blockSize) {}
 
   /// Appends every element of `other`, with a reference each; itself: nothing changes.
-  void AddTailList(CZList& other) { this->CZAtlList<ZRefPtr<Elem>>::AddTailList(&other); }
+  void AddTailList(const CZList& other) { this->CZAtlList<ZRefPtr<Elem>>::AddTailList(&other); }
 };

@@ -117,6 +117,10 @@ class ZDM_API COIDManager {
 
   /// 1 when a valid object other than `object` refers to it through a diffusible relation, else 0.
   int IsDependByOtherObjs(IZDMObject* object);
+  /// 1 when `object` may be deleted, 0 when not: its ID is hard, it is its manager's current
+  /// object, or it is kept while referenced (zdm::kKeptWhileReferenced) and another valid object
+  /// whose references count refers to it through a diffusible relation. Outside of managers 1.
+  int JudgeDelete(IZDMObject* object);
   /// Appends to `out` the objects that refer to `target`. Answers 0.
   LONG GetReltnObjs(eZRelation kind, IZDMObject* target, IZDMObjColl* out);
   /// Appends to `relations` the relations, of valid and other objects, that lead to `target`. `out`

@@ -3,6 +3,13 @@
 #include "zdm/module/ClassTable.h"
 #include "zdm/module/PendingClasses.h"
 #include "zdm/relations/CZReltnColl.h"
+#include "zdm/relations/CZReltnRecordObjInReltns.h"
+#include "zdm/relations/ZReltnVisitorDeduce.h"
+#include "zdm/relations/ZReltnVisitorDiffuse.h"
+#include "zdm/relations/ZReltnVisitorIsDirectTo.h"
+#include "zdm/relations/ZReltnVisitorRecord.h"
+#include "zdm/relations/ZReltnVisitorSelfContained.h"
+#include "zdm/relations/ZReltnVisitorStatus.h"
 
 #include <array>
 

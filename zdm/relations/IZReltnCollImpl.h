@@ -34,8 +34,8 @@ class IZReltnCollImpl : public IZDisplayImpl<zdm::ReltnCollBases<Others...>> {
   void SetReltnTag(LONG) override {}
   LONG GetReltnTag() override { return -1; }
   /// Offers the valid elements from head to tail to Visit(root, owner, IZRelation*). The visitor
-  /// may change the element shown, remove it, and add elements; offered to itself, a collection
-  /// shows nothing.
+  /// may change the element shown, remove it, and add elements, which are not offered; offered to
+  /// itself, a collection shows nothing.
   bool Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) override;
 
   LONGLONG GetHeadStatusPosition(LONG mask) override;

@@ -48,8 +48,12 @@ bool IZReltnCollImpl<Others...>::Accept(IZDMObject* root, IZDMObject* owner,
                                         IZReltnVisitor* visitor) {
   // Shown to itself, a collector would never come to the end of its list.
   if (static_cast<CZObject*>(visitor) == static_cast<CZObject*>(this)) return false;
-  for (POSITION pos = List::GetHeadPosition(); pos != nullptr;) {
-    IZRelation* element = List::GetNext(pos);
+  // Nor would one that adds to the list it is shown.
+  const POSITION last = List::GetTailPosition();
+  POSITION next = List::GetHeadPosition();
+  for (POSITION pos = nullptr; next != nullptr && pos != last;) {
+    pos = next;
+    IZRelation* element = List::GetNext(next);
     if (Passes(element, ZRS_VALID) && visitor->Visit(root, owner, element)) return true;
   }
   return false;
