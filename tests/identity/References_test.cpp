@@ -156,7 +156,7 @@ TEST_F(Sort, WalksEachObjectOnceAndPassesOnlyWhereItMust) {
   relation->uid.SetReltnOID(records.back());
   for (LONG id = 1; id < kObjects; ++id) Object(id)->AddRelation(relation->GetIZObject());
   std::vector<LONG> expected = IDsOf(records);
-  std::ranges::rotate(expected, expected.end() - 1);
+  std::rotate(expected.begin(), expected.end() - 1, expected.end());
   EXPECT_EQ(Sorted(), expected) << "the last goes to the front, one place a pass";
   EXPECT_EQ(relation->walks, kObjects - 1);
 }
