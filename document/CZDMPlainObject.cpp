@@ -1,5 +1,7 @@
 #include "document/CZDMPlainObject.h"
 
+#include "document/Counterpart.h"
+
 #include <utility>
 
 ZDM_OBJECT_BODY(CZDMPlainObject)
@@ -17,12 +19,8 @@ void CZDMPlainObject::CopyFrom(IZDMObject* source, LONG mode) {
 }
 
 bool CZDMPlainObject::JudgeSame(IZDMObject* other) {
-  if (IZDMObjectImpl::JudgeSame(other)) return true;
-  if (other == nullptr || other->GetID() != GetID() || GetID() == 0) return false;
-  if (!(other->GetZRID() == GetZRID())) return false;
-  const IZDatabase* here = GetDatabase();
-  const IZDatabase* there = other->GetDatabase();
-  return here != nullptr && there != nullptr && here != there;
+  return IZDMObjectImpl::JudgeSame(other) ||
+         (other != nullptr && zdm::AreCounterparts(*this, *other));
 }
 
 // Own data: the name, as IZStream::WriteBSTR writes it.

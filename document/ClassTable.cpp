@@ -1,5 +1,8 @@
 #include "document/ClassTable.h"
 
+#include "document/CZDMArc.h"
+#include "document/CZDMCircle.h"
+#include "document/CZDMLnSeg.h"
 #include "document/CZDMPlainObject.h"
 #include "document/CZOptPath.h"
 #include "document/CZPlainSingleReltn.h"

@@ -7,6 +7,9 @@
 #include "zdm/extdata/IZExtDataCollection.h"
 #include "zdm/extdata/IZExtDataMgr.h"
 #include "zdm/host/IZGiMaterial.h"
+#include "zdm/model/CZDMDictionary.h"
+#include "zdm/model/CZDMObjColl.h"
+#include "zdm/model/CZDMObjMgr.h"
 #include "zdm/model/IZDMObjColl.h"
 #include "zdm/model/IZDMObjIterator.h"
 #include "zdm/model/IZDMObjMgr.h"
@@ -107,6 +110,15 @@ TEST(Slots, TheTemplateAddsItsOwnBehindTheInterface) {
             ZDM_SLOT(CZDMPlainObject, LoadBody), ZDM_SLOT(CZDMPlainObject, SaveTail),
             ZDM_SLOT(CZDMPlainObject, LoadTail), ZDM_SLOT(CZDMPlainObject, WriteHeader),
             ZDM_SLOT(CZDMPlainObject, ReadHeader), ZDM_SLOT(CZDMPlainObject, ReservedQuery16)});
+}
+
+TEST(Slots, TheManagerTemplateAddsItsOwnBehindThoseOfTheObjectTemplate) {
+  ExpectInOrder(184, {ZDM_SLOT(CZDMObjMgr, CloneRelation), ZDM_SLOT(CZDMObjMgr, CloneInto)});
+  ExpectInOrder(199, {ZDM_SLOT(CZDMObjMgr, ReservedQuery16), ZDM_SLOT(CZDMObjMgr, MergeFrom),
+                      ZDM_SLOT(CZDMObjMgr, FindSameManager), ZDM_SLOT(CZDMObjMgr, getVersion)});
+  ExpectInOrder(201,
+                {ZDM_SLOT(CZDMDictionary, FindSameManager), ZDM_SLOT(CZDMDictionary, getVersion)});
+  EXPECT_EQ(SlotOf(&CZDMObjColl::getVersion), 74);
 }
 
 TEST(Slots, IZGiMaterial) { ExpectInOrder(130, {ZDM_SLOT(IZGiMaterial, IsByCategory)}); }

@@ -1,5 +1,8 @@
 // What happens when the library is loaded, in one place: interface names get their ids, then the
 // creatable classes are registered with the factory in the order of the class table.
+#include "zdm/model/CZDMDictionary.h"
+#include "zdm/model/CZDMObjColl.h"
+#include "zdm/model/CZDMObjMgr.h"
 #include "zdm/module/ClassTable.h"
 #include "zdm/module/PendingClasses.h"
 #include "zdm/relations/CZReltnColl.h"

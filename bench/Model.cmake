@@ -1,0 +1,2 @@
+zdm_add_bench(Manager_bench Manager_bench.cpp)
+target_link_libraries(Manager_bench PRIVATE zdm_test_support)

@@ -1,0 +1,3 @@
+#include "document/CZDMArc.h"
+
+ZDM_OBJECT_BODY(CZDMArc)

@@ -1,0 +1,3 @@
+#include "document/CZDMLnSeg.h"
+
+ZDM_OBJECT_BODY(CZDMLnSeg)

@@ -1,0 +1,467 @@
+// What managers do with the objects they own: adding, walking, finding, removing, ending.
+#include "tests/model/ManagerSupport.h"
+#include "tests/support/Thrown.h"
+#include "zdm/identity/OID.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+using zdm::test::MakeManager;
+using zdm::test::MakeNamed;
+using zdm::test::NameOf;
+using zdm::test::NamesBackwardsWith;
+using zdm::test::NamesIn;
+using zdm::test::NamesWith;
+using zdm::test::Probe;
+using zdm::test::TestDatabase;
+using zdm::test::Thrown;
+
+namespace zdm::test {
+
+ZDM_OBJECT_BODY(Probe)
+
+}  // namespace zdm::test
+
+namespace {
+
+constexpr LONG kBit = 40;
+
+class ObjMgr : public testing::Test {
+ protected:
+  /// A manager in the document, with objects of these names attached to it; the objects whose name
+  /// is in capitals have kBit.
+  ZRefPtr<IZDMObjMgr> MakeFilled(std::initializer_list<const OLECHAR*> names) {
+    auto manager = MakeManager(OLESTR("m"));
+    db.Add(manager);
+    for (const OLECHAR* name : names) {
+      auto object = MakeNamed(name);
+      if (name[0] >= 'A' && name[0] <= 'Z') object->SetStatus(kBit);
+      manager->AttachTail(object);
+    }
+    return manager;
+  }
+  static IZDMObject* Find(const ZRefPtr<IZDMObjMgr>& manager, const OLECHAR* name) {
+    return manager->FindByName(name);
+  }
+
+  TestDatabase db;
+};
+
+TEST_F(ObjMgr, ManagersDifferFromObjectsInKindOptionsAndName) {
+  for (const auto& manager : {MakeManager(), MakeManager<CZDMDictionary>()}) {
+    EXPECT_EQ(manager->GetDMType(), 4);
+    EXPECT_EQ(static_cast<ULONGLONG>(manager->GetOptionAllowed()), 0xF200FA2000000000u);
+    zdm::Bstr name;
+    manager->GetName(name.Out());
+    EXPECT_FALSE(name.IsNull());
+    EXPECT_TRUE(name.IsEmpty());
+    EXPECT_NE(zdm::ViewAs<IZDMObjIterator>(manager), nullptr);
+  }
+  EXPECT_FALSE(MakeManager()->IsA(ZInterface<IZDMDictionary>::ID()));
+  EXPECT_TRUE(MakeManager<CZDMDictionary>()->IsA(ZInterface<IZDMDictionary>::ID()));
+}
+
+// Adding.
+
+TEST_F(ObjMgr, RegisteringAddsGiveAnIDOnce) {
+  auto manager = MakeFilled({});
+  auto object = MakeNamed(OLESTR("a"));
+  auto first = MakeNamed(OLESTR("b"));
+  const int before = db.changes;
+  manager->AddTail(object);
+  manager->AddTail(object);
+  manager->AddHead(object);
+  manager->AddHead(first);
+  manager->AddTail(nullptr);
+  EXPECT_EQ(NamesIn(*manager), "b a");
+  EXPECT_EQ(object->GetID(), manager->GetID() + 1);
+  EXPECT_EQ(first->GetID(), manager->GetID() + 2);
+  EXPECT_TRUE(object->IsObjectAttached() && object->IsObjectValid());
+  EXPECT_EQ(object->GetOwner(), manager.Get());
+  EXPECT_EQ(object->GetReferenceCount(), 2u);
+  EXPECT_EQ(db.changes, before + 2);
+  EXPECT_EQ(db.oids.GetOIDByID(object->GetOID()->ID), object->GetOID());
+}
+
+TEST_F(ObjMgr, WithoutADocumentARegisteringAddOnlyAttaches) {
+  auto manager = MakeManager();
+  auto object = MakeNamed(OLESTR("a"));
+  manager->AddTail(object);
+  manager->AddTail(object);
+  EXPECT_EQ(NamesIn(*manager), "a a");
+  EXPECT_EQ(object->GetID(), 0u);
+  EXPECT_FALSE(object->IsObjectAttached());
+}
+
+TEST_F(ObjMgr, ChildrenOfAnAddedManagerGetTheirIDsWithIt) {
+  auto inner = MakeManager(OLESTR("inner"));
+  auto outer = MakeManager(OLESTR("outer"));
+  auto leaf = MakeNamed(OLESTR("leaf"));
+  auto last = MakeNamed(OLESTR("last"));
+  inner->AddTail(leaf);
+  outer->AddTail(inner);
+  outer->AddTail(last);
+  auto manager = MakeFilled({});
+  manager->AddTail(outer);
+  const ULONG id = manager->GetID();
+  EXPECT_EQ(outer->GetID(), id + 1);
+  EXPECT_EQ(inner->GetID(), id + 2);
+  EXPECT_EQ(leaf->GetID(), id + 3);
+  EXPECT_EQ(last->GetID(), id + 4);
+  EXPECT_EQ(leaf->GetDatabase(), static_cast<IZDatabase*>(&db));
+}
+
+TEST_F(ObjMgr, AttachingAddsTakeTheOwnerAndRawOperationsDoNot) {
+  auto manager = MakeFilled({OLESTR("x")});
+  auto object = MakeNamed(OLESTR("a"));
+  manager->AttachHead(object);
+  manager->AttachTail(object);
+  EXPECT_EQ(NamesIn(*manager), "a x a");
+  EXPECT_EQ(object->GetOwner(), manager.Get());
+  EXPECT_EQ(object->GetID(), 0u);
+
+  auto raw = MakeNamed(OLESTR("r"));
+  LONGLONG after = manager->GetHeadPosition();
+  LONGLONG before = manager->GetTailPosition();
+  EXPECT_EQ(manager->InsertAfter(raw, &after), S_OK);
+  EXPECT_EQ(manager->InsertBefore(raw, &before), S_OK);
+  EXPECT_EQ(manager->SetAt(manager->GetHeadPosition(), raw), S_OK);
+  EXPECT_EQ(NamesIn(*manager), "r r x r a");
+  EXPECT_EQ(raw->GetOwner(), nullptr);
+  EXPECT_EQ(manager->RemoveItem(raw), S_OK);
+  EXPECT_EQ(manager->RemoveItem(nullptr), E_INVALIDARG);
+  EXPECT_EQ(NamesIn(*manager), "r x r a");
+}
+
+TEST_F(ObjMgr, SetupOwnerPutsHardIDsAtTheHead) {
+  auto manager = MakeFilled({});
+  for (const LONG id : {3, -2, -3, 4}) {
+    auto object = MakeNamed(id == 3    ? OLESTR("three")
+                            : id == 4  ? OLESTR("four")
+                            : id == -2 ? OLESTR("hard2")
+                                       : OLESTR("hard3"));
+    db.oids.AddOID(new OID(0, 0, id, nullptr));
+    db.oids.ReSort();
+    ASSERT_EQ(db.oids.RegisterSelf(id, object), 1);
+    ASSERT_EQ(db.oids.RegisterOwner(manager->GetOID()->ID, object), 1);
+    object->AddRef();  // the creation reference, which SetupOwner gives up
+  }
+  db.oids.SetupOwner();
+  EXPECT_EQ(NamesIn(*manager), "hard2 hard3 three four");
+  EXPECT_EQ(manager->GetHead()->GetReferenceCount(), 1u);
+  EXPECT_EQ(NamesWith(*manager, ZOS_VALID), "hard2 hard3 three four");
+}
+
+// Walks by status.
+
+TEST_F(ObjMgr, WalksTheObjectsWithABitBothWays) {
+  auto manager =
+      MakeFilled({OLESTR("a"), OLESTR("B"), OLESTR("c"), OLESTR("D"), OLESTR("E"), OLESTR("f")});
+  auto* iterator = zdm::ViewAs<IZDMObjIterator>(manager);
+  EXPECT_EQ(NamesWith(*manager, kBit), "B D E");
+  EXPECT_EQ(NamesBackwardsWith(*manager, kBit), "E D B");
+  EXPECT_EQ(NamesWith(*iterator, kBit), "B D E");
+  EXPECT_EQ(NamesBackwardsWith(*iterator, kBit), "E D B");
+  EXPECT_EQ(NamesIn(*iterator), "a B c D E f");
+  EXPECT_EQ(manager->GetStatusCount(kBit), 3u);
+  EXPECT_EQ(manager->GetStatusCount(kBit + 1), 0u);
+  EXPECT_EQ(manager->GetHeadStatusPosition(kBit + 1), 0);
+  EXPECT_EQ(manager->GetTailStatusPosition(kBit + 1), 0);
+  LONGLONG none = 0;
+  EXPECT_EQ(Thrown([&] { manager->GetStatusNext(kBit, none); }), E_FAIL);
+  EXPECT_THROW(manager->GetStatusCount(64), std::out_of_range);
+
+  Find(manager, OLESTR("c"))->SetObjectValid(true);
+  LONGLONG pos = manager->GetValidHeadPosition();
+  EXPECT_EQ(NameOf(manager->GetValidNext(pos)), "c");
+  EXPECT_EQ(pos, 0);
+}
+
+TEST_F(ObjMgr, MovesAmongTheObjectsWithABit) {
+  const struct {
+    bool next;
+    const OLECHAR* name;
+    LONG result;
+    const char* order;
+  } rows[] = {
+      {false, OLESTR("E"), S_OK, "a B c E D f"},   {false, OLESTR("D"), S_OK, "a D c B E f"},
+      {false, OLESTR("B"), E_FAIL, "a B c D E f"}, {false, OLESTR("f"), E_FAIL, "a B c D E f"},
+      {true, OLESTR("B"), S_OK, "a D c B E f"},    {true, OLESTR("D"), S_OK, "a B c E D f"},
+      {true, OLESTR("E"), E_FAIL, "a B c D E f"},  {true, OLESTR("a"), E_FAIL, "a B c D E f"}};
+  for (const auto& row : rows) {
+    auto manager =
+        MakeFilled({OLESTR("a"), OLESTR("B"), OLESTR("c"), OLESTR("D"), OLESTR("E"), OLESTR("f")});
+    IZDMObject* object = Find(manager, row.name);
+    EXPECT_EQ(
+        row.next ? manager->MoveNextStatus(object, kBit) : manager->MovePrevStatus(object, kBit),
+        row.result);
+    EXPECT_EQ(NamesIn(*manager), row.order);
+  }
+  auto empty = MakeManager();
+  EXPECT_EQ(empty->MovePrevStatus(nullptr, kBit), E_FAIL);
+  EXPECT_EQ(empty->MoveNextStatus(nullptr, kBit), E_FAIL);
+}
+
+// Names.
+
+TEST_F(ObjMgr, UniqueNamesCountOnFromTheHighestNumber) {
+  const struct {
+    std::initializer_list<const OLECHAR*> names;
+    const OLECHAR* prefix;
+    const char* expected;
+  } rows[] = {
+      {{}, OLESTR("Wall"), "Wall 1"},
+      {{OLESTR("Level 2"), OLESTR("Level 10"), OLESTR("Roof")}, OLESTR("Level"), "Level 11"},
+      {{OLESTR("Level"), OLESTR("Level")}, OLESTR("Level"), "Level 3"},
+      {{OLESTR("Wall 1"), OLESTR("Wall 7")}, OLESTR("Wall"), "Wall 8"},
+      {{OLESTR("Wall 7 copy")}, OLESTR("Wall"), "Wall 8"},
+      {{OLESTR("North Wall 7")}, OLESTR("Wall"), "Wall 2"},
+      {{OLESTR("Wall Wall \u00A0 4")}, OLESTR("Wall"), "Wall 5"},
+      {{OLESTR("Wall -9")}, OLESTR("Wall"), "Wall 2"},
+      {{OLESTR("Wall +9")}, OLESTR("Wall"), "Wall 10"},
+      {{OLESTR("Wall 4294967296")}, OLESTR("Wall"), "Wall 4294967297"},
+      {{OLESTR("Wall 9223372036854775806")}, OLESTR("Wall"), "Wall 9223372036854775807"},
+      {{OLESTR("Wall 9223372036854775807")}, OLESTR("Wall"), "Wall 2"},
+      {{OLESTR("Wall 99999999999999999999")}, OLESTR("Wall"), "Wall 2"},
+      {{OLESTR("5"), OLESTR("x")}, OLESTR(""), " 6"},
+      {{OLESTR("5")}, nullptr, " 1"}};
+  for (const auto& row : rows) {
+    auto manager = MakeFilled(row.names);
+    auto coll = zdm::MakeObject<IZDMObjColl, CZDMObjColl>();
+    for (LONGLONG pos = manager->GetHeadPosition(); pos != 0;) coll->AddTail(manager->GetNext(pos));
+    zdm::Bstr name;
+    manager->GetUniqueName(row.prefix, name.Out());
+    EXPECT_EQ(zdm::ToUtf8(name.View()), row.expected);
+    coll->GetUniqueName(row.prefix, name.Out());
+    EXPECT_EQ(zdm::ToUtf8(name.View()), row.expected);
+  }
+}
+
+TEST_F(ObjMgr, FindsByNameStatusAndInterface) {
+  auto manager = MakeFilled({OLESTR("a"), OLESTR("B"), OLESTR("B")});
+  manager->GetTail()->ClearStatus(kBit);
+  IZDMObject* second = manager->GetAt(manager->FindIndex(1));
+  EXPECT_EQ(manager->FindByName(OLESTR("B")), second);
+  EXPECT_EQ(manager->FindByName(OLESTR("b")), nullptr);
+  EXPECT_EQ(manager->FindByName(nullptr), nullptr);
+  second->ClearStatus(kBit);
+  manager->GetTail()->SetStatus(kBit);
+  EXPECT_EQ(manager->FindByNameStatus(OLESTR("B"), kBit), manager->GetTail());
+  EXPECT_EQ(manager->FindByNameStatus(OLESTR("a"), kBit), nullptr);
+  second->SetName(nullptr);
+  EXPECT_EQ(manager->FindByName(OLESTR("")), second) << "no name equals an empty one";
+
+  auto nested = MakeManager(OLESTR("nested"));
+  manager->AttachTail(nested);
+  EXPECT_EQ(manager->FindByInterface(ZInterface<IZDMObjMgr>::ID()), nested.Get());
+  EXPECT_EQ(manager->FindByInterface(ZInterface<IZDMDictionary>::ID()), nullptr);
+  auto coll = zdm::test::MakeObjColl();
+  nested->SetStatus(kBit);
+  manager->CollectStatusInterface(coll, kBit, ZInterface<IZDMObject>::ID());
+  manager->CollectStatusInterface(coll, kBit, ZInterface<IZDMObjMgr>::ID());
+  EXPECT_EQ(NamesIn(*coll), "B nested nested");
+}
+
+// The same object, the same manager.
+
+TEST_F(ObjMgr, ManagersAreTheSameByName) {
+  auto manager = MakeManager(OLESTR("walls"));
+  const auto same = [&](IZDMObject* other) { return manager->JudgeSame(other); };
+  EXPECT_TRUE(same(MakeManager(OLESTR("walls"))));
+  EXPECT_TRUE(same(MakeManager<CZDMDictionary>(OLESTR("walls"))));
+  EXPECT_FALSE(same(MakeManager(OLESTR("Walls"))));
+  EXPECT_FALSE(same(MakeNamed(OLESTR("walls"))));
+  EXPECT_FALSE(same(nullptr));
+  EXPECT_TRUE(MakeManager()->JudgeSame(MakeManager(OLESTR("")).Get()));
+
+  class Nameless : public CZDMObjMgr {
+    void GetName(BSTR*) override {}
+  };
+  auto nameless = zdm::MakeObject<IZDMObjMgr, Nameless>();
+  EXPECT_EQ(Thrown([&] { same(nameless); }), E_FAIL);
+}
+
+TEST_F(ObjMgr, FindsAValidManagerOfTheSameClassAndNameOrTheObjectItself) {
+  auto manager = MakeFilled({OLESTR("a")});
+  auto dictionary = MakeManager<CZDMDictionary>(OLESTR("walls"));
+  auto invalid = MakeManager(OLESTR("walls"));
+  auto walls = MakeManager(OLESTR("walls"));
+  manager->AddTail(dictionary);
+  manager->AttachTail(invalid);
+  manager->AddTail(walls);
+  EXPECT_EQ(manager->FindObject(MakeManager(OLESTR("walls"))), walls.Get());
+  EXPECT_EQ(manager->FindObject(MakeManager<CZDMDictionary>(OLESTR("walls"))), dictionary.Get());
+  EXPECT_EQ(manager->FindObject(MakeManager(OLESTR("roofs"))), nullptr);
+  EXPECT_EQ(manager->FindObject(nullptr), nullptr);
+
+  IZDMObject* plain = manager->GetHead();
+  EXPECT_EQ(manager->FindObject(plain), nullptr) << "not valid yet";
+  plain->SetObjectValid(true);
+  EXPECT_EQ(manager->FindObject(plain), plain);
+  EXPECT_EQ(manager->FindObject(MakeNamed(OLESTR("a"))), nullptr);
+}
+
+TEST_F(ObjMgr, CopiesNameAndCurrentObjectFromAnyManagerAndNothingFromAnObject) {
+  auto source = MakeFilled({OLESTR("a"), OLESTR("b")});
+  source->SetCurrent(source->GetTail());
+  auto copy = MakeManager<CZDMDictionary>(OLESTR("former"));
+  copy->CopyFrom(MakeNamed(OLESTR("plain")), zdm::kCopyMode);
+  EXPECT_EQ(NameOf(copy), "former");
+  copy->CopyFrom(source, zdm::kCopyMode);
+  EXPECT_EQ(NameOf(copy), "m");
+  EXPECT_EQ(copy->GetCurrent(), source->GetTail());
+  EXPECT_TRUE(copy->IsEmpty());
+  source->CopyFrom(source.Get(), zdm::kCopyMode);
+  EXPECT_EQ(source->GetCurrent(), source->GetTail());
+
+  const auto clone = zdm::CloneAs<IZDMObjMgr>(source.Get());
+  ASSERT_NE(clone, nullptr);
+  EXPECT_EQ(clone->GetReferenceCount(), 1u);
+  EXPECT_EQ(clone->GetID(), source->GetID());
+  EXPECT_TRUE(clone->IsEmpty());
+  source->SetCurrent(nullptr);
+  copy->CopyFrom(source, zdm::kCopyMode);
+  EXPECT_EQ(copy->GetCurrent(), nullptr);
+}
+
+TEST_F(ObjMgr, TheCurrentObjectMayEndBeforeTheManager) {
+  auto manager = MakeFilled({OLESTR("a")});
+  auto registered = db.MakeObject();
+  for (const bool isListed : {false, true}) {
+    manager->SetCurrent(isListed ? registered.Get() : manager->GetHead());
+    EXPECT_NE(manager->GetCurrent(), nullptr);
+    manager->RemoveAll();
+    registered.Reset();
+    EXPECT_EQ(manager->GetCurrent(), nullptr) << isListed;
+    registered = db.MakeObject();
+  }
+}
+
+// Collecting.
+
+TEST_F(ObjMgr, CollectsUnderTheStatusLockAndLeavesNoMark) {
+  auto manager = MakeFilled({OLESTR("a"), OLESTR("b")});
+  auto probe = zdm::Attached(new Probe);
+  std::string seen;
+  probe->onJudge = [&](LONG) {
+    seen += OID::c_ObjStatusLock.test(ZOS_VISITMARK) ? "locked" : "open";
+    seen += OID::c_ObjStatusKey[ZOS_VISITMARK] != 0 ? " with key " : " without key ";
+  };
+  manager->AttachTail(probe);
+  manager->AttachTail(manager->GetHead());
+  ZRefPtr<IZDMObjColl> coll;
+  manager->Collect(0, false, coll.Out());
+  EXPECT_EQ(NamesIn(*coll), "a b ");
+  EXPECT_EQ(seen, "locked with key ");
+  EXPECT_EQ(coll->GetReferenceCount(), 1u);
+  manager->Collect(0, true, coll.Out());
+  EXPECT_EQ(coll->GetCount(), 4);
+  manager->Collect(ZInterface<IZDMObjMgr>::ID(), false, coll.Out());
+  EXPECT_TRUE(coll->IsEmpty());
+  EXPECT_EQ(manager->GetStatusCount(ZOS_VISITMARK), 0u);
+  EXPECT_FALSE(OID::c_ObjStatusLock.any());
+  EXPECT_EQ(OID::c_ObjStatusKey[ZOS_VISITMARK], 0u);
+
+  probe->onJudge = [](LONG) { throw std::runtime_error("asked"); };
+  EXPECT_THROW(manager->Collect(0, false, coll.Out()), std::runtime_error);
+  probe->onJudge = nullptr;
+  EXPECT_EQ(coll, nullptr);
+  EXPECT_EQ(manager->GetStatusCount(ZOS_VISITMARK), 0u);
+  EXPECT_FALSE(OID::c_ObjStatusLock.any());
+  EXPECT_EQ(OID::c_ObjStatusKey[ZOS_VISITMARK], 0u);
+}
+
+// Nested managers.
+
+TEST_F(ObjMgr, RemovesObjectsByStatusDownTheTreeButNoManager) {
+  auto manager = MakeFilled({OLESTR("A"), OLESTR("b"), OLESTR("C")});
+  auto inner = MakeFilled({OLESTR("D"), OLESTR("e")});
+  auto innermost = MakeFilled({OLESTR("F")});
+  manager->AttachHead(inner);
+  inner->AttachHead(innermost);
+  inner->SetStatus(kBit);
+  innermost->AttachTail(innermost);  // a manager in itself,
+  inner->AttachTail(manager);        // and one in its own child
+  manager->RemoveStatusObjects(kBit);
+  EXPECT_EQ(NamesIn(*manager), "m b");
+  EXPECT_EQ(NamesIn(*inner), "m e m");
+  EXPECT_EQ(NamesIn(*innermost), "m");
+  inner->RemoveAll();
+  innermost->RemoveAll();
+}
+
+TEST_F(ObjMgr, WhatIsRemovedByStatusMayTakeMoreOutAsItEnds) {
+  auto manager = MakeFilled({OLESTR("A"), OLESTR("b"), OLESTR("c")});
+  class Emptying : public CZDMPlainObject {
+   public:
+    ~Emptying() override { manager->RemoveAll(); }
+    IZDMObjMgr* manager = nullptr;
+  };
+  auto emptying = zdm::Attached(new Emptying);
+  emptying->manager = manager;
+  emptying->SetStatus(kBit);
+  manager->AttachHead(static_cast<IZDMObject*>(emptying.Get()));
+  emptying.Reset();
+  manager->RemoveStatusObjects(kBit);
+  EXPECT_TRUE(manager->IsEmpty());
+}
+
+TEST_F(ObjMgr, ClearsStatusDownTheTreeBehindTheFilter) {
+  for (const bool filtered : {false, true}) {
+    auto manager = MakeFilled({OLESTR("A"), OLESTR("B")});
+    auto inner = MakeFilled({OLESTR("C")});
+    inner->SetStatus(kBit);
+    inner->AttachTail(manager);
+    manager->AttachTail(inner);
+    manager->GetHead()->SetStatus(41);
+    inner->GetHead()->SetStatus(41);
+    manager->ClearStatusTree(filtered ? 41 : 0, kBit);
+    EXPECT_EQ(NamesWith(*manager, kBit), filtered ? "B m" : "");
+    EXPECT_EQ(NamesWith(*inner, kBit), filtered ? "C" : "") << "behind a manager without the bit";
+    inner->RemoveAll();
+  }
+}
+
+TEST_F(ObjMgr, AChainOfManagersNeedsNoDeepStack) {
+  constexpr int kDepth = 50000;
+  auto top = MakeManager(OLESTR("top"));
+  auto leaf = MakeNamed(OLESTR("leaf"));
+  leaf->SetStatus(kBit);
+  ZRefPtr<IZDMObjMgr> last = top;
+  for (int depth = 1; depth < kDepth; ++depth) {
+    auto next = MakeManager();
+    last->AttachTail(next);
+    last = next;
+  }
+  last->AttachTail(leaf);
+  last.Reset();
+  top->ClearStatusTree(0, kBit);
+  EXPECT_FALSE(leaf->JudgeStatus(kBit));
+  leaf->SetStatus(kBit);
+  top->RemoveStatusObjects(kBit);
+  EXPECT_EQ(leaf->GetReferenceCount(), 1u);
+  top.Reset();
+}
+
+TEST_F(ObjMgr, ObjectsThatOutliveTheirManagerHaveNoOwner) {
+  auto manager = MakeManager();
+  auto object = MakeNamed(OLESTR("a"));
+  auto moved = MakeNamed(OLESTR("b"));
+  auto other = MakeManager();
+  manager->AttachTail(object);
+  manager->AttachTail(moved);
+  other->AttachTail(moved);
+  manager.Reset();
+  EXPECT_EQ(object->GetOwnerOID(), nullptr);
+  EXPECT_EQ(moved->GetOwner(), other.Get());
+}
+
+TEST_F(ObjMgr, MergesNothingYet) {
+  auto manager = zdm::Attached(new CZDMObjMgr);
+  auto source = MakeManager();
+  auto coll = zdm::test::MakeObjColl();
+  EXPECT_EQ(manager->MergeFrom(source, coll, coll, nullptr, nullptr, nullptr), 1);
+}
+
+}  // namespace
