@@ -1,6 +1,7 @@
 // Who refers to whom: the order by references, and look-up through the visitors of the factory.
 #include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
+#include "tests/model/ManagerSupport.h"
 #include "zdm/identity/UID.h"
 #include "zdm/relations/IZRelationImpl.h"
 #include "zdm/relations/IZReltnVisitor.h"
@@ -110,22 +111,19 @@ TEST_F(Sort, LeavesRecordsWithoutObjectAlone) {
   EXPECT_EQ(Sorted(), (std::vector<LONG>{1, 9, 2}));
 }
 
-/// The order that the plain exchange of neighbours gives; `references` go from first to second.
-std::vector<LONG> Exchanged(std::vector<LONG> ids,
-                            const std::set<std::pair<LONG, LONG>>& references) {
+/// The order that the plain exchange of neighbours gives.
+template <class Element, class Greater>
+std::vector<Element> Exchanged(std::vector<Element> elements, Greater greater) {
   bool swapped = true;
-  for (std::size_t i = 0; i + 1 < ids.size() && swapped; ++i) {
+  for (std::size_t i = 0; i + 1 < elements.size() && swapped; ++i) {
     swapped = false;
-    for (std::size_t j = 0; j + 1 < ids.size() - i; ++j) {
-      LONG& left = ids[j];
-      LONG& right = ids[j + 1];
-      if (!references.contains({left, right})) continue;
-      if (references.contains({right, left}) && left <= right) continue;
-      std::swap(left, right);
+    for (std::size_t j = 0; j + 1 < elements.size() - i; ++j) {
+      if (!greater(elements[j], elements[j + 1])) continue;
+      std::swap(elements[j], elements[j + 1]);
       swapped = true;
     }
   }
-  return ids;
+  return elements;
 }
 
 TEST_F(Sort, ComesOutAsThePlainExchangeOfNeighbours) {
@@ -143,8 +141,22 @@ TEST_F(Sort, ComesOutAsThePlainExchangeOfNeighbours) {
       Refer(from, to);
     }
     std::ranges::shuffle(records, random);
-    const std::vector<LONG> expected = Exchanged(IDsOf(records), references);
+    const std::vector<LONG> expected = Exchanged(IDsOf(records), [&](LONG left, LONG right) {
+      return references.contains({left, right}) &&
+             (left > right || !references.contains({right, left}));
+    });
+    if (graph % 10 == 0) {
+      ASSERT_EQ(IDsOf(Exchanged(records, COIDManager::IsAGreaterThanB)), expected) << graph;
+    }
+    const auto coll = MakeObjColl();
+    for (const OID* record : records) coll->AddTail(record->Object);
+    ZRefPtr<IZDMObjColl> copy;
+    coll->GetSortedCopy(copy.Out());
+    std::vector<IZDMObject*> copied;
+    copy->GetObjects(copied);
     ASSERT_EQ(Sorted(), expected) << "graph " << graph;
+    ASSERT_TRUE(std::ranges::equal(copied, records, {}, [](IZDMObject* o) { return o->GetOID(); }))
+        << "graph " << graph;
   }
 }
 
