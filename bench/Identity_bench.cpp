@@ -131,26 +131,63 @@ void BM_COIDManager_Load_Plain(benchmark::State& state) {
 }
 BENCHMARK(BM_COIDManager_Load_Plain)->Arg(1000000)->Unit(benchmark::kMillisecond);
 
-/// Per look-up, in a pool of that many paths of three records.
-void BM_CPIDManager_FindPID(benchmark::State& state) {
+/// A pool of paths of three records; the paths have IDs from 1.
+class Pool {
+ public:
+  explicit Pool(long count) : sequences(static_cast<std::size_t>(count)) {
+    std::vector<OID*> path(3);
+    LONG id = 0;
+    for (auto& sequence : sequences) {
+      OID*& record = path[static_cast<std::size_t>(id % 3)];
+      record = new OID(0, 0, ++id, nullptr);
+      table.AddOID(record);
+      sequence = path;
+      pool.QueryPID(sequence);
+    }
+  }
+  /// Goes through all paths in an order that no cache foresees.
+  std::size_t Next() { return next_ = (next_ + 7919) % sequences.size(); }
+
   COIDManager table;
   CPIDManager pool;
-  std::vector<std::vector<OID*>> paths(static_cast<std::size_t>(state.range(0)));
-  std::vector<OID*> path(3);
-  LONG id = 0;
-  for (auto& records : paths) {
-    OID*& record = path[static_cast<std::size_t>(id % 3)];
-    record = new OID(0, 0, ++id, nullptr);
-    table.AddOID(record);
-    records = path;
-    pool.QueryPID(records);
-  }
-  std::size_t next = 0;
-  for (auto _ : state) {
-    benchmark::DoNotOptimize(pool.FindPID(paths[next]));
-    next = (next + 7919) % paths.size();
-  }
+  std::vector<std::vector<OID*>> sequences;
+
+ private:
+  std::size_t next_ = 0;
+};
+
+void BM_CPIDManager_FindPID(benchmark::State& state) {
+  Pool paths(state.range(0));
+  for (auto _ : state) benchmark::DoNotOptimize(paths.pool.FindPID(paths.sequences[paths.Next()]));
 }
 BENCHMARK(BM_CPIDManager_FindPID)->RangeMultiplier(10)->Range(100, 100000);
+
+void BM_CPIDManager_GetPIDByID(benchmark::State& state) {
+  Pool paths(state.range(0));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(paths.pool.GetPIDByID(static_cast<LONG>(paths.Next()) + 1)->ID);
+  }
+}
+BENCHMARK(BM_CPIDManager_GetPIDByID)->RangeMultiplier(10)->Range(100, 100000);
+
+/// Objects that all refer to the last, which goes to the front one place a pass.
+void BM_COIDManager_Sort_LastFirst(benchmark::State& state) {
+  TestDatabase db;
+  std::vector<ZRefPtr<IZDMObject>> objects(static_cast<std::size_t>(state.range(0)));
+  for (auto& object : objects) object = db.MakeObject();
+  const auto relation = RelationTo(objects.back());
+  for (const auto& object : objects) {
+    if (object != objects.back()) object->AddRelation(relation->GetIZObject());
+  }
+  for (auto _ : state) {
+    std::vector<OID*> oids = db.oids.GetOIDs();
+    COIDManager::Sort(oids);
+    benchmark::DoNotOptimize(oids.data());
+  }
+}
+BENCHMARK(BM_COIDManager_Sort_LastFirst)
+    ->RangeMultiplier(10)
+    ->Range(1000, 100000)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace

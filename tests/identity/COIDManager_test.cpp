@@ -6,6 +6,7 @@
 #include "zdm/identity/COuterPIDManager.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <random>
 
 namespace {
@@ -259,17 +260,18 @@ TEST(Table, IsCopiedWithItsRecordsAndCounters) {
   EXPECT_EQ(table.GetOIDs().size(), 2U);
 }
 
-TEST(Environment, IsReadByName) {
-  // HOME on Linux, and what Windows always has.
+TEST(Environment, IsReadByNameAndComparedWithoutCase) {
   CStringW value(OLESTR("untouched"));
   EXPECT_FALSE(COIDManager::GetSysVariant("zdm_no_such_variable", value));
   EXPECT_EQ(value, OLESTR("untouched"));
   EXPECT_FALSE(COIDManager::HasSameSysVariantValue("zdm_no_such_variable", CStringW()));
-  ASSERT_TRUE(COIDManager::GetSysVariant("PATH", value));
-  CStringW upper = value;
-  upper += OLESTR("x");
-  EXPECT_TRUE(COIDManager::HasSameSysVariantValue("PATH", value));
-  EXPECT_FALSE(COIDManager::HasSameSysVariantValue("PATH", upper));
+
+  static char definition[] = "zdm_variable=Level 2";
+  putenv(definition);
+  ASSERT_TRUE(COIDManager::GetSysVariant("zdm_variable", value));
+  EXPECT_EQ(value, OLESTR("Level 2"));
+  EXPECT_TRUE(COIDManager::HasSameSysVariantValue("zdm_variable", CStringW(OLESTR("lEVEL 2"))));
+  EXPECT_FALSE(COIDManager::HasSameSysVariantValue("zdm_variable", CStringW(OLESTR("level 20"))));
 }
 
 TEST(ObjectType, IsEmptyWithoutARegisteredName) {

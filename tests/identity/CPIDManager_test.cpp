@@ -6,6 +6,9 @@
 #include "tests/identity/Records.h"
 #include "zdm/identity/PID.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace {
 
 using namespace zdm::test;
@@ -109,6 +112,25 @@ TEST_F(Pool, FindsTheFirstOfEqualPaths) {
   EXPECT_EQ(pool.FindPID(a.Get()), before);
   EXPECT_EQ(pool.GetPIDByID(7), *std::next(pool.GetPIDs().begin(), 2));
   EXPECT_EQ(pool.FindPID(b.Get()), pool.GetPIDByID(7));
+}
+
+TEST_F(Pool, FindsIDsOfAnySize) {
+  constexpr LONG kLowest = std::numeric_limits<LONG>::min();
+  const LONG ids[] = {0, 5000, kLowest, -1, 3, 5000, 0x7FFFFFFF, 66, 400, 3, kLowest};
+  std::vector<BYTE> bytes = Words({static_cast<LONG>(std::size(ids))});
+  for (const LONG id : ids) {
+    const auto path = Words({id, 0});
+    bytes.insert(bytes.end(), path.begin(), path.end());
+  }
+  ByteStream stream(bytes);
+  EXPECT_TRUE(pool.Load(&stream, &db->oids));
+  const std::vector<PID*> paths(pool.GetPIDs().begin(), pool.GetPIDs().end());
+  for (const PID* path : paths) {
+    const auto first = std::ranges::find(paths, path->ID, [](const PID* p) { return p->ID; });
+    EXPECT_EQ(pool.GetPIDByID(path->ID), *first) << path->ID;
+  }
+  for (const LONG id : {1, 2, 65, 401, 4999, -2}) EXPECT_EQ(pool.GetPIDByID(id), nullptr) << id;
+  EXPECT_EQ(pool.FindPID(std::vector<OID*>()), paths.front()) << "an empty path is a path";
 }
 
 TEST_F(Pool, KeepsTheCompletePathsOfAStreamThatEndsEarly) {

@@ -1,10 +1,40 @@
 // Who refers to whom: the order by references, and look-up through the visitors of the factory.
 #include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
+#include "tests/model/ManagerSupport.h"
+#include "zdm/identity/UID.h"
+#include "zdm/relations/IZRelationImpl.h"
+#include "zdm/relations/IZReltnVisitor.h"
 
 #include <algorithm>
 #include <random>
 #include <set>
+
+namespace zdm::test {
+class Through;
+}
+
+ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Through,
+              "00000000-0000-0000-0000-000000000000", IZObject, IZRelation)
+
+namespace zdm::test {
+
+/// A relation that refers through a UID, paths included, and counts the walks into it.
+class Through : public IZRelationImpl<IZRelation> {
+  ZDM_OBJECT(Through)
+ public:
+  bool Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) override {
+    ++walks;
+    return visitor->MapUID(root, owner, this, &uid);
+  }
+
+  UID uid;
+  LONG walks = 0;
+};
+
+ZDM_OBJECT_BODY(Through)
+
+}  // namespace zdm::test
 
 namespace {
 
@@ -12,12 +42,17 @@ using namespace zdm::test;
 
 class Referring : public testing::Test {
  protected:
-  /// New objects with the IDs `ids`, in this order.
+  /// New objects with the IDs `ids`, in this order; 0 for the next soft ID.
   void Make(std::initializer_list<LONG> ids) {
     for (const LONG id : ids) {
       objects.push_back(db->MakeObject(nullptr, id));
       records.push_back(objects.back()->GetOID());
     }
+  }
+  void Clear() {
+    objects.clear();
+    records.clear();
+    db = Document();
   }
   void Refer(LONG from, LONG to) {
     Object(from)->AddRelation(RelationTo(Object(to))->GetIZObject());
@@ -59,9 +94,14 @@ TEST_F(Sort, ExchangesNeighboursOnly) {
 }
 
 TEST_F(Sort, LooksIntoPathsButNotAtOwners) {
-  Make({1, 2});
+  Make({1, 2, 3});
   Object(1)->SetOwner(Object(2));
-  EXPECT_EQ(Sorted(), (std::vector<LONG>{1, 2}));
+  EXPECT_EQ(Sorted(), (std::vector<LONG>{1, 2, 3}));
+  const auto through = zdm::Attached(new Through);
+  through->SetReltnStatus(ZRS_VALID);
+  through->uid = UID(db, Object(2)->GetIZObject(), Object(3), nullptr);
+  Object(1)->AddRelation(through->GetIZObject());
+  EXPECT_EQ(Sorted(), (std::vector<LONG>{2, 3, 1}));
 }
 
 TEST_F(Sort, LeavesRecordsWithoutObjectAlone) {
@@ -71,37 +111,66 @@ TEST_F(Sort, LeavesRecordsWithoutObjectAlone) {
   EXPECT_EQ(Sorted(), (std::vector<LONG>{1, 9, 2}));
 }
 
+/// The order that the plain exchange of neighbours gives.
+template <class Element, class Greater>
+std::vector<Element> Exchanged(std::vector<Element> elements, Greater greater) {
+  bool swapped = true;
+  for (std::size_t i = 0; i + 1 < elements.size() && swapped; ++i) {
+    swapped = false;
+    for (std::size_t j = 0; j + 1 < elements.size() - i; ++j) {
+      if (!greater(elements[j], elements[j + 1])) continue;
+      std::swap(elements[j], elements[j + 1]);
+      swapped = true;
+    }
+  }
+  return elements;
+}
+
 TEST_F(Sort, ComesOutAsThePlainExchangeOfNeighbours) {
-  constexpr LONG kObjects = 40;
-  for (const unsigned seed : {1U, 2U, 3U}) {
-    std::mt19937 random(seed);
-    db->oids.Init();
-    records.clear();
+  std::mt19937 random(1);
+  for (int graph = 0; graph < 10000; ++graph) {
+    // Small graphs of every density, and a few large ones.
+    const LONG count = graph % 500 == 0 ? 60 : 2 + static_cast<LONG>(random() % 9);
+    const LONG density = static_cast<LONG>(random()) % (2 * count);
+    const auto any = [&] { return 1 + static_cast<LONG>(random() % static_cast<ULONG>(count)); };
+    Clear();
+    for (LONG id = 1; id <= count; ++id) Make({id});
     std::set<std::pair<LONG, LONG>> references;
-    for (LONG id = 1; id <= kObjects; ++id) Make({id});
-    for (int i = 0; i < 150; ++i) {
-      const auto from = 1 + static_cast<LONG>(random() % kObjects);
-      const auto to = 1 + static_cast<LONG>(random() % kObjects);
-      references.emplace(from, to);
+    for (LONG i = 0; i < density; ++i) {
+      const auto [from, to] = *references.emplace(any(), any()).first;
       Refer(from, to);
     }
     std::ranges::shuffle(records, random);
-
-    std::vector<LONG> expected = IDsOf(records);
-    bool swapped = true;
-    for (std::size_t i = 0; i + 1 < expected.size() && swapped; ++i) {
-      swapped = false;
-      for (std::size_t j = 0; j + 1 < expected.size() - i; ++j) {
-        LONG& left = expected[j];
-        LONG& right = expected[j + 1];
-        if (!references.contains({left, right})) continue;
-        if (references.contains({right, left}) && left <= right) continue;
-        std::swap(left, right);
-        swapped = true;
-      }
+    const std::vector<LONG> expected = Exchanged(IDsOf(records), [&](LONG left, LONG right) {
+      return references.contains({left, right}) &&
+             (left > right || !references.contains({right, left}));
+    });
+    if (graph % 10 == 0) {
+      ASSERT_EQ(IDsOf(Exchanged(records, COIDManager::IsAGreaterThanB)), expected) << graph;
     }
-    EXPECT_EQ(Sorted(), expected) << "seed " << seed;
+    const auto coll = MakeObjColl();
+    for (const OID* record : records) coll->AddTail(record->Object);
+    ZRefPtr<IZDMObjColl> copy;
+    coll->GetSortedCopy(copy.Out());
+    std::vector<IZDMObject*> copied;
+    copy->GetObjects(copied);
+    ASSERT_EQ(Sorted(), expected) << "graph " << graph;
+    ASSERT_TRUE(std::ranges::equal(copied, records, {}, [](IZDMObject* o) { return o->GetOID(); }))
+        << "graph " << graph;
   }
+}
+
+TEST_F(Sort, WalksEachObjectOnceAndPassesOnlyWhereItMust) {
+  constexpr LONG kObjects = 20000;  // 2 * 10^8 comparisons if each pass went along the list
+  for (LONG id = 1; id <= kObjects; ++id) Make({0});  // the next ID
+  const auto relation = zdm::Attached(new Through);
+  relation->SetReltnStatus(ZRS_VALID);
+  relation->uid.SetReltnOID(records.back());
+  for (LONG id = 1; id < kObjects; ++id) Object(id)->AddRelation(relation->GetIZObject());
+  std::vector<LONG> expected = IDsOf(records);
+  std::rotate(expected.begin(), expected.end() - 1, expected.end());
+  EXPECT_EQ(Sorted(), expected) << "the last goes to the front, one place a pass";
+  EXPECT_EQ(relation->walks, kObjects - 1);
 }
 
 }  // namespace

@@ -152,6 +152,9 @@ void COIDManager::Settle() const {
   std::vector<LONG> ids(front_.size());
   std::transform(front_.rbegin(), front_.rend(), ids.begin(),
                  [](const OID* oid) { return oid->ID; });
+  // Room for both first: they never differ in length.
+  ids_.reserve(ids_.size() + front_.size());
+  OIDVect.reserve(OIDVect.size() + front_.size());
   ids_.insert(ids_.begin(), ids.begin(), ids.end());
   OIDVect.insert(OIDVect.begin(), front_.rbegin(), front_.rend());
   front_.clear();
@@ -230,12 +233,14 @@ void COIDManager::AssignID(IZDMObject* object, bool hard) {
   const LONG id = hard ? QueryHardID() : QuerySoftID();
   OID* oid = object->GetOID();
   if (oid->isListed_) oid->table_->Remove(oid);
+  MakeRoom(hard ? front_ : OIDVect);  // what may fail comes before the object is marked
+  MakeRoom(ids_);
+  Keep(oid);
   object->SetStatus(ZOS_ATTACHED);
   object->SetStatus(ZOS_VALID);
   object->SetID(static_cast<ULONG>(id));
   oid = object->GetOID();
   if (hard) {
-    MakeRoom(front_);
     List(oid);
     front_.push_back(oid);
   } else {

@@ -9,8 +9,9 @@
 #include "zdm/model/IZDMObject.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
-#include <memory>
+#include <utility>
 
 namespace {
 
@@ -22,8 +23,8 @@ template <class Records>
 std::size_t HashOf(const Records& records) {
   std::size_t hash = 14695981039346656037U;
   for (const OID* record : records) {
-    hash = (hash ^ reinterpret_cast<std::size_t>(record)) * 1099511628211U;
-    hash ^= hash >> 29;  // addresses differ in few low bits
+    hash = (hash ^ reinterpret_cast<std::size_t>(record)) * 0x9E3779B97F4A7C15U;
+    hash ^= hash >> 32;  // places are named by the low bits, in which addresses differ least
   }
   return hash;
 }
@@ -39,22 +40,34 @@ CPIDManager::~CPIDManager() {
 
 void CPIDManager::Init() {
   LastPID = 0;
+  places_.clear();
   byID_.clear();
-  byHash_.clear();
+  byFarID_.clear();
   dropped_.splice(dropped_.end(), PIDList);
 }
 
 PID* CPIDManager::GetPIDByID(const LONG& id) const {
-  const auto found = byID_.find(id);
-  return found != byID_.end() ? found->second : nullptr;
+  const auto index = static_cast<std::size_t>(id);
+  if (id >= 0 && index < byID_.size() && byID_[index] != nullptr) return byID_[index];
+  const auto found = byFarID_.find(id);
+  return found != byFarID_.end() ? found->second : nullptr;
+}
+
+/// The place of the path with these records, or the free one where it would go.
+template <class Records>
+std::size_t CPIDManager::PlaceOf(const Records& records, std::size_t hash) const {
+  for (std::size_t place = hash;; ++place) {
+    place &= places_.size() - 1;
+    const auto& [otherHash, path] = places_[place];
+    if (path == nullptr || (otherHash == hash && std::ranges::equal(path->OIDs, records))) {
+      return place;
+    }
+  }
 }
 
 template <class Records>
 PID* CPIDManager::Find(const Records& records) const {
-  const auto [first, last] = byHash_.equal_range(HashOf(records));
-  const auto found =
-      std::find_if(first, last, [&](const auto& entry) { return entry.second->IsSame(records); });
-  return found != last ? found->second : nullptr;
+  return places_.empty() ? nullptr : places_[PlaceOf(records, HashOf(records))].path;
 }
 
 template <class Records>
@@ -62,9 +75,10 @@ PID* CPIDManager::Query(const Records& records) {
   if (PID* pooled = Find(records)) return pooled;
   auto path = std::make_unique<PID>(NextID());
   path->OIDs.assign(records.begin(), records.end());
-  Pool(path.get());
-  LastPID = path->ID;
-  return path.release();
+  PID* const result = path.get();
+  Pool(std::move(path));
+  LastPID = result->ID;
+  return result;
 }
 
 LONG CPIDManager::NextID() const {
@@ -73,20 +87,36 @@ LONG CPIDManager::NextID() const {
 }
 
 /// Adds `path` to the end of the pool; of equal paths the first stays the one that is found.
-void CPIDManager::Pool(PID* path) {
+void CPIDManager::Pool(std::unique_ptr<PID> path) {
+  std::list<PID*> link{path.get()};
+  MakeRoom();
+  NoteID(path.get());  // the last that may fail
   const std::size_t hash = HashOf(path->OIDs);
-  PIDList.push_back(path);
-  try {
-    if (Find(path->OIDs) == nullptr) byHash_.emplace(hash, path);
-    byID_.emplace(path->ID, path);
-  } catch (...) {
-    const auto [first, last] = byHash_.equal_range(hash);
-    const auto entry =
-        std::find_if(first, last, [&](const auto& other) { return other.second == path; });
-    if (entry != last) byHash_.erase(entry);
-    PIDList.pop_back();
-    throw;
+  Place& place = places_[PlaceOf(path->OIDs, hash)];
+  if (place.path == nullptr) place = {hash, path.get()};
+  static_cast<void>(path.release());
+  PIDList.splice(PIDList.end(), link);
+}
+
+/// For one more path.
+void CPIDManager::MakeRoom() {
+  if (places_.size() > 2 * PIDList.size() + 1) return;
+  std::vector<Place> places(std::max<std::size_t>(16, 2 * places_.size()));
+  places.swap(places_);
+  for (const Place& old : places) {
+    if (old.path != nullptr) places_[PlaceOf(old.path->OIDs, old.hash)] = old;
   }
+}
+
+void CPIDManager::NoteID(PID* path) {
+  if (GetPIDByID(path->ID) != nullptr) return;
+  const auto index = static_cast<std::size_t>(path->ID);
+  if (path->ID < 0 || index > 2 * PIDList.size() + 64) {
+    byFarID_.emplace(path->ID, path);
+    return;
+  }
+  if (index >= byID_.size()) byID_.resize(index + 1);
+  byID_[index] = path;
 }
 
 PID* CPIDManager::FindPID(const PID* path) const {
@@ -101,7 +131,7 @@ PID* CPIDManager::FindPID(IZOptPath* path) const {
 }
 
 PID* CPIDManager::FindPID(IZDMObject* object) const {
-  return object != nullptr ? Find(std::list<OID*>{object->GetOID()}) : nullptr;
+  return object != nullptr ? Find(std::array{object->GetOID()}) : nullptr;
 }
 
 PID* CPIDManager::QueryPID(const PID* path) {
@@ -116,7 +146,7 @@ PID* CPIDManager::QueryPID(IZOptPath* path) {
 }
 
 PID* CPIDManager::QueryPID(IZDMObject* object) {
-  return object != nullptr ? Query(std::list<OID*>{object->GetOID()}) : nullptr;
+  return object != nullptr ? Query(std::array{object->GetOID()}) : nullptr;
 }
 
 PID* CPIDManager::QueryPID(const PID* base, IZObject* last) {
@@ -166,8 +196,8 @@ bool CPIDManager::Load(IZStream* stream, COIDManager* ids) {
     } catch (const CAtlException&) {
       return false;
     }
-    Pool(path.get());
-    LastPID = std::max(LastPID, path.release()->ID);
+    LastPID = std::max(LastPID, path->ID);
+    Pool(std::move(path));
   }
   return true;
 }

@@ -7,7 +7,8 @@
 #include "platform/ole/ole.h"
 
 #include <list>
-#include <unordered_map>
+#include <map>
+#include <memory>
 #include <vector>
 
 class COIDManager;
@@ -64,17 +65,30 @@ class ZDM_API CPIDManager {
   const std::list<PID*>& GetPIDs() const { return PIDList; }
 
  private:
+  struct Place {
+    std::size_t hash = 0;
+    PID* path = nullptr;
+  };
+
+  template <class Records>
+  std::size_t PlaceOf(const Records& records, std::size_t hash) const;
   template <class Records>
   PID* Find(const Records& records) const;
   template <class Records>
   PID* Query(const Records& records);
   LONG NextID() const;
-  void Pool(PID* path);
+  void Pool(std::unique_ptr<PID> path);
+  void MakeRoom();
+  void NoteID(PID* path);
 
   LONG LastPID = 0;
   std::list<PID*> PIDList;
 
-  std::unordered_map<LONG, PID*> byID_;                // the first of several
-  std::unordered_multimap<std::size_t, PID*> byHash_;  // of the sequence; the first of equal ones
-  std::list<PID*> dropped_;                            // by Init
+  // By sequence: a power of two places, at most half of them taken, each by the first of equal
+  // paths, at the first free place from the one that its hash names.
+  std::vector<Place> places_;
+  // By ID, the first of several. IDs about as high as there are paths are indexes, others are far.
+  std::vector<PID*> byID_;
+  std::map<LONG, PID*> byFarID_;
+  std::list<PID*> dropped_;  // by Init
 };

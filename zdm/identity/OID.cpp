@@ -37,6 +37,7 @@ OID::OID(const OID& other)
       Object(other.Object) {}
 
 OID& OID::operator=(const OID& other) {
+  if (this == &other) return *this;
   KID::operator=(other);
   AuxWord1 = other.AuxWord1;
   AuxWord2 = other.AuxWord2;

@@ -46,4 +46,5 @@ void COIDManager::DumpObjColl(IZDMObjColl* objects, const int&) {
 void COIDManager::DumpObjVect(const std::vector<OID*>&) {}
 void COIDManager::DumpObjVect(const std::vector<OID*>&, const LONG&) {}
 void COIDManager::DumpObjVect(const std::vector<OID>&) {}
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the form that callers know
 void COIDManager::DumpTree(IZDMObject*, CStringW) {}

@@ -34,7 +34,7 @@ ObjectsByID MembersByID(IZDMObjMgr& manager) {
 
 void COIDManager::AssignItemID(IZDMObject* object, const bool& hard, bool recurse) {
   struct Level {
-    ZRefPtr<IZDMObjMgr> manager;
+    IZDMObjMgr* manager;  // borrowed: a new one may have count 0 still
     LONGLONG next;
   };
   AssignID(object, hard);

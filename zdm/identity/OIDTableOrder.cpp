@@ -54,15 +54,31 @@ bool COIDManager::IsAGreaterThanB(OID* a, OID* b) {
   return !Refers(b->Object, NewDirectTo(ZR_ALL, a->Object)) || a->ID > b->ID;
 }
 
+// Passes from the head exchange neighbours of which the left is greater; each pass ends one place
+// earlier than the one before, and the first without an exchange is the last. A pass does something
+// only at places whose record is greater than the next, and an exchange makes new such places only
+// beside itself. So passes go along those places, not along the list.
 void COIDManager::Sort(std::vector<OID*>& oids) {
   Greater greater;
-  bool swapped = true;
-  for (std::size_t end = oids.size(); end > 1 && swapped; --end) {
-    swapped = false;
-    for (std::size_t j = 0; j + 1 < end; ++j) {
-      if (!greater(oids[j], oids[j + 1])) continue;
-      std::swap(oids[j], oids[j + 1]);
-      swapped = true;
+  std::vector<std::size_t> places;  // where the record is greater than the next, ascending
+  std::vector<std::size_t> next;    // those for the next pass
+  const auto note = [&](std::size_t place) {
+    if (greater(oids[place], oids[place + 1])) next.push_back(place);
+  };
+  for (std::size_t place = 0; place + 1 < oids.size(); ++place) note(place);
+  for (std::size_t end = oids.size(); !next.empty(); --end) {
+    places.swap(next);
+    next.clear();
+    std::size_t done = 0;  // the pass is beyond the places below
+    for (std::size_t place : places) {
+      if (place + 1 >= end) break;
+      if (place < done) continue;
+      do {
+        std::swap(oids[place], oids[place + 1]);
+        if (place > 0) note(place - 1);
+        ++place;
+      } while (place + 1 < end && greater(oids[place], oids[place + 1]));
+      done = place + 1;
     }
   }
 }

@@ -24,8 +24,11 @@ bool IsLive(const OID* record) { return record != nullptr && record->JudgeStatus
 
 }  // namespace
 
+// The constructors delegate, so that what is stored already goes when the rest fails.
+
 UID::UID(IZDatabase* db, const std::vector<OID*>* selfPath, const std::vector<OID*>* refPath,
-         IZDMObject* object, const ::SubID* sub) {
+         IZDMObject* object, const ::SubID* sub)
+    : UID() {
   ::CID cid(nullptr, nullptr, RecordOf(object));
   if (refPath != nullptr && !refPath->empty()) cid.RefPID = Pooled(db, *refPath);
   if (selfPath != nullptr && !selfPath->empty()) cid.SelfPID = Pooled(db, *selfPath);
@@ -33,17 +36,17 @@ UID::UID(IZDatabase* db, const std::vector<OID*>* selfPath, const std::vector<OI
   SetSubID(sub);
 }
 
-UID::UID(IZDatabase* db, IZObject* refOwner, IZDMObject* object, const ::SubID* sub) {
+UID::UID(IZDatabase* db, IZObject* refOwner, IZDMObject* object, const ::SubID* sub) : UID() {
   ::CID cid(nullptr, nullptr, RecordOf(object));
   if (auto* owner = zdm::ViewAs<IZDMObject>(refOwner)) cid.RefPID = Pooled(db, {owner->GetOID()});
   SetCID(&cid);
   SetSubID(sub);
 }
 
-UID::UID(const UID& other) { CopyFrom(&other); }
+UID::UID(const UID& other) : UID() { CopyFrom(&other); }
 
 UID& UID::operator=(const UID& other) {
-  CopyFrom(&other);
+  if (this != &other) CopyFrom(&other);
   return *this;
 }
 

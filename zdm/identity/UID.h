@@ -1,7 +1,7 @@
 // A reference as relations store it: a CID, and a SubID that names a part of the target (an edge, a
 // face). Both parts are owned; no CID means that the UID refers to nothing, no SubID means the
 // whole object. A copy is deep. Placements are GeMatrix; a missing path counts as the unit matrix.
-// Stream form: above Save in UID.cpp.
+// Stream form: above Save in UIDStream.cpp.
 #pragma once
 
 #include "platform/geometry/GeMatrix.h"

@@ -65,10 +65,10 @@ void UID::Load(std::vector<UID*>& uids, IZStream* stream, IZDatabase* db, bool w
   if (stream->GetBytesLeft() / kSmallestRecord < static_cast<ULONGLONG>(count)) {
     throw CAtlException(E_FAIL);
   }
-  uids.reserve(uids.size() + static_cast<std::size_t>(count));
   for (LONG i = 0; i < count; ++i) {
     auto uid = std::make_unique<UID>();
     uid->Load(stream, db, withCID);
-    uids.push_back(uid.release());
+    uids.push_back(uid.get());
+    static_cast<void>(uid.release());
   }
 }

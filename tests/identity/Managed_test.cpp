@@ -1,0 +1,184 @@
+// What the ID table does to managers and collections, and what it asks through the visitors.
+#include "tests/identity/Document.h"
+#include "tests/identity/Records.h"
+#include "tests/model/ManagerSupport.h"
+#include "zdm/identity/CID.h"
+#include "zdm/relations/CZReltnColl.h"
+
+namespace {
+
+using namespace zdm::test;
+
+class Managed : public testing::Test {
+ protected:
+  /// A manager directly below the root, listed.
+  ZRefPtr<IZDMObjMgr> MakeListed(const OLECHAR* name) {
+    auto manager = MakeManager(name);
+    db->Add(manager);
+    return manager;
+  }
+  ZRefPtr<IZSingleReltn> Refer(IZDMObject* from, IZDMObject* to, bool isDiffusible) {
+    auto relation = RelationTo(to);
+    relation->SetReltnDiffusible(isDiffusible);
+    from->AddRelation(relation->GetIZObject());
+    return relation;
+  }
+
+  Document db;
+};
+
+TEST_F(Managed, GetIDsDownTheTreeInListOrder) {
+  const auto top = MakeManager(OLESTR("top"));
+  const auto nested = MakeManager(OLESTR("nested"));
+  const auto a = MakeNamed(OLESTR("a"));
+  const auto b = MakeNamed(OLESTR("b"));
+  top->AttachTail(nested->GetIZObject());
+  top->AttachTail(b->GetIZObject());
+  nested->AttachTail(a->GetIZObject());
+  nested->AttachTail(top->GetIZObject());  // a cycle
+  db->oids.AssignItemID(top, false, false);
+  EXPECT_FALSE(b->IsObjectAttached());
+  db->oids.AssignItemID(top, false, true);  // has its ID; the others have none
+  EXPECT_EQ(top->GetID(), 1U);
+  EXPECT_EQ(nested->GetID(), 2U);
+  EXPECT_EQ(a->GetID(), 3U);
+  EXPECT_EQ(b->GetID(), 4U);
+  nested->RemoveTailNoReturn();
+}
+
+TEST_F(Managed, GetIDsBeforeAnyoneHoldsThem) {
+  auto* clone = MakeManager(OLESTR("m"))->Clone();  // count 0
+  auto* manager = zdm::ViewAs<IZDMObjMgr>(clone);
+  db->oids.AssignItemID(manager, false, true);
+  EXPECT_EQ(manager->GetReferenceCount(), 0U);
+  const ZRefPtr<IZDMObjMgr> held = manager;
+  EXPECT_EQ(held->GetID(), 1U);
+}
+
+TEST_F(Managed, AreSetUpWithTheObjectsTheyOwn) {
+  const auto manager = MakeListed(OLESTR("m"));
+  const auto listed = db->MakeObject(OLESTR("listed"));
+  const auto late = db->MakeObject(OLESTR("late"));
+  const auto plain = db->MakeObject(OLESTR("plain"));
+  const auto alone = db->MakeObject(OLESTR("alone"));
+  manager->AttachTail(listed->GetIZObject());
+  listed->SetObjectValid(false);
+  late->SetOwner(manager);
+  late->ClearStatus(ZOS_ATTACHED);
+  late->AddRef();  // the creation reference, which SetupOwner gives up
+  plain->SetOwner(listed);
+  alone->SetOwner(nullptr);
+  db->oids.SetupOwner();
+  EXPECT_EQ(NamesIn(*manager), "listed late") << "nothing is listed twice";
+  EXPECT_TRUE(listed->IsObjectValid());
+  EXPECT_TRUE(late->IsObjectAttached() && late->IsObjectValid());
+  EXPECT_EQ(late->GetReferenceCount(), 2U);
+  for (IZDMObject* object : {plain.Get(), alone.Get()}) {
+    EXPECT_FALSE(object->IsObjectAttached() || object->IsObjectValid());
+  }
+}
+
+TEST_F(Managed, AnswerTheFirstObjectOfTheSameID) {
+  const auto manager = MakeListed(OLESTR("m"));
+  const auto first = MakeNamed(OLESTR("first"));
+  const auto second = MakeNamed(OLESTR("second"));
+  const auto stranger = MakeNamed(OLESTR("stranger"));
+  for (const auto& object : {first, second}) {
+    manager->AttachTail(object->GetIZObject());
+    object->SetID(7);
+  }
+  EXPECT_EQ(COIDManager::GetSameIDObj(second), first.Get());
+  EXPECT_EQ(COIDManager::GetSameIDObj(stranger), nullptr) << "no manager";
+  stranger->SetOwner(manager);
+  EXPECT_EQ(COIDManager::GetSameIDObj(stranger), nullptr);
+}
+
+TEST_F(Managed, ExchangeDataWithWhatHasTheSameID) {
+  const auto manager = MakeListed(OLESTR("m"));
+  const auto unknown = MakeManager(OLESTR("unknown"));
+  const auto coll = MakeObjColl({unknown});
+  std::vector<ZRefPtr<IZDMObjMgr>> undo;
+  for (const OLECHAR* name : {OLESTR("a"), OLESTR("b")}) {
+    const auto present = MakeManager(name);
+    manager->AddTail(present->GetIZObject());
+    undo.push_back(MakeManager(OLESTR("old")));
+    undo.back()->SetID(present->GetID());
+    undo.back()->SetOwner(manager);
+    coll->AddTail(undo.back());
+  }
+  COIDManager::SetObjEx(coll);
+  EXPECT_EQ(NamesIn(*manager), "old old");
+  EXPECT_EQ(NamesIn(*coll), "unknown a b");
+  COIDManager::SetObjEx(coll);
+  EXPECT_EQ(NamesIn(*manager), "a b");
+}
+
+TEST_F(Managed, TakeTheirFirstObjectAsTheCurrentOne) {
+  const auto manager = MakeListed(OLESTR("m"));
+  COIDManager::ValidCurrentObj(manager);
+  EXPECT_EQ(manager->GetCurrent(), nullptr);
+  for (const OLECHAR* name : {OLESTR("a"), OLESTR("b")}) {
+    manager->AddTail(MakeNamed(name)->GetIZObject());
+  }
+  COIDManager::ValidCurrentObj(manager);
+  EXPECT_EQ(manager->GetCurrent(), manager->GetHead());
+}
+
+TEST_F(Managed, ReceiveTheObjectsOfAReference) {
+  const auto self = db->MakeObject(OLESTR("self"));
+  const auto through = db->MakeObject(OLESTR("through"));
+  const auto target = db->MakeObject(OLESTR("target"));
+  OID unbound;
+  const auto coll = MakeObjColl();
+  CID(db->pids.QueryPID(self), db->pids.QueryPID(through), target->GetOID()).ExpandCID(coll);
+  CID(nullptr, nullptr, &unbound).ExpandCID(coll);
+  EXPECT_EQ(NamesIn(*coll), "self through target");
+  COIDManager::DumpObjColl(coll, 0);
+}
+
+TEST_F(Managed, AreToldWhoRefersToAnObject) {
+  const auto target = db->MakeObject(OLESTR("target"));
+  const auto a = db->MakeObject(OLESTR("a"));
+  const auto b = db->MakeObject(OLESTR("b"));
+  const auto invalid = db->MakeObject(OLESTR("invalid"));
+  Refer(target, target, true);
+  Refer(b, target, false);
+  Refer(a, target, false);
+  const auto fromInvalid = Refer(invalid, target, true);
+  invalid->SetObjectValid(false);
+  const auto ask = [&](eZRelation kind) {
+    const auto coll = MakeObjColl();
+    EXPECT_EQ(db->oids.GetReltnObjs(kind, target, coll), 0);
+    return NamesIn(*coll);
+  };
+  EXPECT_EQ(ask(ZR_ALL), "target a b") << "in table order";
+  EXPECT_EQ(ask(ZR_DIFFUSIBLE), "target");
+  EXPECT_EQ(ask(ZR_NONDIFFUSIBLE), "a b");
+  EXPECT_EQ(db->oids.IsDependByOtherObjs(target), 0) << "by itself and by invalid ones only";
+  invalid->SetObjectValid(true);
+  EXPECT_EQ(db->oids.IsDependByOtherObjs(target), 1);
+  EXPECT_EQ(db->oids.IsDependByOtherObjs(a), 0);
+
+  invalid->SetObjectValid(false);
+  const auto relations = zdm::MakeObject<IZReltnColl, CZReltnColl>();
+  const auto out = MakeObjColl();
+  EXPECT_EQ(db->oids.GetRelations(ZR_DIFFUSIBLE, target, relations, out), 0);
+  EXPECT_EQ(relations->GetCount(), 2) << "also of objects that are not valid";
+  EXPECT_EQ(relations->GetTail(), fromInvalid.Get());
+  EXPECT_TRUE(out->IsEmpty());
+}
+
+TEST_F(Managed, AreGreaterThanWhatTheyReferTo) {
+  const auto low = db->MakeObject();
+  const auto high = db->MakeObject();
+  const auto greater = [](IZDMObject* a, IZDMObject* b) {
+    return COIDManager::IsAGreaterThanB(a->GetOID(), b->GetOID());
+  };
+  EXPECT_FALSE(greater(low, high) || greater(high, low));
+  Refer(low, high, false);
+  EXPECT_TRUE(greater(low, high) && !greater(high, low));
+  Refer(high, low, true);
+  EXPECT_TRUE(!greater(low, high) && greater(high, low)) << "both refer: the higher ID";
+}
+
+}  // namespace
