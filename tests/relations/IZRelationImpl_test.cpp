@@ -202,6 +202,8 @@ TEST(SingleReltn, KeepsTheRecordWhenItAlreadyLeadsToTheObject) {
   reltn->SetReltnOID(&second);
   reltn->SetReltnObj(thing);
   EXPECT_EQ(reltn->GetReltnOID(), &second);
+  thing->SetOID(nullptr, true);
+  EXPECT_EQ(reltn->GetValidReltnObject(), nullptr) << "an object without a record of its own";
 }
 
 TEST(SingleReltn, CopiesTheTargetItself) {
