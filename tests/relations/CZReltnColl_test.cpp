@@ -3,31 +3,35 @@
 #include "platform/ole/CAtlException.h"
 #include "tests/relations/ReltnSupport.h"
 #include "zdm/identity/OID.h"
+#include "zdm/relations/ReltnSelector.h"
 
 #include <gtest/gtest.h>
 
-class GiContext {};
-class Remover;
+#include <functional>
+#include <utility>
 
-ZDM_CLASS_ROW(zdm::test::TestModule, false, Remover, "00000000-0000-0000-0000-000000000000",
+class GiContext {};
+class Meddler;
+
+ZDM_CLASS_ROW(zdm::test::TestModule, false, Meddler, "00000000-0000-0000-0000-000000000000",
               IZObject, IZReltnVisitor)
 
-/// Takes every relation it is shown out of the collection.
-class Remover : public ZReltnVisitor<IZReltnVisitor> {
-  ZDM_OBJECT(Remover)
+/// Does something to the collection when it is shown b, and then notes what it was shown.
+class Meddler : public ZReltnVisitor<IZReltnVisitor> {
+  ZDM_OBJECT(Meddler)
  public:
   using ZReltnVisitor::Visit;
-  explicit Remover(IZReltnColl* coll) : coll_(coll) {}
   bool Visit(IZDMObject*, IZDMObject*, IZRelation* reltn) override {
-    coll_->RemoveItem(reltn);
+    if (reltn->GetReltnTag() == 'b') deed(reltn);
+    letters += static_cast<char>(reltn->GetReltnTag());
     return false;
   }
 
- private:
-  IZReltnColl* coll_;
+  std::function<void(IZRelation*)> deed;
+  std::string letters;
 };
 
-ZDM_OBJECT_BODY(Remover)
+ZDM_OBJECT_BODY(Meddler)
 
 namespace {
 
@@ -76,11 +80,75 @@ TEST(ReltnColl, StopsAtTheFirstTrue) {
   EXPECT_EQ(visitor.words, "a b");
 }
 
-TEST(ReltnColl, VisitorMayRemoveWhatItIsShown) {
-  const auto coll = MakeReltns("aBcd");
-  Remover visitor(coll);
+TEST(ReltnColl, MayChangeWhileItIsShown) {
+  auto coll = MakeReltns("");
+  const struct {
+    const char* what;
+    std::function<void(IZRelation*)> deed;
+    const char* shown;
+    const char* left;
+  } rows[] = {
+      {"the element shown goes", [&](IZRelation* b) { coll->RemoveItem(b); }, "abcd", "acd"},
+      {"the next one goes", [&](IZRelation*) { coll->RemoveAt(coll->FindIndex(2)); }, "abd", "abd"},
+      {"both go", [&](IZRelation* b) { coll->RemoveItem(b), coll->RemoveAt(coll->FindIndex(1)); },
+       "abd", "ad"},
+      {"the former one goes", [&](IZRelation*) { coll->RemoveHeadNoReturn(); }, "abcd", "bcd"},
+      {"all go", [&](IZRelation*) { coll->RemoveAll(); }, "ab", ""},
+      {"all go and one comes", [&](IZRelation*) { coll->RemoveAll(), coll->AddTail(Valid('x')); },
+       "ab", "x"},
+      {"another takes its place", [&](IZRelation*) { coll->SetAt(coll->FindIndex(1), Valid('x')); },
+       "abcd", "axcd"},
+      {"one comes", [&](IZRelation*) { coll->AddTail(Valid('x')); }, "abcdx", "abcdx"},
+      {"it becomes the last", [&](IZRelation*) { coll->MoveToTail(coll->FindIndex(1)); }, "abcdb",
+       "acdb"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.what);
+    coll = MakeReltns("abcd");
+    Meddler visitor;
+    visitor.deed = [&](IZRelation* b) {
+      if (visitor.letters == "a") row.deed(b);
+    };
+    EXPECT_FALSE(coll->Accept(nullptr, nullptr, &visitor));
+    EXPECT_EQ(visitor.letters, row.shown);
+    EXPECT_EQ(LettersIn(*coll), row.left);
+  }
+}
+
+TEST(ReltnColl, MayEndWhileItIsShown) {
+  const int before = PlainReltn::alive;
+  auto coll = MakeReltns("abcd");
+  Meddler visitor;
+  Meddler inner;
+  inner.deed = [&](IZRelation*) { coll.Reset(); };
+  visitor.deed = [&](IZRelation*) { coll->Accept(nullptr, nullptr, &inner); };
   EXPECT_FALSE(coll->Accept(nullptr, nullptr, &visitor));
-  EXPECT_EQ(LettersIn(*coll), "B");
+  EXPECT_EQ(visitor.letters + inner.letters, "abab");
+  EXPECT_EQ(PlainReltn::alive, before);
+}
+
+TEST(ReltnColl, IsWholeAfterAVisitorThrew) {
+  const auto coll = MakeReltns("abc");
+  Meddler visitor;
+  visitor.deed = [](IZRelation*) { throw CAtlException(E_FAIL); };
+  EXPECT_THROW(coll->Accept(nullptr, nullptr, &visitor), CAtlException);
+  coll->RemoveAt(coll->FindIndex(2));
+  EXPECT_EQ(LettersIn(*coll), "ab");
+}
+
+TEST(ReltnColl, ElementMayLeaveInItsOwnUpdate) {
+  struct Leaver : Shape {
+    explicit Leaver(IZReltnColl* coll) : coll_(coll) {}
+    void Update(IZUpdater*, GiContext*) override {
+      coll_->RemoveItem(this);
+      EXPECT_EQ(std::exchange(coll_, nullptr)->GetCount(), 1);
+    }
+    IZReltnColl* coll_;
+  };
+  const auto coll = MakeReltns("");
+  coll->AddTail(zdm::MakeObject<IZRelation, Leaver>(coll.Get()));
+  const Shape* other = AddShape(*coll);
+  coll->Update(nullptr, nullptr);
+  EXPECT_EQ(other->updates, 1);
 }
 
 TEST(ReltnColl, FindsElementsByStatus) {
@@ -272,7 +340,21 @@ TEST(ReltnCollCopy, MayCopyFromItsOwnElement) {
   EXPECT_EQ(LettersIn(*coll), "xy");
 }
 
-TEST(Collector, SelectsStrictly) {
+TEST(ReltnCollCopy, ElementThatThrowsLeavesTheFormerOnes) {
+  struct Uncopyable : Shape {
+    IZObject* Clone() override { throw CAtlException(E_OUTOFMEMORY); }
+  };
+  const auto source = MakeReltns("xy");
+  source->AddTail(zdm::MakeObject<IZRelation, Uncopyable>());
+  const auto coll = MakeReltns("ab");
+  EXPECT_THROW(coll->CopyFrom(source), CAtlException);
+  EXPECT_EQ(LettersIn(*coll), "ab");
+  ZRefPtr<IZReltnColl> copy;
+  EXPECT_THROW(source->Clone(copy.Out(), true), CAtlException);
+  EXPECT_EQ(copy, nullptr);
+}
+
+TEST(Collector, SelectsStrictlyAndOthersLoosely) {
   const struct {
     LONG status;
     char letter;
@@ -287,9 +369,11 @@ TEST(Collector, SelectsStrictly) {
   const struct {
     ULONG selector;
     const char* collected;
-  } rows[] = {{ZR_ALL, "z"},   {ZR_DIFFUSIBLE, "d"}, {ZR_NONDIFFUSIBLE, "potz"},
-              {0x1, "ot"},     {0x3, "t"},           {0, "pdotz"},
-              {0x80000001, ""}};
+    const char* loosely;
+  } rows[] = {
+      {ZR_ALL, "z", "pdotz"},   {ZR_DIFFUSIBLE, "d", "d"}, {ZR_NONDIFFUSIBLE, "potz", "potz"},
+      {0x1, "ot", "pdotz"},     {0x3, "t", "pdotz"},       {0, "pdotz", "pdotz"},
+      {0x80000001, "", "pdotz"}};
   for (const auto& row : rows) {
     const auto coll = MakeReltns("");
     auto* collector = zdm::ViewAs<IZReltnCollector>(coll);
@@ -298,6 +382,14 @@ TEST(Collector, SelectsStrictly) {
     EXPECT_EQ(LettersIn(*coll), row.collected) << row.selector;
     EXPECT_FALSE(source->Accept(nullptr, nullptr, collector));
     EXPECT_EQ(LettersIn(*coll), std::string(row.collected) + row.collected) << "appended";
+    std::string loosely;
+    for (LONGLONG pos = source->GetValidHeadPosition(); pos != 0;) {
+      IZRelation* reltn = source->GetValidNext(pos);
+      if (zdm::SelectsLoosely(static_cast<eZRelation>(row.selector), *reltn)) {
+        loosely += static_cast<char>(reltn->GetReltnTag());
+      }
+    }
+    EXPECT_EQ(loosely, row.loosely) << row.selector;
   }
 }
 

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 class Nameless;
 
 ZDM_CLASS_ROW(zdm::test::TestModule, false, Nameless, "00000000-0000-0000-0000-000000000000",
@@ -202,6 +204,9 @@ TEST(SingleReltn, KeepsTheRecordWhenItAlreadyLeadsToTheObject) {
   reltn->SetReltnOID(&second);
   reltn->SetReltnObj(thing);
   EXPECT_EQ(reltn->GetReltnOID(), &second);
+  const std::unique_ptr<OID> own(thing->GetOID());
+  thing->SetOID(nullptr, true);
+  EXPECT_EQ(reltn->GetValidReltnObject(), nullptr) << "an object without a record of its own";
 }
 
 TEST(SingleReltn, CopiesTheTargetItself) {

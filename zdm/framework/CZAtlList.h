@@ -7,6 +7,8 @@
 
 #include "platform/ole/CAtlException.h"
 
+#include <utility>
+
 struct __POSITION;
 using POSITION = __POSITION*;
 
@@ -18,12 +20,14 @@ struct CDefaultElementTraits {
 
 template <class E, class Traits = CDefaultElementTraits<E>>
 class CZAtlList {
+  struct CZNode;
+
  public:
   /// @param blockSize  nodes per block, at least 1.
   explicit CZAtlList(ULONG blockSize = 10) : blockSize_(blockSize) {}
   CZAtlList(const CZAtlList&) = delete;
   CZAtlList& operator=(const CZAtlList&) = delete;
-  ~CZAtlList() { RemoveAll(); }
+  ~CZAtlList();
 
   std::size_t GetCount() const { return static_cast<std::size_t>(count_); }
   bool IsEmpty() const { return count_ == 0; }
@@ -35,7 +39,7 @@ class CZAtlList {
   E& GetPrev(POSITION& pos);
   E& GetAt(POSITION pos) { return ToNode(pos)->element; }
   const E& GetAt(POSITION pos) const { return ToNode(pos)->element; }
-  void SetAt(POSITION pos, const E& element) { ToNode(pos)->element = element; }
+  void SetAt(POSITION pos, const E& element);
   /// First and last element; throw for an empty list.
   E& GetHead() { return ToNode(GetHeadPosition())->element; }
   E& GetTail() { return ToNode(GetTailPosition())->element; }
@@ -58,6 +62,32 @@ class CZAtlList {
   void RemoveTailNoReturn() { RemoveAt(GetTailPosition()); }
   void RemoveAt(POSITION pos);
   void RemoveAll();
+
+  /// A walk from head to tail during which the list may change, or end: the element shown stays
+  /// until the next one is asked for, also when it is removed; what is removed before its turn is
+  /// left out, and what is added behind the tail of the start is not reached.
+  class Walk {
+   public:
+    explicit Walk(CZAtlList& list);
+    ~Walk() {
+      if (list_ != nullptr) list_->walks_ = outer_;
+    }
+    Walk(const Walk&) = delete;
+    Walk& operator=(const Walk&) = delete;
+
+    /// Moves on to the next element; null past the tail.
+    const E* Next();
+
+   private:
+    friend class CZAtlList;
+    CZAtlList* list_;          // null when the list has ended
+    Walk* outer_;              // begun earlier and still under way
+    CZNode* shown_ = nullptr;  // null once its element was taken away
+    CZNode* next_;
+    CZNode* last_;         // to be shown as the last one
+    bool isDone_ = false;  // it was shown, or nothing is left before it
+    E kept_ = E();  // the element shown, once it was taken away
+  };
 
   /// First node after `startAfter` (from the head when 0) that holds `element`; 0 if none.
   POSITION Find(const E& element, POSITION startAfter = nullptr) const;
@@ -95,6 +125,7 @@ class CZAtlList {
   void FreeNode(CZNode* node);
   void FreeBlocks();
   E RemoveEnd(CZNode* node);
+  void KeepForWalks(CZNode* node);
   void RemoveNode(CZNode* node);
   void Unlink(CZNode* node);
   void Link(CZNode* node, CZNode* prev, CZNode* next);
@@ -105,6 +136,7 @@ class CZAtlList {
   Block* blocks_ = nullptr;  // the block allocated last; the others behind it
   CZNode* free_ = nullptr;   // unused nodes, linked through next
   ULONG blockSize_;
+  Walk* walks_ = nullptr;  // the innermost one under way
 };
 
 #include "zdm/framework/CZAtlList.inl"

@@ -4,7 +4,46 @@
 #include <cstdlib>
 #include <limits>
 #include <new>
-#include <utility>
+
+template <class E, class Traits>
+CZAtlList<E, Traits>::~CZAtlList() {
+  RemoveAll();
+  for (Walk* walk = walks_; walk != nullptr; walk = walk->outer_) walk->list_ = nullptr;
+}
+
+// Not inline, or GCC takes it for a local whose address outlives it.
+template <class E, class Traits>
+[[gnu::noinline]] CZAtlList<E, Traits>::Walk::Walk(CZAtlList& list)
+    : list_(&list), outer_(list.walks_), next_(list.head_), last_(list.tail_) {
+  list.walks_ = this;
+}
+
+template <class E, class Traits>
+const E* CZAtlList<E, Traits>::Walk::Next() {
+  kept_ = E();
+  shown_ = isDone_ ? nullptr : next_;
+  if (shown_ == nullptr) return nullptr;
+  isDone_ = shown_ == last_;
+  next_ = shown_->next;
+  return &shown_->element;
+}
+
+/// Before the element of `node` goes.
+template <class E, class Traits>
+void CZAtlList<E, Traits>::KeepForWalks(CZNode* node) {
+  for (Walk* walk = walks_; walk != nullptr; walk = walk->outer_) {
+    if (walk->shown_ != node) continue;
+    walk->shown_ = nullptr;
+    walk->kept_ = node->element;
+  }
+}
+
+template <class E, class Traits>
+void CZAtlList<E, Traits>::SetAt(POSITION pos, const E& element) {
+  CZNode* node = ToNode(pos);
+  KeepForWalks(node);
+  node->element = element;
+}
 
 template <class E, class Traits>
 E& CZAtlList<E, Traits>::GetNext(POSITION& pos) {
@@ -69,7 +108,7 @@ void CZAtlList<E, Traits>::AllOrNothing(Add add) {
 template <class E, class Traits>
 E CZAtlList<E, Traits>::RemoveEnd(CZNode* node) {
   if (node == nullptr) throw CAtlException(E_FAIL);
-  E element = std::move(node->element);
+  E element = node->element;
   RemoveNode(node);
   return element;
 }
@@ -81,6 +120,14 @@ void CZAtlList<E, Traits>::RemoveAt(POSITION pos) {
 
 template <class E, class Traits>
 void CZAtlList<E, Traits>::RemoveNode(CZNode* node) {
+  KeepForWalks(node);
+  for (Walk* walk = walks_; walk != nullptr; walk = walk->outer_) {
+    if (walk->last_ == node) {
+      if (walk->next_ == node) walk->isDone_ = true;
+      walk->last_ = node->prev;
+    }
+    if (walk->next_ == node) walk->next_ = node->next;
+  }
   Unlink(node);
   FreeNode(node);
 }

@@ -65,8 +65,10 @@ Elem* IZListOperations<Base, Elem>::GetAt(LONGLONG pos) {
 template <class Base, class Elem>
 LONG IZListOperations<Base, Elem>::SetAt(LONGLONG pos, Elem* element) {
   if (element == nullptr) return E_INVALIDARG;
-  ZRefPtr<Elem>& held = List::GetAt(ToPosition(pos));
-  if (held.Get() != element) held.Query(element);
+  if (List::GetAt(ToPosition(pos)).Get() == element) return S_OK;
+  ZRefPtr<Elem> held;
+  held.Query(element);
+  List::SetAt(ToPosition(pos), held);
   return S_OK;
 }
 

@@ -23,12 +23,12 @@ void CZReltnColl::SetVisibility(eZGiDraw draw, bool visible, GiContext* context)
 }
 
 IZDispAttrib* CZReltnColl::GetDispAttrib() {
-  for (POSITION pos = List::GetHeadPosition(); pos != nullptr;) {
-    IZRelation* element = List::GetNext(pos);
-    if (element == nullptr) continue;
-    if (IZDispAttrib* attribute = element->GetDispAttrib()) return attribute;
-  }
-  return nullptr;
+  IZDispAttrib* attribute = nullptr;
+  AnyOf([&](IZRelation& element) {
+    attribute = element.GetDispAttrib();
+    return attribute != nullptr;
+  });
+  return attribute;
 }
 
 void CZReltnColl::CopyFrom(IZRelation* other) {

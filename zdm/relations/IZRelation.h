@@ -30,7 +30,8 @@ struct ZDM_INTERFACE IZRelation : IZDisplay {
   /// none. A stream that ends early and damage throw CAtlException(E_FAIL).
   virtual void Load(IZStream* stream, IZDatabase* database) = 0;  // 53
   virtual void Save(IZStream* stream, IZDatabase* database) = 0;  // 54
-  virtual bool IsValid() = 0;                                     // 55
+  /// True while the relation is valid itself and what it refers to is; each class says what counts.
+  virtual bool IsValid() = 0;  // 55
   /// A number for the owner of the relation; -1 when it was never set.
   virtual void SetReltnTag(LONG tag) = 0;  // 56
   virtual LONG GetReltnTag() = 0;          // 57

@@ -34,7 +34,7 @@ class IZReltnCollImpl : public IZDisplayImpl<zdm::ReltnCollBases<Others...>> {
   void SetReltnTag(LONG) override {}
   LONG GetReltnTag() override { return -1; }
   /// Offers the valid elements from head to tail to Visit(root, owner, IZRelation*). The visitor
-  /// may change the element shown, remove it, and add elements, which are not offered; offered to
+  /// may change the collection and even end it; what it adds at the tail is not offered. Offered to
   /// itself, a collection shows nothing.
   bool Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) override;
 
@@ -54,7 +54,11 @@ class IZReltnCollImpl : public IZDisplayImpl<zdm::ReltnCollBases<Others...>> {
   static bool Passes(IZRelation* element, LONG mask) {
     return element != nullptr && element->JudgeReltnStatus(mask);
   }
-  /// Calls `action(IZRelation&)` for every element that is not null.
+  /// True at the first element that is not null and for which `test(IZRelation&)` is. What is
+  /// called may change the collection; an element removed before its turn is left out.
+  template <class Test>
+  bool AnyOf(Test test);
+  /// Calls `action(IZRelation&)` for every element that is not null, as AnyOf does.
   template <class Action>
   void ForEach(Action action);
 

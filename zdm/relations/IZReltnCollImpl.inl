@@ -48,15 +48,9 @@ bool IZReltnCollImpl<Others...>::Accept(IZDMObject* root, IZDMObject* owner,
                                         IZReltnVisitor* visitor) {
   // Shown to itself, a collector would never come to the end of its list.
   if (static_cast<CZObject*>(visitor) == static_cast<CZObject*>(this)) return false;
-  // Nor would one that adds to the list it is shown.
-  const POSITION last = List::GetTailPosition();
-  POSITION next = List::GetHeadPosition();
-  for (POSITION pos = nullptr; next != nullptr && pos != last;) {
-    pos = next;
-    IZRelation* element = List::GetNext(next);
-    if (Passes(element, ZRS_VALID) && visitor->Visit(root, owner, element)) return true;
-  }
-  return false;
+  return AnyOf([&](IZRelation& element) {
+    return Passes(&element, ZRS_VALID) && visitor->Visit(root, owner, &element);
+  });
 }
 
 template <class... Others>
@@ -99,11 +93,23 @@ void IZReltnCollImpl<Others...>::Clone(IZReltnColl** out, bool deep) {
 }
 
 template <class... Others>
+template <class Test>
+bool IZReltnCollImpl<Others...>::AnyOf(Test test) {
+  typename List::Walk walk(*this);
+  while (const ZRefPtr<IZRelation>* next = walk.Next()) {
+    IZRelation* const element = *next;
+    if (element != nullptr && test(*element)) return true;
+  }
+  return false;
+}
+
+template <class... Others>
 template <class Action>
 void IZReltnCollImpl<Others...>::ForEach(Action action) {
-  for (POSITION pos = List::GetHeadPosition(); pos != nullptr;) {
-    if (IZRelation* element = List::GetNext(pos)) action(*element);
-  }
+  AnyOf([&](IZRelation& element) {
+    action(element);
+    return false;
+  });
 }
 
 /// The first node from `pos` towards the tail whose element passes.

@@ -73,7 +73,8 @@ template <class T>
 IZDMObject* IZSingleReltnImpl<T>::GetValidReltnObject() {
   IZDMObject* object = this->GetReltnObject();
   if (object == nullptr || !this->JudgeReltnStatus(ZRS_VALID)) return nullptr;
-  return object->GetOID()->JudgeStatus(ZOS_VALID) ? object : nullptr;
+  const OID* own = object->GetOID();
+  return own != nullptr && own->JudgeStatus(ZOS_VALID) ? object : nullptr;
 }
 
 template <class T>

@@ -1,0 +1,2 @@
+zdm_add_bench(Relations_bench Relations_bench.cpp)
+target_link_libraries(Relations_bench PRIVATE zdm_test_support)
