@@ -1,7 +1,9 @@
-// Creation by class identifier, held by the view that the caller wants.
+// Creation through the factory, held by the view that the caller wants: the way to a new object
+// where its class is known by its identifier, or declared only.
 #pragma once
 
 #include "platform/core/ZCore.h"
+#include "zdm/framework/ZClass.h"
 #include "zdm/framework/ZRefPtr.h"
 
 namespace zdm {
@@ -16,6 +18,12 @@ ZRefPtr<T> CreateAs(const GUID& classId) {
   view.Query(object);
   object->DecrementCount();  // the creation reference
   return view;
+}
+
+/// The same by the row of class C, which may be an incomplete type.
+template <class T, class C>
+ZRefPtr<T> CreateAs() {
+  return CreateAs<T>(ClassRow<C>::kClassID);
 }
 
 }  // namespace zdm
