@@ -3,7 +3,7 @@
 // the descriptor and the query operations, so a class without a row does not compile;
 // ZDM_OBJECT_BODY in one source file brings the descriptor and its registration.
 //
-//   // in the header, at global scope (the library's own rows stand in zdm/module/ClassTable.def)
+//   // in a header that includes this one and IZObjectImpl.h, at global scope
 //   struct MyModule {  // whose classes they are
 //     static constexpr GUID kID = zdm::ParseGuid("11111111-2222-3333-4444-000000000001");
 //     static constexpr const char* kName = "MY";
