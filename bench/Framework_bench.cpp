@@ -39,7 +39,7 @@ BENCHMARK(BM_QueryZInterface_Present_Plain);
 
 void BM_CZFactory_Create(benchmark::State& state) {
   Element::zInit();
-  const GUID classId = zdm::ClassRow<Element>::kClassID;
+  const GUID classId = Element::kClassID;
   const CZFactory* factory = ZCore::GetZFactory();
   for (auto _ : state) {
     CZObject* object = factory->Create(classId);
@@ -59,7 +59,7 @@ struct Hash {
 
 void BM_CZFactory_Create_Plain(benchmark::State& state) {
   std::unordered_map<GUID, int, Hash> table;
-  const GUID classId = zdm::ClassRow<Element>::kClassID;
+  const GUID classId = Element::kClassID;
   table[classId] = 1;
   table[GUID_NULL] = 2;
   for (auto _ : state) {

@@ -9,8 +9,16 @@ install(TARGETS zdm EXPORT zdmTargets
 foreach(folder IN ITEMS platform zdm)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}
           DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zdm
-          FILES_MATCHING PATTERN "*.h" PATTERN "*.inl" PATTERN "*.def")
+          FILES_MATCHING PATTERN "*.h" PATTERN "*.inl" PATTERN "*.def" PATTERN portable EXCLUDE)
 endforeach()
+if(NOT WIN32)
+  # What ole.h includes away from Windows; the rest of the folder is the library's own.
+  foreach(header IN ITEMS Bstr Guid SafeArray Storage Stream StringCompare TaskMemory Types VarTypes
+                          Variant)
+    install(FILES ${PROJECT_SOURCE_DIR}/platform/ole/portable/${header}.h
+            DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zdm/platform/ole/portable)
+  endforeach()
+endif()
 install(EXPORT zdmTargets NAMESPACE zdm:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zdm)
 
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/zdmConfigVersion.cmake

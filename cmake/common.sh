@@ -28,15 +28,16 @@ install_packages() {
     }
 }
 
-# build PRESET [TARGET...]: configure when needed and build.
+# build PRESET [TARGET...]: configure when needed and build; silent when there is nothing to do.
 build() {
   local preset=$1
   shift
-  say "build $preset"
   mkdir -p build
   cmake --preset "$preset" >"build/$preset.log" 2>&1 || {
     cat "build/$preset.log" >&2
     exit 1
   }
+  cmake --build --preset "$preset" -- -n "$@" | grep -q 'no work to do' && return
+  say "build $preset"
   cmake --build --preset "$preset" -- "$@" || exit 1
 }

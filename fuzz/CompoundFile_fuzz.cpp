@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -27,15 +28,14 @@ void Require(bool kept, const char* promise) {
   std::abort();
 }
 
-/// A file of this process, gone at its end.
+/// A file that no other run has, gone at the end of this one.
 class File {
  public:
   explicit File(const char* name) {
-    static unsigned counter = 0;
-    const auto folder = std::filesystem::temp_directory_path();
-    do {
-      path_ = folder / ("zdm-fuzz-" + std::to_string(counter++) + name);
-    } while (std::filesystem::exists(path_));
+    // Runs are many at a time, and start together.
+    std::random_device random;
+    const std::string run = std::to_string(random()) + "-" + std::to_string(random());
+    path_ = std::filesystem::temp_directory_path() / ("zdm-fuzz-" + run + name);
   }
   ~File() {
     std::error_code ignored;

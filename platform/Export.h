@@ -5,6 +5,10 @@
 //                  exceptions and type checks; nothing to import on Windows.
 #pragma once
 
+#if __cplusplus < 202002L
+#error "zdm needs C++20: compile with -std=c++20, or link the CMake target zdm::zdm"
+#endif
+
 #if defined(_WIN32)
 #if defined(ZDM_BUILDING)
 #define ZDM_API __declspec(dllexport)

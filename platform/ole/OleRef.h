@@ -26,6 +26,8 @@ class OleRef {
     Reset();
     return &object_;
   }
+  /// Hands the reference to the caller; the pointer becomes null.
+  [[nodiscard]] T* Detach() { return std::exchange(object_, nullptr); }
   void Reset() {
     if (T* old = std::exchange(object_, nullptr)) old->Release();
   }

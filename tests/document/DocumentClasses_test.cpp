@@ -25,7 +25,7 @@ TEST(DocumentClasses, AreMadeByTheirIdentifiersAndAnswerWhatTheLibraryAsks) {
             nullptr);
   EXPECT_NE(zdm::CreateAs<IZOptPath>(zdm::ParseGuid("1DB813D4-9E9D-4FC6-A01B-014C44778E4B")),
             nullptr);
-  auto object = zdm::CreateAs<IZDMObject>(zdm::ClassRow<CZDMPlainObject>::kClassID);
+  auto object = zdm::CreateAs<IZDMObject, CZDMPlainObject>();
   ASSERT_NE(object, nullptr);
   EXPECT_EQ(object->GetReferenceCount(), 1u);
   EXPECT_NE(zdm::ViewAs<IZDisplay>(object), nullptr);

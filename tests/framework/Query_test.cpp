@@ -2,6 +2,7 @@
 #include "platform/core/CZGlobalData.h"
 #include "platform/core/ZCore.h"
 #include "tests/support/TestClasses.h"
+#include "zdm/framework/CreateAs.h"
 
 #include <gtest/gtest.h>
 
@@ -71,7 +72,7 @@ TEST(Class, FactoryCreatesByIdentifierWithOneReference) {
   CZRClass* description = Element::zInit();
   ASSERT_NE(description, nullptr);
   EXPECT_EQ(Element::zInit(), description);  // a second registration is the first
-  const GUID classId = zdm::ClassRow<Element>::kClassID;
+  const GUID classId = Element::kClassID;
   const CZFactory& factory = *ZCore::GetZFactory();
   auto object = zdm::Attached(factory.Create(classId)->GetIZObject());
   EXPECT_EQ(object->GetReferenceCount(), 1u);
@@ -85,6 +86,24 @@ TEST(Class, FactoryCreatesByIdentifierWithOneReference) {
   EXPECT_EQ(zdm::test::Element().getVersion(), 1u);
   EXPECT_EQ(factory.Create(classId, &classId), nullptr);  // no such module
   EXPECT_EQ(factory.Create(GUID_NULL), nullptr);
+}
+
+TEST(Class, CreatesByTheViewThatIsWanted) {
+  Element::zInit();
+  Element::alive = 0;
+  const auto element = zdm::CreateAs<ITestElement, Element>();
+  ASSERT_NE(element.Get(), nullptr);
+  EXPECT_EQ(element->GetReferenceCount(), 1u);
+  EXPECT_EQ(zdm::CreateAs<ITestColl>(Element::kClassID).Get(), nullptr);  // no such view
+  EXPECT_EQ(zdm::CreateAs<IZObject>(GUID_NULL).Get(), nullptr);           // no such class
+  EXPECT_EQ((zdm::CreateAs<IZObject, Coll>().Get()), nullptr);            // not creatable
+  EXPECT_EQ(Element::alive, 1);
+}
+
+TEST(Class, IdentifiersAreReadInEitherCase) {
+  constexpr GUID kExpected = {0xABCDEF01, 0x2345, 0x6789, {0xAB, 0xCD, 0xEF, 0, 1, 2, 3, 0x4F}};
+  EXPECT_TRUE(zdm::ParseGuid("ABCDEF01-2345-6789-ABCD-EF000102034F") == kExpected);
+  EXPECT_TRUE(zdm::ParseGuid("abcdef01-2345-6789-abcd-ef000102034f") == kExpected);
 }
 
 TEST(Class, OneThatIsNotCreatableHasNoDescriptor) {

@@ -278,7 +278,7 @@ TEST(ObjectType, IsEmptyWithoutARegisteredName) {
   const Document db;
   EXPECT_TRUE(COIDManager::GetObjType(db->MakeObject()).IsEmpty());
 #if !defined(_WIN32)
-  const GUID classId = zdm::ClassRow<CZDMPlainObject>::kClassID;
+  const GUID classId = CZDMPlainObject::kClassID;
   zdm::RegisterProgID(classId, OLESTR("Test.Plain"));
   EXPECT_EQ(COIDManager::GetObjType(db->MakeObject()), OLESTR("Test.Plain"));
   zdm::RegisterProgID(classId, nullptr);

@@ -414,7 +414,7 @@ TEST_F(DMObject, AnnouncesClonesToTheFactory) {
   CZObject* announced = nullptr;
   auto former = ZCore::GetZFactory()->SetCreateReactor([&](CZObject* object, const GUID& classId) {
     announced = object;
-    EXPECT_EQ(classId, zdm::ClassRow<CZDMPlainObject>::kClassID);
+    EXPECT_EQ(classId, CZDMPlainObject::kClassID);
   });
   auto object = MakePlain();
   ZRefPtr<IZDMObject> copy;

@@ -32,4 +32,8 @@ else
   "$compiler" -std=c++20 ${sanitizers:+-fsanitize=$sanitizers} "$here/outside/outside.cpp" \
     -o "$work/plain" $flags -Wl,-rpath,"$lib"
   "$work/plain"
+  # Every installed header is whole.
+  find "$work/prefix/include/zdm" -name '*.h' -printf '#include <%P>\n' | sort >"$work/all.cpp"
+  # shellcheck disable=SC2086
+  "$compiler" -std=c++20 -fsyntax-only "$work/all.cpp" $flags
 fi

@@ -51,4 +51,16 @@ class Create(unittest.TestCase):
                 self.assertNotEqual(err, "")
 
 
+class Usage(unittest.TestCase):
+    def test_names_what_it_does_not_know(self):
+        for word in "clases", "--jsn":
+            with self.subTest(word):
+                code, _, err = zdm(word, "extra")
+                self.assertEqual(code, 2)
+                self.assertIn(word, err)
+
+    def test_tells_its_version(self):
+        self.assertRegex(zdm("--version")[1], r"^zdm \d+\.\d+\.\d+\n$")
+
+
 unittest.main(argv=sys.argv[:1])

@@ -2,7 +2,10 @@
 #include "platform/ole/CAtlException.h"
 #include "tools/zdm/Commands.h"
 
+#include <cstdio>
 #include <exception>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -10,6 +13,7 @@ int Run(int argc, char** argv) {
   zdm::tool::Context context;
   CLI::App app("Document data models of building and mechanical drawings.", "zdm");
   app.add_flag("--json", context.json, "Print JSON");
+  app.set_version_flag("--version", "zdm " ZDM_VERSION);
   app.require_subcommand(1);
   app.fallthrough();
   app.footer(
@@ -22,6 +26,12 @@ int Run(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
+    const std::vector<std::string> unknown = app.remaining();
+    if (error.get_exit_code() != 0 && app.get_subcommands().empty() && !unknown.empty()) {
+      std::fprintf(stderr, "zdm: no such command or option: %s\nRun with --help to see them.\n",
+                   unknown[0].c_str());
+      return zdm::tool::kUsage;
+    }
     return app.exit(error) == 0 ? zdm::tool::kDone : zdm::tool::kUsage;
   }
   return context.exitCode;

@@ -1,4 +1,5 @@
-// Creation by class identifier, held by the view that the caller wants.
+// Creation through the factory, held by the view that the caller wants: the way to a new object
+// where its class is known by its identifier, or declared only.
 #pragma once
 
 #include "platform/core/ZCore.h"
@@ -20,10 +21,16 @@ ZRefPtr<T> CreateAs(const GUID& classId) {
   return view;
 }
 
-/// As CreateAs, for a class that has a row; throws CAtlException(E_OUTOFMEMORY) instead of null.
+/// The same by the row of class C, which may be an incomplete type.
+template <class T, class C>
+ZRefPtr<T> CreateAs() {
+  return CreateAs<T>(ClassRow<C>::kClassID);
+}
+
+/// As CreateAs; throws CAtlException(E_OUTOFMEMORY) instead of null.
 template <class T, class C>
 ZRefPtr<T> NewOf() {
-  ZRefPtr<T> object = CreateAs<T>(ClassRow<C>::kClassID);
+  ZRefPtr<T> object = CreateAs<T, C>();
   if (object == nullptr) throw CAtlException(E_OUTOFMEMORY);
   return object;
 }

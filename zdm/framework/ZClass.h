@@ -1,14 +1,28 @@
 // How a class plugs into the framework. Its row names it once: class name, class identifier,
-// interfaces answered. ZDM_OBJECT in the class body reads the row and brings the descriptor and
-// query operations, so a class without a row does not compile; ZDM_OBJECT_BODY in one source file
-// brings the descriptor and its registration.
+// interfaces answered. ZDM_OBJECT in the class body reads the row and brings the class identifier,
+// the descriptor and the query operations, so a class without a row does not compile;
+// ZDM_OBJECT_BODY in one source file brings the descriptor and its registration.
 //
-//   // at global scope (the library's own rows stand in zdm/module/ClassTable.def)
+//   // in a header that includes this one and IZObjectImpl.h, at global scope
+//   struct MyModule {  // whose classes they are
+//     static constexpr GUID kID = zdm::ParseGuid("11111111-2222-3333-4444-000000000001");
+//     static constexpr const char* kName = "MY";
+//   };
+//   struct IMy : IZObject {
+//     virtual LONG Answer() = 0;
+//   };
+//   ZDM_DECLARE_INTERFACE(IMy)
 //   class CMyObject;
-//   ZDM_CLASS_ROW(MyModule, true, CMyObject, "11111111-2222-3333-4444-555555555555", IZObject, IMy)
+//   ZDM_CLASS_ROW(MyModule, true, CMyObject, "11111111-2222-3333-4444-000000000002", IZObject, IMy)
 //
-//   class CMyObject : public IZObjectImpl<IMy> { ZDM_OBJECT(CMyObject) ... };
-//   ZDM_OBJECT_BODY(CMyObject)   // in the source file; then CMyObject::zInit() registers it
+//   class CMyObject : public IZObjectImpl<IMy> {
+//     ZDM_OBJECT(CMyObject)  // what follows is public
+//     LONG Answer() override { return 42; }
+//   };
+//
+//   ZDM_OBJECT_BODY(CMyObject)  // in the source file
+//   CMyObject::zInit();         // once, when the host starts
+//   ZRefPtr<IMy> mine = zdm::CreateAs<IMy>(CMyObject::kClassID);  // see CreateAs.h
 #pragma once
 
 #include "platform/core/CZRClass.h"
@@ -31,7 +45,8 @@ struct InterfaceList {};
 template <class C>
 struct ClassRow;
 
-/// Parses "XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX" at compile time; anything else does not compile.
+/// Parses "XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX", in either case, at compile time; anything else
+/// does not compile.
 consteval GUID ParseGuid(const char (&text)[37]) {
   int at = 0;
   const auto next = [&](int digits) {
@@ -42,6 +57,8 @@ consteval GUID ParseGuid(const char (&text)[37]) {
         value = value * 16 + static_cast<unsigned>(c - '0');
       } else if (c >= 'A' && c <= 'F') {
         value = value * 16 + static_cast<unsigned>(c - 'A' + 10);
+      } else if (c >= 'a' && c <= 'f') {
+        value = value * 16 + static_cast<unsigned>(c - 'a' + 10);
       } else {
         throw "not a hex digit";
       }
@@ -152,10 +169,11 @@ CZRClass* RegisterClass() {
     static constexpr GUID kClassID = zdm::ParseGuid(classId);     \
   };
 
-/// In the class body. Offsets are computed from this class's own `this`, so they also hold in a
-/// class derived from it.
+/// In the class body, behind the class's row; leaves the access public. Offsets are computed from
+/// this class's own `this`, so they also hold in a class derived from it.
 #define ZDM_OBJECT(Class)                                                                  \
  public:                                                                                   \
+  static constexpr GUID kClassID = zdm::ClassRow<Class>::kClassID;                         \
   static CZRClass* gpDesc;                                                                 \
   static CZRClass* zInit();                                                                \
   CZRClass* getZRClass() const override { return gpDesc; }                                 \

@@ -5,6 +5,8 @@
 
 #include "platform/core/CZObject.h"
 
+#include <type_traits>
+
 #define ZDM_INTERFACE_NAME(name) struct name;
 #include "zdm/framework/InterfaceNames.def"
 
@@ -23,7 +25,11 @@ extern ZDM_API unsigned short interfaceIDs[kInterfaceNameCount];
 
 /// `ZInterface<I>::kName` is the name and `ZInterface<I>::ID()` the id of the interface type I.
 template <class I>
-struct ZInterface;
+struct ZInterface {
+  static_assert(
+      !std::is_same_v<I, I>,
+      "the interface has no id: ZDM_DECLARE_INTERFACE(I) at global scope, before its use");
+};
 
 #define ZDM_INTERFACE_NAME(name)                                                 \
   template <>                                                                    \

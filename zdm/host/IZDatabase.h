@@ -2,7 +2,7 @@
 // IZDMObjMgr; it is its own owner and has ID -1, so that every object reaches the document by
 // climbing its owners (IZDMObject::GetDatabase).
 // A document owns one ID table and one path table, which outlive its objects, and sets itself as
-// the root of the ID table (COIDManager::RootOID). Of the library only the visitors that remap
+// the root of the ID table (COIDManager::SetRootOID). Of the library only the visitors that remap
 // references hold a reference on a document.
 #pragma once
 

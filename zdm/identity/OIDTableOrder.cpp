@@ -18,7 +18,7 @@ namespace {
 using DirectTo = ZRefPtr<IZReltnIsDirectTo>;
 
 DirectTo NewDirectTo(eZRelation selector, IZDMObject* target) {
-  auto visitor = zdm::CreateAs<IZReltnIsDirectTo>(zdm::ClassRow<ZReltnVisitorIsDirectTo>::kClassID);
+  auto visitor = zdm::CreateAs<IZReltnIsDirectTo, ZReltnVisitorIsDirectTo>();
   if (visitor != nullptr) visitor->Initialize(selector, target);
   return visitor;
 }
@@ -111,8 +111,7 @@ LONG COIDManager::GetReltnObjs(eZRelation kind, IZDMObject* target, IZDMObjColl*
 
 LONG COIDManager::GetRelations(eZRelation kind, IZDMObject* target, IZReltnColl* relations,
                                IZDMObjColl* out) {
-  const auto recorder =
-      zdm::CreateAs<IZReltnRecordObjInReltns>(zdm::ClassRow<CZReltnRecordObjInReltns>::kClassID);
+  const auto recorder = zdm::CreateAs<IZReltnRecordObjInReltns, CZReltnRecordObjInReltns>();
   if (recorder == nullptr) return 0;
   recorder->Initialize(kind, target, relations);
   for (const OID* oid : GetOIDs()) {

@@ -38,7 +38,7 @@ template <class T>
 void IZDMObjectImpl<T>::SetExtData(GUID key, IZObject* item) {
   if (item == nullptr) return;
   if (extDataMgr_ == nullptr) {
-    extDataMgr_ = zdm::CreateAs<IZExtDataMgr>(zdm::ClassRow<CZExtDataMgr>::kClassID);
+    extDataMgr_ = zdm::CreateAs<IZExtDataMgr, CZExtDataMgr>();
   }
   if (extDataMgr_ == nullptr) return;
   if (IZExtDataCollection* items = extDataMgr_->QueryCollection(key)) items->AddTail(item);
@@ -56,7 +56,7 @@ template <class T>
 void IZDMObjectImpl<T>::AddRelation(IZObject* relation) {
   if (static_cast<CZObject*>(relation) == static_cast<CZObject*>(this)) return;
   if (reltnColl_ == nullptr) {
-    reltnColl_ = zdm::CreateAs<IZReltnColl>(zdm::ClassRow<CZReltnColl>::kClassID);
+    reltnColl_ = zdm::CreateAs<IZReltnColl, CZReltnColl>();
   }
   if (reltnColl_ != nullptr) reltnColl_->AddTail(relation);
 }
@@ -101,7 +101,7 @@ void IZDMObjectImpl<T>::HoldParameterArray(IZParameterArray* array) {
 template <class T>
 IZParameterArray* IZDMObjectImpl<T>::QueryParameterArray() {
   if (paramArray_ == nullptr) {
-    HoldParameterArray(zdm::CreateAs<IZParameterArray>(zdm::ClassRow<CZParameterArray>::kClassID));
+    HoldParameterArray(zdm::CreateAs<IZParameterArray, CZParameterArray>());
   }
   return paramArray_;
 }

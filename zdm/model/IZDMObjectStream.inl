@@ -144,7 +144,7 @@ void IZDMObjectImpl<T>::LoadExtData(IZStream* stream, IZDatabase* database) {
   BYTE flag;
   stream->Read(&flag, 1);
   if (flag == 0) return;
-  auto manager = zdm::CreateAs<IZExtDataMgr>(zdm::ClassRow<CZExtDataMgr>::kClassID);
+  auto manager = zdm::CreateAs<IZExtDataMgr, CZExtDataMgr>();
   if (extDataMgr_ != nullptr) {
     zdm::ReloadHeld<IZExtDataMgr>(manager, extDataMgr_, stream, database);
     return;
@@ -157,7 +157,7 @@ void IZDMObjectImpl<T>::LoadExtData(IZStream* stream, IZDatabase* database) {
 /// Always into a new collection, since a collection appends what it loads.
 template <class T>
 void IZDMObjectImpl<T>::LoadRelations(IZStream* stream, IZDatabase* database) {
-  auto relations = zdm::CreateAs<IZReltnColl>(zdm::ClassRow<CZReltnColl>::kClassID);
+  auto relations = zdm::CreateAs<IZReltnColl, CZReltnColl>();
   if (relations == nullptr) throw CAtlException(E_FAIL);
   if (reltnColl_ == nullptr) reltnColl_ = relations;
   relations->Load(stream, database);
@@ -168,8 +168,7 @@ template <class T>
 void IZDMObjectImpl<T>::LoadParameters(IZStream* stream, IZDatabase* database) {
   if (paramArray_ != nullptr) {
     zdm::ReloadHeld<IZParameterArray>(
-        zdm::CreateAs<IZParameterArray>(zdm::ClassRow<CZParameterArray>::kClassID), paramArray_,
-        stream, database);
+        zdm::CreateAs<IZParameterArray, CZParameterArray>(), paramArray_, stream, database);
     HoldParameterArray(paramArray_);
     return;
   }

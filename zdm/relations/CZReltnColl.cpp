@@ -86,7 +86,7 @@ bool CZReltnColl::Visit(IZDMObject*, IZDMObject*, IZRelation* reltn) {
 
 void CZReltnColl::Clone(IZRelation** out) {
   *out = nullptr;
-  ZRefPtr<IZReltnColl> copy = zdm::CreateAs<IZReltnColl>(zdm::ClassRow<CZReltnColl>::kClassID);
+  ZRefPtr<IZReltnColl> copy = zdm::CreateAs<IZReltnColl, CZReltnColl>();
   if (copy == nullptr) throw CAtlException(E_OUTOFMEMORY);
   copy->CopyFrom(static_cast<IZReltnColl*>(this));
   *out = copy.Detach();

@@ -82,7 +82,7 @@ IZRelation* IZReltnCollImpl<Others...>::GetStatusPrev(LONG mask, LONGLONG& pos) 
 template <class... Others>
 void IZReltnCollImpl<Others...>::Clone(IZReltnColl** out, bool deep) {
   *out = nullptr;
-  ZRefPtr<IZReltnColl> copy = zdm::CreateAs<IZReltnColl>(zdm::ClassRow<CZReltnColl>::kClassID);
+  ZRefPtr<IZReltnColl> copy = zdm::CreateAs<IZReltnColl, CZReltnColl>();
   if (copy == nullptr) throw CAtlException(E_OUTOFMEMORY);
   if (deep) {
     ForEach([&](IZRelation& element) { copy->AddTail(zdm::CloneAs<IZRelation>(&element)); });

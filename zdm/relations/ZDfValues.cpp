@@ -72,9 +72,7 @@ ZRefPtr<IZSingleReltn> NewReltn() {
   return reltn;
 }
 
-ZRefPtr<IZReltnColl> NewColl() {
-  return zdm::CreateAs<IZReltnColl>(zdm::ClassRow<CZReltnColl>::kClassID);
-}
+ZRefPtr<IZReltnColl> NewColl() { return zdm::CreateAs<IZReltnColl, CZReltnColl>(); }
 
 /// The held object, or a new one; without either a record can be neither read nor written.
 template <class T>

@@ -1,5 +1,6 @@
 #include "platform/ole/portable/StorageObject.h"
 
+#include "platform/ole/OleRef.h"
 #include "platform/ole/portable/StorageEnum.h"
 #include "platform/ole/portable/StorageError.h"
 #include "platform/ole/portable/StorageMode.h"
@@ -65,8 +66,10 @@ HRESULT StorageObject::CheckWritable() const {
   return IsWritable(mode_) ? S_OK : STG_E_ACCESSDENIED;
 }
 
-HRESULT StorageObject::Create(LPCOLESTR name, DWORD mode, bool storage,
-                              std::shared_ptr<StorageNode>* out) {
+/// The object of the new element is made before the element takes its place, so that a failure
+/// leaves what was there.
+template <class Interface>
+HRESULT StorageObject::Create(LPCOLESTR name, DWORD mode, bool storage, Interface** out) {
   if (name == nullptr) return STG_E_INVALIDNAME;
   HRESULT result = CheckElementMode(mode);
   if (FAILED(result)) return result;
@@ -76,7 +79,14 @@ HRESULT StorageObject::Create(LPCOLESTR name, DWORD mode, bool storage,
   const bool replace = (mode & STGM_CREATE) != 0;
   if (!replace && node_->Find(name) != nullptr) return STG_E_FILEALREADYEXISTS;
   if (!IsWritable(mode_)) return STG_E_ACCESSDENIED;
-  return tree_->Add(*node_, name, storage, replace, out);
+  StorageTree::NewElement element;
+  result = StorageTree::Prepare(*node_, name, storage, replace, &element);
+  if (FAILED(result)) return result;
+  OleRef<Interface> object;
+  Wrap(element.value(), mode, object.Out());
+  tree_->Insert(*node_, std::move(element));
+  *out = object.Detach();
+  return S_OK;
 }
 
 HRESULT StorageObject::Open(LPCOLESTR name, DWORD mode, bool storage,
@@ -95,15 +105,14 @@ HRESULT StorageObject::Open(LPCOLESTR name, DWORD mode, bool storage,
   return S_OK;
 }
 
-void StorageObject::WrapStream(std::shared_ptr<StorageNode> node, DWORD mode, IStream** out) const {
+void StorageObject::Wrap(std::shared_ptr<StorageNode> node, DWORD mode, IStream** out) const {
   if (node->content == nullptr) node->content = std::make_unique<StreamContent>();
   auto scope = std::make_shared<StorageScope>(elements_);
   node->user = scope;
   *out = new StorageStream(tree_, std::move(node), std::move(scope), mode);
 }
 
-void StorageObject::WrapStorage(std::shared_ptr<StorageNode> node, DWORD mode,
-                                IStorage** out) const {
+void StorageObject::Wrap(std::shared_ptr<StorageNode> node, DWORD mode, IStorage** out) const {
   *out = new StorageObject(tree_, std::move(node), elements_, {}, mode);
 }
 
@@ -113,10 +122,7 @@ HRESULT StorageObject::CreateStream(LPCOLESTR name, DWORD mode, DWORD /*reserved
   *out = nullptr;
   return Guarded([&] {
     if (IsTransacted(mode)) return STG_E_INVALIDFUNCTION;
-    std::shared_ptr<StorageNode> node;
-    const HRESULT result = Create(name, mode, false, &node);
-    if (SUCCEEDED(result)) WrapStream(std::move(node), mode, out);
-    return result;
+    return Create(name, mode, false, out);
   });
 }
 
@@ -128,7 +134,7 @@ HRESULT StorageObject::OpenStream(LPCOLESTR name, void* /*reserved1*/, DWORD mod
     if (IsTransacted(mode)) return STG_E_INVALIDFUNCTION;
     std::shared_ptr<StorageNode> node;
     const HRESULT result = Open(name, mode, false, &node);
-    if (SUCCEEDED(result)) WrapStream(std::move(node), mode, out);
+    if (SUCCEEDED(result)) Wrap(std::move(node), mode, out);
     return result;
   });
 }
@@ -139,10 +145,7 @@ HRESULT StorageObject::CreateStorage(LPCOLESTR name, DWORD mode, DWORD /*reserve
   *out = nullptr;
   return Guarded([&] {
     if (IsTransacted(mode)) return STG_E_UNIMPLEMENTEDFUNCTION;
-    std::shared_ptr<StorageNode> node;
-    const HRESULT result = Create(name, mode, true, &node);
-    if (SUCCEEDED(result)) WrapStorage(std::move(node), mode, out);
-    return result;
+    return Create(name, mode, true, out);
   });
 }
 
@@ -155,7 +158,7 @@ HRESULT StorageObject::OpenStorage(LPCOLESTR name, IStorage* priority, DWORD mod
     if (IsTransacted(mode)) return STG_E_UNIMPLEMENTEDFUNCTION;
     std::shared_ptr<StorageNode> node;
     const HRESULT result = Open(name, mode, true, &node);
-    if (SUCCEEDED(result)) WrapStorage(std::move(node), mode, out);
+    if (SUCCEEDED(result)) Wrap(std::move(node), mode, out);
     return result;
   });
 }
@@ -200,6 +203,7 @@ HRESULT StorageObject::MoveElementTo(LPCOLESTR name, IStorage* target, LPCOLESTR
     if (node == nullptr) return STG_E_FILENOTFOUND;
     if (IsAtOrAbove(*node, to->node_.get())) return STG_E_ACCESSDENIED;
     if (to->node_->Find(newName) != nullptr) return STG_E_FILEALREADYEXISTS;
+    if (move) tree_->Touch();  // so that removing cannot fail any more
     result = to->tree_->CopyElement(*node, *to->node_, newName);
     if (SUCCEEDED(result) && move) tree_->Remove(*node);
     return result;

@@ -63,13 +63,14 @@ class StorageObject final : public CountedStorage<IStorage> {
   ~StorageObject() override;
 
   bool Answers(REFIID iid) const override { return iid == IID_IStorage; }
-  bool IsRoot() const { return node_->parent == nullptr && !node_->removed; }
+  bool IsRoot() const { return node_ == tree_->Root(); }
   HRESULT CheckAlive() const;
   HRESULT CheckWritable() const;
-  HRESULT Create(LPCOLESTR name, DWORD mode, bool storage, std::shared_ptr<StorageNode>* out);
+  template <class Interface>
+  HRESULT Create(LPCOLESTR name, DWORD mode, bool storage, Interface** out);
   HRESULT Open(LPCOLESTR name, DWORD mode, bool storage, std::shared_ptr<StorageNode>* out) const;
-  void WrapStream(std::shared_ptr<StorageNode> node, DWORD mode, IStream** out) const;
-  void WrapStorage(std::shared_ptr<StorageNode> node, DWORD mode, IStorage** out) const;
+  void Wrap(std::shared_ptr<StorageNode> node, DWORD mode, IStream** out) const;
+  void Wrap(std::shared_ptr<StorageNode> node, DWORD mode, IStorage** out) const;
   HRESULT Save(bool flush);
 
   std::shared_ptr<StorageTree> tree_;

@@ -23,8 +23,7 @@ void TakeApart(const std::shared_ptr<StorageNode>& top) {
   }
 }
 
-/// A new element that waits to be attached, which then needs no memory.
-StorageNode::Children::node_type MakeNode(std::u16string_view name, bool storage) {
+StorageTree::NewElement MakeNode(std::u16string_view name, bool storage) {
   auto node = std::make_shared<StorageNode>();
   node->name = name;
   node->storage = storage;
@@ -34,11 +33,11 @@ StorageNode::Children::node_type MakeNode(std::u16string_view name, bool storage
 }
 
 /// The attached element; null when there is one of that name.
-std::shared_ptr<StorageNode> Attach(StorageNode& parent, StorageNode::Children::node_type slot) {
-  StorageNode& node = *slot.value();
+std::shared_ptr<StorageNode> Attach(StorageNode& parent, StorageTree::NewElement element) {
+  StorageNode& node = *element.value();
   node.parent = &parent;
   node.depth = parent.depth + 1;
-  const auto result = parent.children.insert(std::move(slot));
+  const auto result = parent.children.insert(std::move(element));
   return result.inserted ? *result.position : nullptr;
 }
 
@@ -110,27 +109,28 @@ void StorageTree::Revert() {
   SetParents(committed->root_);  // and its end marks them as removed
 }
 
-HRESULT StorageTree::Add(StorageNode& parent, std::u16string_view name, bool storage, bool replace,
-                         std::shared_ptr<StorageNode>* out) {
+HRESULT StorageTree::Prepare(const StorageNode& parent, std::u16string_view name, bool storage,
+                             bool replace, NewElement* out) {
   if (!IsElementName(name)) return STG_E_INVALIDNAME;
-  const std::shared_ptr<StorageNode> old = parent.Find(name);
-  if (old != nullptr && !replace) return STG_E_FILEALREADYEXISTS;
-  if (old == nullptr && parent.children.size() >= kMaxElements) return STG_E_MEDIUMFULL;
+  const bool replaces = parent.Find(name) != nullptr;
+  if (replaces && !replace) return STG_E_FILEALREADYEXISTS;
+  if (!replaces && parent.children.size() >= kMaxElements) return STG_E_MEDIUMFULL;
   if (storage && parent.depth >= kMaxStorageDepth) return STG_E_MEDIUMFULL;
-  auto slot = MakeNode(name, storage);
-  Touch();
-  if (old != nullptr) Remove(*old);
-  *out = Attach(parent, std::move(slot));
+  *out = MakeNode(name, storage);
   return S_OK;
+}
+
+void StorageTree::Insert(StorageNode& parent, NewElement element) {
+  Touch();
+  if (const auto old = parent.Find(element.value()->name)) Remove(*old);
+  Attach(parent, std::move(element));
 }
 
 void StorageTree::Remove(StorageNode& node) {
   Touch();
   auto& siblings = node.parent->children;
-  const auto place = siblings.find(node.name);
-  const std::shared_ptr<StorageNode> held = *place;
-  siblings.erase(place);
-  TakeApart(held);
+  const auto held = siblings.extract(siblings.find(node.name));
+  TakeApart(held.value());
 }
 
 HRESULT StorageTree::Rename(StorageNode& node, std::u16string_view name) {
@@ -146,21 +146,21 @@ HRESULT StorageTree::Rename(StorageNode& node, std::u16string_view name) {
 
 HRESULT StorageTree::CopyElement(const StorageNode& node, StorageNode& parent,
                                  std::u16string_view name) {
+  NewElement element;
+  HRESULT result = Prepare(parent, name, node.IsStorage(), false, &element);
+  if (FAILED(result)) return result;
+  const std::shared_ptr<StorageNode> copy = element.value();
   if (!node.IsStorage()) {
-    auto content = CopyContent(node);
-    std::shared_ptr<StorageNode> copy;
-    const HRESULT result = Add(parent, name, false, false, &copy);
-    if (SUCCEEDED(result)) copy->content = std::move(content);
-    return result;
+    copy->content = CopyContent(node);
+    Insert(parent, std::move(element));
+    return S_OK;
   }
   // In a tree of its own at first, so that a half copy is nowhere.
   StorageTree tree;
   tree.root_->depth = parent.depth + 1;
-  HRESULT result = tree.CopyInto(node, *tree.root_, true, true);
+  result = tree.CopyInto(node, *tree.root_, true, true);
   if (FAILED(result)) return result;
-  std::shared_ptr<StorageNode> copy;
-  result = Add(parent, name, true, false, &copy);
-  if (FAILED(result)) return result;
+  Insert(parent, std::move(element));
   copy->clsid = tree.root_->clsid;
   copy->children.swap(tree.root_->children);
   SetParents(copy);

@@ -66,11 +66,15 @@ class StorageTree {
   // The operations below throw std::bad_alloc. After that, or a failure, nothing was changed,
   // unless an operation says otherwise.
 
-  /// Adds an element; `replace`: in place of one of that name. STG_E_INVALIDNAME;
+  /// An element that waits for its place in a tree, which then needs no memory.
+  using NewElement = StorageNode::Children::node_type;
+  /// An element for `parent`; `replace`: in place of one of that name. STG_E_INVALIDNAME;
   /// STG_E_FILEALREADYEXISTS; STG_E_MEDIUMFULL when the storage would have more than kMaxElements
-  /// or lie too deep.
-  HRESULT Add(StorageNode& parent, std::u16string_view name, bool storage, bool replace,
-              std::shared_ptr<StorageNode>* out);
+  /// or lie too deep. Changes nothing.
+  static HRESULT Prepare(const StorageNode& parent, std::u16string_view name, bool storage,
+                         bool replace, NewElement* out);
+  /// Puts a prepared element into its parent, in place of one of its name.
+  void Insert(StorageNode& parent, NewElement element);
   /// Removes the element and what is below it; their open objects are reverted.
   void Remove(StorageNode& node);
   /// Gives an element another name, which no other element of its storage has.

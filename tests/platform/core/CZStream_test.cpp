@@ -60,7 +60,7 @@ TEST(Stream, WritesScalarsAndStringsByteByByte) {
 
 TEST(Stream, TerminatesAStringOfOddBytesByAZeroUnit) {
   ByteStream stream;
-  const BSTR odd = SysAllocStringByteLen("abc", 3);
+  BSTR odd = SysAllocStringByteLen("abc", 3);
   stream.WriteBSTR(odd);
   SysFreeString(odd);
   EXPECT_EQ(stream.GetBytes(), (Bytes{4, 0, 0, 0, 'a', 'b', 0, 0}));

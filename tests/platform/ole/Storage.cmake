@@ -6,6 +6,12 @@ target_sources(ole_tests PRIVATE
   Stream_test.cpp)
 if(NOT WIN32)
   target_sources(ole_tests PRIVATE PortableStorage_test.cpp)
+  # A program of its own, because it replaces the allocator.
+  zdm_add_tests(storage_memory_tests
+    CompoundBuilder.cpp
+    FailingAllocator.cpp
+    StorageMemory_test.cpp
+    StorageSupport.cpp)
 endif()
 
 # Files that go from one system to the other: exchange.sh.

@@ -1,6 +1,7 @@
 // What every IStream does, whatever it stands on: memory, a file, a stream element of a storage
 // that was just made, or one read from a file. The system's own streams are held to the same.
 #include "StorageSupport.h"
+#include "tests/support/TestStream.h"
 
 #include <gtest/gtest.h>
 
@@ -284,6 +285,13 @@ TEST(ClassStream, SavesANullObjectAsZeros) {
   Bytes expected(17);
   expected[0] = 9;
   EXPECT_EQ(ReadAll(place.stream.Get()), expected);
+}
+
+TEST(ClassStream, AShortWriteIsAFailure) {
+  TestStream full;
+  full.room = sizeof(CLSID) - 1;
+  EXPECT_EQ(WriteClassStm(&full, IID_IStream), STG_E_MEDIUMFULL);
+  EXPECT_EQ(OleSaveToStream(nullptr, &full), STG_E_MEDIUMFULL);
 }
 #endif
 

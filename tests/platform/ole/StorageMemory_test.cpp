@@ -1,0 +1,212 @@
+// Storages without memory: each operation is tried with its first allocation failing, then with its
+// second, until it succeeds. Whatever failed, nothing is lost, the operation can be repeated, and
+// no memory (the leak checker tells) or descriptor stays behind.
+#include "FailingAllocator.h"
+#include "StorageSupport.h"
+#include "platform/ole/StorageFile.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <tuple>
+
+namespace zdm::test {
+namespace {
+
+constexpr DWORD kReplace = kReadWrite | STGM_CREATE;
+
+std::size_t FilesIn(const std::filesystem::path& folder) {
+  const std::filesystem::directory_iterator files(folder);
+  return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+}
+
+std::size_t OpenDescriptors() { return FilesIn("/proc/self/fd"); }
+
+/// The bytes of a file with the streams "large" and "folder/small", and "folder/large".
+Bytes MakeFile(const Name& path) {
+  Storage root = CreateAt(path);
+  Storage folder;
+  EXPECT_EQ(root->CreateStorage(OLESTR("folder"), kReadWrite, 0, 0, folder.Out()), S_OK);
+  AddStream(folder.Get(), OLESTR("small"), Pattern(100));
+  AddStream(folder.Get(), OLESTR("large"), Pattern(5000));
+  AddStream(root.Get(), OLESTR("large"), Pattern(100000));
+  folder.Reset();
+  root.Reset();
+  return ReadFile(path);
+}
+
+auto CountWords(const std::string& text) { return std::count(text.begin(), text.end(), ' '); }
+
+HRESULT CreateStream(IStorage* root, const OLECHAR* name) {
+  Stream stream;
+  return root->CreateStream(name, kReplace, 0, 0, stream.Out());
+}
+
+HRESULT CreateStorage(IStorage* root, const OLECHAR* name) {
+  Storage storage;
+  return root->CreateStorage(name, kReplace, 0, 0, storage.Out());
+}
+
+template <class Use>
+HRESULT WithFolder(IStorage* root, Use use) {
+  Storage folder;
+  const HRESULT result =
+      root->OpenStorage(OLESTR("folder"), nullptr, kReadWrite, nullptr, 0, folder.Out());
+  return SUCCEEDED(result) ? use(folder.Get()) : result;
+}
+
+template <class Use>
+HRESULT WithLarge(IStorage* root, Use use) {
+  Stream stream;
+  const HRESULT result = root->OpenStream(OLESTR("large"), nullptr, kReadWrite, 0, stream.Out());
+  return SUCCEEDED(result) ? use(stream.Get()) : result;
+}
+
+struct Operation {
+  const char* name;
+  HRESULT (*run)(IStorage* root);
+  bool stepwise = false;  // what was copied before memory ran out stays
+};
+
+const Operation kOperations[] = {
+    {"create a stream", [](IStorage* root) { return CreateStream(root, OLESTR("new")); }},
+    {"replace a stream", [](IStorage* root) { return CreateStream(root, OLESTR("large")); }},
+    {"replace a storage", [](IStorage* root) { return CreateStream(root, OLESTR("folder")); }},
+    {"create a storage", [](IStorage* root) { return CreateStorage(root, OLESTR("new")); }},
+    {"replace by a storage", [](IStorage* root) { return CreateStorage(root, OLESTR("large")); }},
+    {"rename",
+     [](IStorage* root) { return root->RenameElement(OLESTR("folder"), OLESTR("renamed")); }},
+    {"destroy", [](IStorage* root) { return root->DestroyElement(OLESTR("folder")); }},
+    {"set the class", [](IStorage* root) { return root->SetClass(IID_IStream); }},
+    {"write",
+     [](IStorage* root) {
+       return WithLarge(root, [](IStream* stream) { return stream->Write("abc", 3, nullptr); });
+     }},
+    {"set the size",
+     [](IStorage* root) {
+       return WithLarge(root, [](IStream* stream) { return stream->SetSize(Size(70000)); });
+     }},
+    {"copy upwards",
+     [](IStorage* root) {
+       return WithFolder(
+           root, [root](IStorage* folder) { return folder->CopyTo(0, nullptr, nullptr, root); });
+     },
+     true},
+    {"copy a stream",
+     [](IStorage* root) {
+       return WithFolder(root, [root](IStorage* folder) {
+         return root->MoveElementTo(OLESTR("large"), folder, OLESTR("copy"), STGMOVE_COPY);
+       });
+     }},
+    {"copy a storage",
+     [](IStorage* root) {
+       return root->MoveElementTo(OLESTR("folder"), root, OLESTR("copy"), STGMOVE_COPY);
+     }},
+    {"move up",
+     [](IStorage* root) {
+       return WithFolder(root, [root](IStorage* folder) {
+         return folder->MoveElementTo(OLESTR("small"), root, OLESTR("moved"), STGMOVE_MOVE);
+       });
+     }},
+    {"commit", [](IStorage* root) { return root->Commit(STGC_DEFAULT); }},
+    {"revert", [](IStorage* root) { return root->Revert(); }},
+};
+
+class StorageMemory : public testing::TestWithParam<std::tuple<DWORD, bool>> {
+ protected:
+  /// The file with its old bytes, opened, and with a change that is not saved where the run has
+  /// one.
+  Storage Open() const {
+    WriteFile(path_, saved_);
+    Storage root = OpenAt(path_, kReadWrite | std::get<0>(GetParam()));
+    if (std::get<1>(GetParam())) AddStream(root.Get(), OLESTR("unsaved"), Pattern(10));
+    return root;
+  }
+
+  const Name path_ = FreshPath("memory");
+  const Bytes saved_ = MakeFile(path_);
+};
+
+TEST_P(StorageMemory, AFailedOperationLosesNothingAndCanBeRepeated) {
+  for (const Operation& operation : kOperations) {
+    SCOPED_TRACE(operation.name);
+    Storage root = Open();
+    const std::string before = Describe(root.Get());
+    ASSERT_EQ(operation.run(root.Get()), S_OK);
+    const std::string done = Describe(root.Get());
+    root.Reset();
+    const Bytes doneFile = ReadFile(path_);
+    const std::size_t descriptors = OpenDescriptors();
+    HRESULT result = E_OUTOFMEMORY;
+    for (int count = 0; result != S_OK; ++count) {
+      SCOPED_TRACE(count);
+      root = Open();
+      result = WithAllocations(count, [&] { return operation.run(root.Get()); });
+      if (result != S_OK) {
+        ASSERT_EQ(result, E_OUTOFMEMORY);
+        EXPECT_EQ(ReadFile(path_), saved_);
+        const std::string left = Describe(root.Get());
+        if (operation.stepwise) {
+          EXPECT_GE(CountWords(left), CountWords(before)) << left;
+        } else {
+          EXPECT_EQ(left, before);
+        }
+        EXPECT_EQ(operation.run(root.Get()), S_OK);
+      }
+      EXPECT_EQ(Describe(root.Get()), done);
+      root.Reset();
+      EXPECT_EQ(ReadFile(path_), doneFile);
+      EXPECT_EQ(OpenDescriptors(), descriptors);
+      ASSERT_FALSE(HasFailure());
+    }
+  }
+}
+
+TEST_P(StorageMemory, OpensOrAnswersThatThereIsNone) {
+  WriteFile(path_, saved_);
+  const std::size_t descriptors = OpenDescriptors();
+  HRESULT result = E_OUTOFMEMORY;
+  for (int count = 0; result != S_OK; ++count) {
+    Storage root;
+    result = WithAllocations(count, [&] {
+      return zdm::OpenStorage(path_.c_str(), kReadWrite | std::get<0>(GetParam()), root.Out());
+    });
+    ASSERT_TRUE(result == S_OK || result == E_OUTOFMEMORY) << count;
+    EXPECT_EQ(static_cast<bool>(root), result == S_OK);
+    root.Reset();
+    EXPECT_EQ(OpenDescriptors(), descriptors) << count;
+  }
+}
+
+TEST_P(StorageMemory, ReleasedWithoutAnyLeavesTheOldFileOrTheNewOne) {
+  const auto folder = std::filesystem::path(path_).parent_path();
+  Open().Reset();
+  const Bytes doneFile = ReadFile(path_);
+  const std::size_t files = FilesIn(folder);
+  const std::size_t descriptors = OpenDescriptors();
+  bool done = false;
+  for (int count = 0; !done; ++count) {
+    Storage root = Open();
+    WithAllocations(count, [&] {
+      root.Reset();
+      return S_OK;
+    });
+    done = ReadFile(path_) == doneFile;
+    EXPECT_TRUE(done || ReadFile(path_) == saved_) << count;
+    EXPECT_EQ(FilesIn(folder), files) << count;
+    EXPECT_EQ(OpenDescriptors(), descriptors) << count;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Roots, StorageMemory,
+    testing::Combine(testing::Values(STGM_DIRECT, STGM_TRANSACTED), testing::Bool()),
+    [](const auto& row) {
+      return std::string(std::get<0>(row.param) == STGM_DIRECT ? "Direct" : "Transacted") +
+             (std::get<1>(row.param) ? "Changed" : "AsSaved");
+    });
+
+}  // namespace
+}  // namespace zdm::test
