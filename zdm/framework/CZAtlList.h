@@ -86,7 +86,7 @@ class CZAtlList {
     CZNode* next_;
     CZNode* last_;         // to be shown as the last one
     bool isDone_ = false;  // it was shown, or nothing is left before it
-    E kept_ = E();  // the element shown, once it was taken away
+    E kept_ = E();         // the element shown, once it was taken away
   };
 
   /// First node after `startAfter` (from the head when 0) that holds `element`; 0 if none.

@@ -167,8 +167,8 @@ void IZDMObjectImpl<T>::LoadRelations(IZStream* stream, IZDatabase* database) {
 template <class T>
 void IZDMObjectImpl<T>::LoadParameters(IZStream* stream, IZDatabase* database) {
   if (paramArray_ != nullptr) {
-    zdm::ReloadHeld<IZParameterArray>(
-        zdm::CreateAs<IZParameterArray, CZParameterArray>(), paramArray_, stream, database);
+    zdm::ReloadHeld<IZParameterArray>(zdm::CreateAs<IZParameterArray, CZParameterArray>(),
+                                      paramArray_, stream, database);
     HoldParameterArray(paramArray_);
     return;
   }
