@@ -98,7 +98,7 @@ TEST(ReltnColl, MayChangeWhileItIsShown) {
        "ab", "x"},
       {"another takes its place", [&](IZRelation*) { coll->SetAt(coll->FindIndex(1), Valid('x')); },
        "abcd", "axcd"},
-      {"one comes", [&](IZRelation*) { coll->AddTail(Valid('x')); }, "abcd", "abcd"},
+      {"one comes", [&](IZRelation*) { coll->AddTail(Valid('x')); }, "abcd", "abcdx"},
       {"it becomes the last", [&](IZRelation*) { coll->MoveToTail(coll->FindIndex(1)); }, "abcd",
        "acdb"}};
   for (const auto& row : rows) {
