@@ -170,10 +170,11 @@ CZRClass* RegisterClass() {
   };
 
 /// In the class body, behind the class's row; leaves the access public. Offsets are computed from
-/// this class's own `this`, so they also hold in a class derived from it.
+/// this class's own `this`, so they also hold in a class derived from it. kClassID is a reference,
+/// since a value would be one of those that Windows imports from the class's own module.
 #define ZDM_OBJECT(Class)                                                                  \
  public:                                                                                   \
-  static constexpr GUID kClassID = zdm::ClassRow<Class>::kClassID;                         \
+  static constexpr const GUID& kClassID = zdm::ClassRow<Class>::kClassID;                  \
   static CZRClass* gpDesc;                                                                 \
   static CZRClass* zInit();                                                                \
   CZRClass* getZRClass() const override { return gpDesc; }                                 \
