@@ -174,14 +174,14 @@ TEST(ExtDataObj, EndsWithTheValueThatHoldsIt) {
 
 TEST(ExtDataObj, ExchangesVariantsOfFourTypes) {
   struct Case {
-    VARTYPE vt;
     ULONGLONG bits;
+    VARTYPE vt;
     BYTE type;
   };
-  constexpr Case kCases[] = {{VT_I2, 0xFFFE, zdm::kExtShort},
-                             {VT_I4, 0xFFFFFFFE, zdm::kExtLong},
-                             {VT_R4, 0x3FC00000, zdm::kExtFloat},
-                             {VT_UI4, 0xFFFFFFFE, zdm::kExtULong}};
+  constexpr Case kCases[] = {{0xFFFE, VT_I2, zdm::kExtShort},
+                             {0xFFFFFFFE, VT_I4, zdm::kExtLong},
+                             {0x3FC00000, VT_R4, zdm::kExtFloat},
+                             {0xFFFFFFFE, VT_UI4, zdm::kExtULong}};
   for (const Case& row : kCases) {
     auto item = MakeItem(nullptr);
     tagZVARIANT variant = {row.vt, {static_cast<LONGLONG>(row.bits)}};

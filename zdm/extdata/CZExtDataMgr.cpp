@@ -26,7 +26,7 @@ bool CZExtDataMgr::KeyOrder::operator()(const GUID& left, const GUID& right) con
          std::tuple(right.Data1, right.Data2, right.Data3, 0);
 }
 
-CZExtDataMgr::~CZExtDataMgr() { RemoveAll(); }
+CZExtDataMgr::~CZExtDataMgr() { CZExtDataMgr::RemoveAll(); }
 
 IZExtDataCollection* CZExtDataMgr::GetCollection(const GUID& key) {
   const auto found = groups_.find(key);
