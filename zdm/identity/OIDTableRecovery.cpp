@@ -18,6 +18,8 @@
 #include <algorithm>
 #include <cstring>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -210,11 +212,13 @@ int COIDManager::ReadStream(IZStream* stream) { return RecordReader(*this, strea
 namespace {
 
 /// An element of a storage; its name goes with it.
-struct Element : STATSTG {
-  Element() : STATSTG{} {}
+struct Element {
+  Element() = default;
   Element(const Element&) = delete;
   Element& operator=(const Element&) = delete;
-  ~Element() { CoTaskMemFree(pwcsName); }
+  ~Element() { CoTaskMemFree(stat.pwcsName); }
+
+  STATSTG stat = {};
 };
 
 }  // namespace
@@ -236,17 +240,17 @@ int COIDManager::ReadStorage(IStorage* storage) {
   for (enter(zdm::OleRef<IStorage>(storage)); !levels.empty();) {
     IStorage* current = levels.back().storage.Get();
     Element element;
-    if (levels.back().elements->Next(1, &element, nullptr) != S_OK) {
+    if (levels.back().elements->Next(1, &element.stat, nullptr) != S_OK) {
       levels.pop_back();
-    } else if (element.type == STGTY_STORAGE) {
+    } else if (element.stat.type == STGTY_STORAGE) {
       zdm::OleRef<IStorage> inner;
-      if (SUCCEEDED(current->OpenStorage(element.pwcsName, nullptr, STGM_SHARE_EXCLUSIVE, nullptr,
-                                         0, inner.Out()))) {
+      if (SUCCEEDED(current->OpenStorage(element.stat.pwcsName, nullptr, STGM_SHARE_EXCLUSIVE,
+                                         nullptr, 0, inner.Out()))) {
         enter(std::move(inner));
       }
-    } else if (element.type == STGTY_STREAM) {
+    } else if (element.stat.type == STGTY_STREAM) {
       zdm::OleRef<IStream> stream;
-      if (SUCCEEDED(current->OpenStream(element.pwcsName, nullptr, STGM_SHARE_EXCLUSIVE, 0,
+      if (SUCCEEDED(current->OpenStream(element.stat.pwcsName, nullptr, STGM_SHARE_EXCLUSIVE, 0,
                                         stream.Out()))) {
         ReadObjects(stream.Get());
       }
