@@ -49,7 +49,7 @@ bool IZReltnCollImpl<Others...>::Accept(IZDMObject* root, IZDMObject* owner,
   // Shown to itself, a collector would never come to the end of its list.
   if (static_cast<CZObject*>(visitor) == static_cast<CZObject*>(this)) return false;
   // Nor would one that adds to the list it is shown.
-  const POSITION last = List::GetTailPosition();
+  POSITION last = List::GetTailPosition();
   POSITION next = List::GetHeadPosition();
   for (POSITION pos = nullptr; next != nullptr && pos != last;) {
     pos = next;
