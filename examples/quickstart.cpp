@@ -28,7 +28,8 @@ void Look(const char* file) {
   for (const zdm::Reference& reference : document.ReferencesTo(wall)) {
     double width = 0;
     ZExtDataWrapper::GetExtData(reference.from, kMyModule, OLESTR("width"), &width);
-    std::printf("object %u, %.2f m wide, refers to the wall\n", reference.from->GetID(), width);
+    std::printf("object %d, %.2f m wide, refers to the wall\n",
+                static_cast<int>(reference.from->GetID()), width);
   }
   const zdm::Deletion refused = document.Delete({wall});
   std::printf("deleting the wall: %zu in the way\n", refused.obstacles.size());
