@@ -56,7 +56,9 @@ std::string NameOf(IZDMObject* object) {
   return {view.begin(), view.end()};
 }
 
-/// For each object but the manager Recovered "name@owner>target>target".
+std::string IDOf(IZDMObject* object) { return std::to_string(static_cast<LONG>(object->GetID())); }
+
+/// For each object but the manager Recovered "name@owner>target>target", by their IDs.
 std::map<LONG, std::string> Contents(CZDocument& document) {
   std::map<LONG, std::string> contents;
   for (const OID* oid : document.GetOIDManager()->GetOIDs()) {
@@ -64,7 +66,8 @@ std::map<LONG, std::string> Contents(CZDocument& document) {
     std::string text = NameOf(oid->Object);
     if (text == "Recovered") continue;
     IZDMObject* owner = oid->Object->GetOwner();
-    text += '@' + (owner == nullptr ? "none" : NameOf(owner));
+    const bool isGathered = owner != nullptr && NameOf(owner) == "Recovered";
+    text += '@' + (owner == nullptr ? "none" : isGathered ? "Recovered" : IDOf(owner));
     for (const auto& reference : zdm::ReferencesOf(oid->Object)) {
       text += '>' + std::to_string(reference.to->ID);
     }
