@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <cstring>
 #include <fstream>
+#include <limits>
 #include <memory>
 #include <new>
 #include <unordered_map>
@@ -152,15 +153,15 @@ void Builder::LoadRoot() {
   LoadGuarded(document_, [&] { document_->Load(Reading(scan_.Root().run.bytes), document_); });
 }
 
+/// They stay in no manager when the last ID is taken, so that there is none for Recovered.
 void Builder::AdoptStrays() {
   const std::vector<ZRefPtr<IZDMObject>> strays = document_->GetStrays();
+  for (const auto& stray : strays) ownerless_.insert(static_cast<LONG>(stray->GetID()));
+  const std::vector<OID*>& oids = document_->GetOIDManager()->GetOIDs();
+  if (strays.empty() || oids.back()->ID == std::numeric_limits<LONG>::max()) return;
   document_->ForgetStrays();
-  if (strays.empty()) return;
   IZDMObjMgr* recovered = RecoveredManager(*document_);
-  for (const auto& stray : strays) {
-    ownerless_.insert(static_cast<LONG>(stray->GetID()));
-    Adopt(*recovered, stray);
-  }
+  for (const auto& stray : strays) Adopt(*recovered, stray);
 }
 
 TableState StateOf(const FoundTable& table) {

@@ -71,7 +71,9 @@ struct SalvageLedger {
 
   std::size_t Count(ObjectFate fate) const;
   std::size_t CountOwnerless() const;
-  /// One JSON object; tools/zdm describes its fields.
+  /// One JSON object: stage, container (what is wrong with it), size, counts (by fate, and
+  /// ownerless), tables (name, state), objects (id, fate; mended, unchecked and ownerless where
+  /// true; but for lost ones owner, class, at, length) and ranges (from, to, kind).
   std::string ToJson() const;
 };
 
