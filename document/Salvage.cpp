@@ -254,7 +254,8 @@ Salvaged SalvageFrom(std::span<const BYTE> file, ZRefPtr<CZDocument> opened,
       throw DocumentError(DocumentFault::kNewerFormat, STG_E_OLDFORMAT,
                           name + ": written in a later format");
     }
-    if (version == nullptr && scan.Root().trust == Trust::kNone && scan.Records().empty()) {
+    if (version == nullptr && scan.Root().trust == Trust::kNone && scan.Records().empty() &&
+        scan.NamedIDs().empty()) {
       throw DocumentError(DocumentFault::kNotDocument, STG_E_FILEALREADYEXISTS,
                           name + ": nothing of a document found");
     }
