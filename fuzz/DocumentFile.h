@@ -2,6 +2,7 @@
 #pragma once
 
 #include "document/CZDocument.h"
+#include "tests/support/TempFile.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -25,10 +26,7 @@ class DocumentFile {
  public:
   DocumentFile() {
     static unsigned counter = 0;
-    const auto folder = std::filesystem::temp_directory_path();
-    do {
-      path_ = folder / ("zdm-fuzz-document-" + std::to_string(counter++) + ".zdm");
-    } while (std::filesystem::exists(path_));
+    path_ = test::TempFile(("document-" + std::to_string(counter++) + ".zdm").c_str());
   }
   ~DocumentFile() {
     std::error_code ignored;

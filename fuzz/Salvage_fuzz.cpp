@@ -3,6 +3,7 @@
 #include "document/DocumentError.h"
 #include "document/Salvage.h"
 #include "fuzz/DocumentFile.h"
+#include "platform/system/Text.h"
 #include "zdm/identity/OID.h"
 
 #include <set>
