@@ -60,6 +60,12 @@ bool ChunkOf(std::basic_string_view<OLECHAR> path, ULONG* chunk) {
   return false;
 }
 
+bool IsTable(std::basic_string_view<OLECHAR> path) {
+  constexpr const OLECHAR* kTables[] = {kVersionStream, kIDsStream,   kPathsStream,
+                                        kRootStream,    kIndexStream, kOrderStream};
+  return std::ranges::find(kTables, path) != std::end(kTables);
+}
+
 }  // namespace
 
 SalvageScan::SalvageScan(const RawContainer& container)
@@ -211,8 +217,7 @@ void SalvageScan::CollectHits() {
   bool hasFrames = false;
   for (const IndexEntry& entry : entries_) hasFrames = hasFrames || IsFrameEntry(entry);
   for (std::size_t run = 0; run < runs_.size(); ++run) {
-    ULONG chunk = 0;
-    if (container_.IsSound() && !ChunkOf(runs_[run].name, &chunk)) continue;
+    if (IsTable(runs_[run].name)) continue;  // the name of any other may be damaged
     const std::span<const BYTE> all = runs_[run].bytes;
     for (std::size_t at = 0; at + kFrameHeadSize + sizeof(EmbeddedHeader) <= all.size(); ++at) {
       if (isTaken_[run][at]) continue;

@@ -212,6 +212,17 @@ TEST_F(Salvage, LosesFewObjectsToFlippedBits) {
   }
 }
 
+/// The container stays sound when a bit of a name flips, and nothing is found under that name.
+TEST_F(Salvage, FindsRecordsInAStreamThatLostItsName) {
+  const std::basic_string<BYTE> name = {'O', 0, 'b', 0, 'j', 0, 'e', 0, 'c', 0, 't', 0, 's', 0};
+  const std::basic_string<BYTE> all(sound.begin(), sound.end());
+  const auto at = all.find(name);
+  ASSERT_NE(at, std::string::npos);
+  Bytes damaged = sound;
+  damaged[at + 10] ^= 1;
+  EXPECT_EQ(Try(damaged), contents.size());
+}
+
 TEST_F(Salvage, OfACutFileHasWhatStandsBeforeTheCut) {
   for (std::size_t size = kSector; size < sound.size(); size += 777) {
     SCOPED_TRACE(size);
