@@ -248,9 +248,12 @@ class Logged : public Visitor {
  public:
   using Visitor::Visit;
   bool Visit(IZDMObject* root, IZDMObject* owner, OID* ownerOid) override {
-    log += std::to_string(root != nullptr ? root->GetID() : 0) + ":" +
-           std::to_string(owner->GetID()) + " ";
-    return Visitor::Visit(root, owner, ownerOid);
+    const bool isOver = Visitor::Visit(root, owner, ownerOid);
+    if (!isOver) {
+      log += std::to_string(root != nullptr ? root->GetID() : 0) + ":" +
+             std::to_string(owner->GetID()) + " ";
+    }
+    return isOver;
   }
 
   std::string log;
