@@ -4,10 +4,9 @@ work: a code, one line on standard error, and the file as it was."""
 import os
 import stat
 import subprocess
-import sys
 import unittest
 
-from harness import IS_WINDOWS, DocumentTest, contents, main, zdm
+from harness import IS_WINDOWS, ZDM, DocumentTest, contents, main, zdm
 
 
 def damaged(content):
@@ -83,7 +82,7 @@ class Failing(DocumentTest):
         before = contents("sample.zdm")
 
         def refused(*arguments):
-            done = subprocess.run(drop + [sys.argv[1], *arguments], capture_output=True, text=True,
+            done = subprocess.run(drop + [ZDM, *arguments], capture_output=True, text=True,
                                   timeout=120)
             self.assertEqual((done.returncode, done.stdout), (4, ""), done.stderr)
             self.assertEqual(done.stderr.count("\n"), 1)
@@ -100,7 +99,7 @@ class Failing(DocumentTest):
     def test_a_disk_without_room_keeps_the_old_file(self):
         before = contents("sample.zdm")
         done = subprocess.run(["bash", "-c", "ulimit -f 1; trap '' XFSZ; exec \"$0\" \"$@\"",
-                               sys.argv[1], "set", "sample.zdm", "2", "name=x"],
+                               ZDM, "set", "sample.zdm", "2", "name=x"],
                               capture_output=True, text=True, timeout=120)
         self.assertIn(done.returncode, (1, 8), done.stderr)
         self.assertEqual(done.stderr.count("\n"), 1)
@@ -110,7 +109,7 @@ class Failing(DocumentTest):
     @unittest.skipUnless(os.path.exists("/dev/full") and not IS_WINDOWS, "no /dev/full here")
     def test_output_that_cannot_be_written_is_a_failure(self):
         with open("/dev/full", "w", encoding="utf-8") as full:
-            done = subprocess.run([sys.argv[1], "dump", "sample.zdm"], stdout=full,
+            done = subprocess.run([ZDM, "dump", "sample.zdm"], stdout=full,
                                   stderr=subprocess.PIPE, text=True, timeout=120)
         self.assertEqual(done.returncode, 8)
         self.assertIn("output", done.stderr)

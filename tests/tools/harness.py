@@ -7,6 +7,7 @@ import sys
 import tempfile
 import unittest
 
+ZDM, SAMPLE_DOCUMENT = (os.path.abspath(program) for program in sys.argv[1:3])
 EMULATOR = sys.argv[3:]
 IS_WINDOWS = bool(EMULATOR)
 
@@ -19,7 +20,7 @@ def run(program, *arguments, **options):
 
 
 def zdm(*arguments, **options):
-    return run(sys.argv[1], *(str(argument) for argument in arguments), **options)
+    return run(ZDM, *(str(argument) for argument in arguments), **options)
 
 
 def read_json(*arguments):
@@ -41,7 +42,7 @@ class DocumentTest(unittest.TestCase):
     def setUpClass(cls):
         cls.source = tempfile.mkdtemp()
         cls.addClassCleanup(shutil.rmtree, cls.source)
-        code, _, err = run(sys.argv[2], os.path.join(cls.source, "sample.zdm"))
+        code, _, err = run(SAMPLE_DOCUMENT, os.path.join(cls.source, "sample.zdm"))
         if code != 0:
             raise AssertionError(f"no sample document: {err}")
 

@@ -21,7 +21,8 @@ struct Count {
 };
 
 void PrintCounts(const SalvageLedger& ledger) {
-  if (!ledger.containerFault.empty()) PrintLine("container: " + Escaped(ledger.containerFault));
+  if (ledger.stage != SalvageStage::kSound)
+    PrintLine("container: " + Escaped(ledger.containerFault));
   const Count counts[] = {{"recovered", ledger.Count(ObjectFate::kRecovered)},
                           {"kept, class absent", ledger.Count(ObjectFate::kAbsentClass)},
                           {"doubtful", ledger.Count(ObjectFate::kDoubtful)},
