@@ -206,8 +206,7 @@ void SalvageScan::CollectClasses() {
     return std::pair(halves[0], halves[1]);
   };
   std::ranges::sort(classes_, {}, key);
-  const auto rest = std::ranges::unique(classes_);
-  classes_.erase(rest.begin(), rest.end());
+  classes_.erase(std::unique(classes_.begin(), classes_.end()), classes_.end());
 }
 
 /// Where a header of a record could begin, in bytes that belong to no record yet.
