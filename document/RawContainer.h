@@ -63,7 +63,9 @@ class RawContainer {
 
   std::size_t Place(ULONG sector) const { return (std::size_t{sector} + 1) << shift_; }
   std::size_t LengthOf(ULONG sector) const;
-  ULONG At(ULONG sector, ULONG index) const { return ReadU32(&file_[Place(sector) + 4 * index]); }
+  ULONG At(ULONG sector, ULONG index) const {
+    return ReadU32(&file_[Place(sector) + std::size_t{4} * index]);
+  }
   bool IsWhole(ULONG sector) const { return LengthOf(sector) == std::size_t{1} << shift_; }
   RawRun RunOf(const Sectors& sectors, std::size_t size) const;
 
