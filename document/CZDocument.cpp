@@ -7,6 +7,7 @@
 #include "document/DocumentError.h"
 #include "document/DocumentReader.h"
 #include "document/DocumentWriter.h"
+#include "zdm/categories/CZDMCategoryMgr.h"
 #include "zdm/identity/OID.h"
 #include "zdm/module/DllRegisterZModule.h"
 
@@ -44,8 +45,11 @@ void CZDocument::MakeDefaults() {
   const auto material = zdm::MakeObject<IZDMObject, CZDMMaterial>();
   material->SetName(zdm::kDefaultMaterialName);
   manager->AttachTail(material);
-  AttachTail(manager);
-  oids_.AssignItemID(manager, true, true);
+  const auto categories = zdm::MakeObject<IZDMObjMgr, CZDMCategoryMgr>();
+  for (IZDMObject* each : {manager.Get(), categories.Get()}) {
+    AttachTail(each);
+    oids_.AssignItemID(each, true, true);
+  }
   defaultDispAttrib_ = zdm::MakeObject<IZDispAttrib, CZDispAttrib>();
 }
 

@@ -40,7 +40,7 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   ~CZDocument() override;
 
   /// Gives a new document what every one has: the manager of materials with the default material,
-  /// both under hard IDs, and the default display attribute.
+  /// the manager of categories, all under hard IDs, and the default display attribute.
   void MakeDefaults();
 
   // File. What fails throws zdm::DocumentError.
