@@ -1,12 +1,12 @@
-# Installed form: the library, its headers, a CMake package (find_package(zdm), target zdm::zdm)
-# and a pkg-config file.
+# Installed form: the library and the embedded host with their headers, a CMake package
+# (find_package(zdm), targets zdm::zdm and zdm::document) and a pkg-config file of the library.
 include(CMakePackageConfigHelpers)
 
-install(TARGETS zdm EXPORT zdmTargets
+install(TARGETS zdm zdm_document EXPORT zdmTargets
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-foreach(folder IN ITEMS platform zdm)
+foreach(folder IN ITEMS platform zdm document)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}
           DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zdm
           FILES_MATCHING PATTERN "*.h" PATTERN "*.inl" PATTERN "*.def" PATTERN portable EXCLUDE)

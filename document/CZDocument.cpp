@@ -33,11 +33,22 @@ CZDocument::~CZDocument() {
   oids_.SetProgressMeter(nullptr);
   strays_.clear();
   RemoveAll();
+  EmptyManagers();
   for (const OID* oid : oids_.GetOIDs()) {
     if (oid->Object != nullptr) oid->Object->SetOwnerOID(nullptr);
   }
   SetOwnerOID(nullptr);
-  for (const auto& [id, oid] : lost_) delete oid;
+  for (const auto& [id, oid] : lost_) OID::GiveUp(oid, nullptr);
+}
+
+/// Those that hold themselves or each other would never end.
+void CZDocument::EmptyManagers() {
+  std::vector<ZRefPtr<IZDMObjMgr>> managers;
+  for (const OID* oid : oids_.GetOIDs()) {
+    auto* manager = oid->Object != nullptr ? zdm::ViewAs<IZDMObjMgr>(oid->Object) : nullptr;
+    if (manager != nullptr) managers.emplace_back(manager);
+  }
+  for (const auto& manager : managers) manager->RemoveAll();
 }
 
 void CZDocument::MakeDefaults() {
@@ -92,7 +103,12 @@ void CZDocument::LoadOwnData(IZStream* stream, IZDatabase* database) {
 
 ZRefPtr<CZDocument> CZDocument::Open(const std::filesystem::path& path, IZProgressMeter* meter) {
   auto document = zdm::MakeObject<CZDocument, CZDocument>();
-  zdm::DocumentReader(path).Read(*document, meter);
+  try {
+    zdm::DocumentReader(path).Read(*document, meter);
+  } catch (...) {
+    document->AbandonLoading();
+    throw;
+  }
   document->path_ = path;
   document->isModified_ = false;
   return document;
@@ -117,8 +133,9 @@ OID* CZDocument::GetOIDByID(LONG id) {
   const auto found = lost_.find(id);
   if (found != lost_.end()) return found->second;
   auto made = std::make_unique<OID>(0, 0, id, nullptr);
-  lost_.emplace(id, made.get());
-  return made.release();
+  OID* record = lost_.emplace(id, made.get()).first->second;
+  static_cast<void>(made.release());
+  return OID::Take(record);
 }
 
 void CZDocument::CreateByType(BYTE, IZDMObject** out) {
@@ -141,10 +158,20 @@ void CZDocument::EndLoading() {
   ValidateManagers();
 }
 
+void CZDocument::AbandonLoading() {
+  for (const OID* oid : oids_.GetOIDs()) {
+    if (oid->Object != nullptr && !oid->JudgeStatus(ZOS_ATTACHED)) oid->Object->Release();
+  }
+}
+
 void CZDocument::ListLostRecords() {
   if (lost_.empty()) return;
-  for (const auto& [id, oid] : lost_) oids_.AddOID(oid);
-  lost_.clear();
+  while (!lost_.empty()) {
+    OID* oid = lost_.begin()->second;
+    oids_.AddOID(oid);
+    OID::GiveUp(oid, nullptr);  // the table has it now
+    lost_.erase(lost_.begin());
+  }
   oids_.ReSort();
 }
 

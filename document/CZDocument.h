@@ -39,8 +39,9 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   CZDocument();
   ~CZDocument() override;
 
-  /// Gives a new document what every one has: the manager of materials with the default material,
-  /// the manager of categories, all under hard IDs, and the default display attribute.
+  /// Gives a new document what displaying its objects takes: the manager of materials with the
+  /// default material, the manager of categories, all under hard IDs, and the default display
+  /// attribute.
   void MakeDefaults();
 
   // File. What fails throws zdm::DocumentError.
@@ -101,12 +102,15 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   /// Lists those records, attaches every object to its manager, and has the managers check
   /// themselves. Objects whose owner is no manager stay valid in the document without one.
   void EndLoading();
+  /// In place of EndLoading, when reading failed: gives up the objects that no manager has.
+  void AbandonLoading();
   /// Objects that are valid and in no manager's list; the document holds them.
   const std::vector<ZRefPtr<IZDMObject>>& GetStrays() const { return strays_; }
   /// They have managers now.
   void ForgetStrays() { strays_.clear(); }
 
  private:
+  void EmptyManagers();
   void ListLostRecords();
   void KeepStrays();
   void ValidateManagers();
@@ -117,7 +121,7 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   bool isModified_ = false;
   bool isLoading_ = false;
   BYTE mergeOption_ = 0;
-  std::unordered_map<LONG, OID*> lost_;  // records made since BeginLoading; owned until EndLoading
+  std::unordered_map<LONG, OID*> lost_;  // records made since BeginLoading; held until EndLoading
   std::vector<ZRefPtr<IZDMObject>> strays_;
   OID* materialMgr_ = nullptr;  // the manager of materials found last
   ZRefPtr<IZDispAttrib> defaultDispAttrib_;

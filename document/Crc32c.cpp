@@ -1,6 +1,7 @@
 #include "document/Crc32c.h"
 
 #include <array>
+#include <bit>
 #include <cstring>
 
 namespace zdm {
@@ -47,6 +48,24 @@ ULONG Crc32c(std::span<const BYTE> bytes, ULONG before) {
   }
   for (const BYTE byte : bytes) crc = (crc >> 8) ^ kTables[0][(crc ^ byte) & 0xFF];
   return ~crc;
+}
+
+// The difference that a bit makes does not depend on the other bytes, only on how many follow.
+std::size_t FlippedBit(std::span<const BYTE> bytes, ULONG checksum) {
+  const ULONG difference = Crc32c(bytes) ^ checksum;
+  if (std::has_single_bit(difference)) {
+    return 8 * bytes.size() + static_cast<std::size_t>(std::countr_zero(difference));
+  }
+  std::array<ULONG, 8> ofBit;
+  for (std::size_t bit = 0; bit < ofBit.size(); ++bit)
+    ofBit[bit] = kTables[0][std::size_t{1} << bit];
+  for (std::size_t place = bytes.size(); place-- > 0;) {
+    for (std::size_t bit = 0; bit < ofBit.size(); ++bit) {
+      if (ofBit[bit] == difference) return 8 * place + bit;
+      ofBit[bit] = (ofBit[bit] >> 8) ^ kTables[0][ofBit[bit] & 0xFF];
+    }
+  }
+  return kNoBit;
 }
 
 }  // namespace zdm

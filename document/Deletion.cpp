@@ -6,6 +6,7 @@
 #include "zdm/identity/PID.h"
 #include "zdm/relations/ReltnSelector.h"
 #include "zdm/relations/ZReltnVisitor.h"
+#include "zdm/relations/ZReltnVisitorIsDirectTo.h"
 
 #include <unordered_set>
 
@@ -108,9 +109,16 @@ class Planner {
       const bool isKept = target->Object != nullptr && target->ID >= 0 &&
                           target->Object->JudgeOptionAllowed(kKeptWhileReferenced) &&
                           ViewAs<IZDMObjMgr>(target->Object->GetOwner()) != nullptr;
-      if (!isKept) continue;
+      if (!isKept || !IsDirectTo(object, target->Object)) continue;
       plan_.obstacles.push_back({target->Object, DeletionObstacle::kReferred, object});
     }
+  }
+
+  /// An embedded object refers to nothing when asked, whatever it offers.
+  static bool IsDirectTo(IZDMObject* object, IZDMObject* target) {
+    ZReltnVisitorIsDirectTo visitor;
+    visitor.Initialize(ZR_DIFFUSIBLE, target);
+    return object->VisitReferences(object, &visitor);
   }
 
   void NoteDangling(const Reference& reference) {

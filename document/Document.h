@@ -27,7 +27,7 @@ namespace zdm {
 
 class Document {
  public:
-  /// With the defaults of CZDocument::MakeDefaults.
+  /// Empty; CZDocument::MakeDefaults gives it materials and categories.
   static Document Create(WideView name = {});
   static Document Open(const std::filesystem::path& path, IZProgressMeter* meter = nullptr);
 

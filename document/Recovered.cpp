@@ -20,8 +20,10 @@ IZDMObjMgr* RecoveredManager(CZDocument& document) {
   return made;
 }
 
-void Adopt(CZDocument& document, IZDMObject* object) {
-  RecoveredManager(document)->AttachTail(object);
+void Adopt(CZDocument& document, IZDMObject* object) { Adopt(*RecoveredManager(document), object); }
+
+void Adopt(IZDMObjMgr& recovered, IZDMObject* object) {
+  recovered.AttachTail(object);
   object->SetStatus(ZOS_ATTACHED);
   object->SetObjectValid(true);
 }

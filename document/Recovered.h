@@ -12,5 +12,7 @@ IZDMObjMgr* RecoveredManager(CZDocument& document);
 
 /// Puts an object that is in no manager's list under it, valid and attached.
 void Adopt(CZDocument& document, IZDMObject* object);
+/// The same with the manager at hand.
+void Adopt(IZDMObjMgr& recovered, IZDMObject* object);
 
 }  // namespace zdm

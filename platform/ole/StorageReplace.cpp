@@ -21,7 +21,8 @@ HRESULT Fill(LPCOLESTR path, DWORD mode, const std::function<HRESULT(IStorage*)>
 
 #if defined(_WIN32)
 
-HRESULT LastError() { return HRESULT_FROM_WIN32(GetLastError()); }
+/// The results of storages have the numbers of the system's errors.
+HRESULT LastError() { return MAKE_SCODE(SEVERITY_ERROR, FACILITY_STORAGE, GetLastError()); }
 
 /// A name beside `path`, deleted again unless it was put in its place.
 class NewFile {
@@ -40,6 +41,12 @@ class NewFile {
   NewFile& operator=(const NewFile&) = delete;
 
   const wchar_t* Path() const { return path_.c_str(); }
+  bool HasFolder() const {
+    const std::size_t slash = path_.find_last_of(L"\\/:");
+    if (slash == std::wstring::npos) return true;
+    const DWORD attributes = GetFileAttributesW(path_.substr(0, slash + 1).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  }
   HRESULT Flush() const {
     HANDLE file =
         CreateFileW(Path(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
@@ -73,6 +80,7 @@ HRESULT ReplaceStorage(LPCOLESTR path, const std::function<HRESULT(IStorage*)>& 
     return STG_E_ACCESSDENIED;
   }
   NewFile file(path);
+  if (!file.HasFolder()) return STG_E_PATHNOTFOUND;
   HRESULT result = Fill(file.Path(), kMode, fill);
   if (SUCCEEDED(result)) result = file.Flush();
   if (SUCCEEDED(result)) result = file.PlaceAt(path);

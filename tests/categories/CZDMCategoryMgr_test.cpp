@@ -108,10 +108,11 @@ TEST(CategoryMgr, FillsItsMapFromTheRootsInListOrder) {
 
 /// A new document and the manager of categories that it comes with.
 struct House {
-  House()
-      : document(Document::Create(OLESTR("House"))),
-        manager(dynamic_cast<CZDMCategoryMgr*>(
-            document->FindByInterface(ZInterface<IZCategoryMgr>::ID()))) {}
+  House() : document(Document::Create(OLESTR("House"))) {
+    document->MakeDefaults();
+    manager =
+        dynamic_cast<CZDMCategoryMgr*>(document->FindByInterface(ZInterface<IZCategoryMgr>::ID()));
+  }
 
   Document document;
   ZRefPtr<CZDMCategoryMgr> manager;

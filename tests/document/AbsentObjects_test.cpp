@@ -10,6 +10,7 @@
 #include "zdm/framework/CreateAs.h"
 #include "zdm/identity/OID.h"
 #include "zdm/model/CZDMObjEmbed.h"
+#include "zdm/model/CZDMObjMgr.h"
 #include "zdm/model/CZDMProxyObject.h"
 #include "zdm/model/ObjectHeader.h"
 
@@ -120,6 +121,25 @@ TEST_F(Objects, ThatCannotReadTheirOwnRecordStayWhole) {
   auto* absent = At<CZDMAbsentObject>(1);
   ASSERT_NE(absent, nullptr);
   EXPECT_EQ(absent->GetAbsentClassID(), zdm::ClassRow<CZDMPlainObject>::kClassID);
+  ExpectSameBytes();
+}
+
+/// A manager that ends while the document is loaded, and with it what it holds of a lost object.
+TEST_F(Objects, ThatEndWhileTheyLoadLeaveTheRecordsTheyNamed) {
+  class Long : public CZDMObjMgr {
+    void SaveOwnData(IZStream* stream, IZDatabase* database) override {
+      CZDMObjMgr::SaveOwnData(stream, database);
+      stream->WriteCount(0);
+    }
+  };
+  auto plain = zdm::MakeObject<IZDMObject, CZDMPlainObject>();
+  auto manager = zdm::MakeObject<IZDMObjMgr, Long>();
+  document->AddTail(plain);
+  document->AddTail(manager);
+  manager->SetCurrent(plain);
+  plain->SetObjectValid(false);
+  Reopen();
+  EXPECT_NE(At<CZDMAbsentObject>(2), nullptr);
   ExpectSameBytes();
 }
 

@@ -223,6 +223,35 @@ TEST(DocumentFile, WhatIsNoSoundDocumentIsRefused) {
   EXPECT_EQ(FaultOf(other), DocumentFault::kDamaged);
 }
 
+/// The leak checker sees what does not end.
+TEST(DocumentFile, ManagersInARingEndWithTheDocument) {
+  const auto path = TempFile("ring.zdm");
+  auto document = NewDocument();
+  IZDMObjMgr* outer = AddManager(document, OLESTR("Outer"));
+  IZDMObjMgr* inner = AddManager(outer, OLESTR("Inner"));
+  inner->AttachTail(outer);
+  document->RemoveItem(outer);
+  document->SaveAs(path);
+  auto opened = CZDocument::Open(path);
+  EXPECT_EQ(opened->GetCount(), 0);
+  EXPECT_EQ(opened->GetOIDManager()->GetValidOIDCount(), 2);
+}
+
+/// Objects that were read before the damage end too.
+TEST(DocumentFile, OpeningThatFailsLateLeavesNothingBehind) {
+  const auto path = TempFile("late.zdm");
+  auto document = House();
+  document->SetName(OLESTR("A name that stands nowhere else"));
+  document->SaveAs(path);
+  auto bytes = FileBytes(path);
+  const std::basic_string<BYTE> name = {'n', 0, 'o', 0, 'w', 0, 'h', 0, 'e', 0, 'r', 0, 'e', 0};
+  const auto at = std::basic_string<BYTE>(bytes.begin(), bytes.end()).find(name);
+  ASSERT_NE(at, std::string::npos);
+  bytes[at] ^= 1;
+  WriteFileBytes(path, bytes);
+  EXPECT_EQ(FaultOf(path), DocumentFault::kDamaged);
+}
+
 TEST(DocumentFile, SavingThatFailsLeavesTheFileAlone) {
   const auto path = TempFile("kept.zdm");
   auto document = House();

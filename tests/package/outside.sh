@@ -23,6 +23,7 @@ if [ -n "$emulator" ]; then
   "$emulator" "$work/tree/outside.exe"
 else
   "$work/tree/outside"
+  "$work/tree/quickstart" "$work/quickstart.zdm" >/dev/null
   "$work/prefix/bin/zdm" classes >/dev/null
   PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name zdm.pc)")
   export PKG_CONFIG_PATH

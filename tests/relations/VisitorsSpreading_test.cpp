@@ -1,5 +1,6 @@
 // The visitors that spread status bits over a graph: deduce and diffuse.
 #include "tests/relations/VisitorSupport.h"
+#include "tests/support/TestDatabase.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/identity/ObjectOptions.h"
 #include "zdm/relations/ZReltnVisitorDeduce.h"
@@ -248,9 +249,12 @@ class Logged : public Visitor {
  public:
   using Visitor::Visit;
   bool Visit(IZDMObject* root, IZDMObject* owner, OID* ownerOid) override {
+    const std::size_t before = log.size();
     log += std::to_string(root != nullptr ? root->GetID() : 0) + ":" +
            std::to_string(owner->GetID()) + " ";
-    return Visitor::Visit(root, owner, ownerOid);
+    const bool isOver = Visitor::Visit(root, owner, ownerOid);
+    if (isOver) log.resize(before);
+    return isOver;
   }
 
   std::string log;
@@ -349,6 +353,36 @@ TEST(Spreading, GoesTheWayOfTheRecursion) {
     }
   }
   EXPECT_GT(affected, 3000u) << "the graphs are worth the walk";
+}
+
+/// Offers its relations without its owner, as an embedded object may, and never answers true.
+class Silent : public CZDMPlainObject {
+ public:
+  bool VisitReferences(IZDMObject* root, IZReltnVisitor* visitor) override {
+    if (IZReltnColl* relations = GetReltnColl()) relations->Accept(root, this, visitor);
+    return false;
+  }
+};
+
+TEST(Spreading, EndsAtObjectsThatDoNotOfferTheirOwner) {
+  TestDatabase db;
+  const auto a = zdm::MakeObject<IZDMObject, Silent>();
+  const auto b = zdm::MakeObject<IZDMObject, Silent>();
+  db.Add(a);
+  db.Add(b);
+  for (const auto& [from, to] : {std::pair(a, b), std::pair(b, a), std::pair(b, b)}) {
+    const auto relation = RelationTo(to);
+    relation->SetReltnDiffusible(true);
+    from->AddRelation(relation);
+  }
+  ZReltnVisitorDeduce deduce;
+  a->VisitReferences(a, &deduce);
+  EXPECT_TRUE(b->JudgeStatus(ZOS_DEDUCEVISITED));
+  EXPECT_FALSE(a->JudgeStatus(ZOS_AFFECTED));
+  ZReltnVisitorDiffuse diffuse;
+  a->VisitReferences(a, &diffuse);
+  EXPECT_TRUE(a->JudgeStatus(ZOS_DIFFUSEMARK));
+  EXPECT_TRUE(b->JudgeStatus(ZOS_DIFFUSEMARK));
 }
 
 // A million objects in a row.

@@ -1,5 +1,7 @@
 #include "tests/support/TempFile.h"
 
+#include "platform/system/Text.h"
+
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -34,7 +36,7 @@ class Folder {
 
 std::filesystem::path TempFile(const char* name) {
   static const Folder folder;
-  auto path = folder.Path() / name;
+  auto path = folder.Path() / std::filesystem::path(FromUtf8(name));
   std::filesystem::remove(path);
   return path;
 }

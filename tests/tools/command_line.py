@@ -1,24 +1,19 @@
 #!/usr/bin/env python3
-"""command_line.py ZDM [EMULATOR...]: runs the command line and checks what it prints."""
+"""command_line.py ZDM SAMPLE_DOCUMENT [EMULATOR...]: what each command prints and does to a file."""
 import json
-import subprocess
-import sys
+import os
+import shutil
 import unittest
+import xml.dom.minidom
 
-ZDM = sys.argv[2:] + sys.argv[1:2]
+from harness import IS_WINDOWS, DocumentTest, contents, main, read_json, zdm
+
 STREAM = "{65808542-5A64-45F2-B71A-A6A6D03CD2D5}"
 
 
-def zdm(*arguments):
-    done = subprocess.run(ZDM + list(arguments), capture_output=True, text=True, timeout=120)
-    return done.returncode, done.stdout, done.stderr
-
-
-class Classes(unittest.TestCase):
-    def test_json_lists_the_table(self):
-        code, out, _ = zdm("classes", "--json")
-        rows = json.loads(out)
-        self.assertEqual(code, 0)
+class Library(unittest.TestCase):
+    def test_classes_as_json_list_the_table(self):
+        rows = read_json("classes")
         self.assertEqual(len(rows), 44)
         self.assertEqual([list(row) for row in rows], [["name", "clsid", "interfaces"]] * 44)
         self.assertEqual(rows[0], {"name": "CZCategoryReltn",
@@ -28,39 +23,209 @@ class Classes(unittest.TestCase):
         self.assertEqual([row["name"] for row in rows if row["clsid"] is None],
                          ["ZReltnVisitorDiffuse", "ZReltnVisitorMapIDForPaste",
                           "ZReltnVisitorStatus"])
-
-    def test_text_has_a_line_a_class(self):
         code, out, _ = zdm("classes")
         self.assertEqual((code, len(out.splitlines())), (0, 44))
 
-
-class Create(unittest.TestCase):
-    def test_tells_what_the_object_answers_to(self):
-        code, out, _ = zdm("--json", "create", STREAM)
-        self.assertEqual(code, 0)
-        self.assertEqual(json.loads(out)["interfaces"], ["IZObject", "IZStream"])
-        self.assertEqual(json.loads(out)["references"], 1)
-
-    def test_failures_are_one_line_and_a_code(self):
-        for arguments, expected in ((["create", STREAM.replace("6", "7")], 1),
-                                    (["create", "stream"], 2), (["create"], 2), ([], 2),
-                                    (["no-such-command"], 2)):
-            with self.subTest(arguments):
-                code, out, err = zdm(*arguments)
-                self.assertEqual((code, out), (expected, ""))
-                self.assertNotEqual(err, "")
+    def test_create_tells_what_the_object_answers_to(self):
+        created = read_json("create", STREAM)
+        self.assertEqual((created["interfaces"], created["references"]),
+                         (["IZObject", "IZStream"], 1))
 
 
 class Usage(unittest.TestCase):
-    def test_names_what_it_does_not_know(self):
-        for word in "clases", "--jsn":
-            with self.subTest(word):
-                code, _, err = zdm(word, "extra")
-                self.assertEqual(code, 2)
-                self.assertIn(word, err)
+    def test_wrong_lines_end_with_2_and_say_why(self):
+        for line in ("create stream", "create", "", "clases extra", "--jsn extra", "show x.zdm",
+                     "show x.zdm two", "set x.zdm 1 colour=red", "delete x.zdm"):
+            with self.subTest(line):
+                code, out, err = zdm(*line.split())
+                self.assertEqual((code, out), (2, ""))
+                self.assertNotEqual(err, "")
+        self.assertIn("clases", zdm("clases", "extra")[2])
 
-    def test_tells_its_version(self):
+    def test_help_of_every_command_has_an_example(self):
+        code, out, _ = zdm("--help")
+        self.assertEqual(code, 0)
+        commands = [line.split()[0] for line in out.split("Subcommands:\n")[1].split("\nExit")[0]
+                    .splitlines() if line.startswith("  ") and line[2] != " "]
+        self.assertEqual(len(commands), 15)
+        for command in commands if not IS_WINDOWS else commands[:2]:
+            self.assertIn(f"  zdm {command}" if command != "dump" else "zdm dump",
+                          zdm(command, "--help")[1])
+
+    def test_version(self):
         self.assertRegex(zdm("--version")[1], r"^zdm \d+\.\d+\.\d+\n$")
 
 
-unittest.main(argv=sys.argv[:1])
+class MakingAndChanging(DocumentTest):
+    def test_a_document_made_object_by_object(self):
+        self.expect(0, "new", "made.zdm", "--name", "House")
+        self.assertEqual(self.expect(0, "add", "made.zdm", "Walls", "--manager"), "1\n")
+        self.assertEqual(read_json("add", "made.zdm", "South wall", "--in", 1), {"id": 2})
+        self.expect(0, "add", "made.zdm", "Door")
+        self.expect(0, "relate", "made.zdm", 3, 2, "--diffusible")
+        rows = read_json("tree", "made.zdm")
+        self.assertEqual([(row["id"], row["name"], row["owner"], row["depth"]) for row in rows],
+                         [(-1, "House", -1, 0), (1, "Walls", -1, 1), (2, "South wall", 1, 2),
+                          (3, "Door", -1, 1)])
+        edges = read_json("graph", "made.zdm")["edges"]
+        self.assertEqual(edges, [{"from": 3, "to": 2, "via": "relation", "diffusible": True}])
+
+    def test_set_changes_the_name_alone(self):
+        before = self.expect(0, "dump", "sample.zdm").splitlines()
+        self.expect(0, "set", "sample.zdm", 2, "name=North = wall")
+        after = self.expect(0, "dump", "sample.zdm").splitlines()
+        changed = [line for line in after if line not in before]
+        self.assertEqual(len(changed), 2)
+        self.assertEqual(changed[0], '2 name "North = wall"')
+        self.assertTrue(changed[1].startswith("2 record "))
+        self.expect(0, "set", "sample.zdm", -1, "name=Other")
+        self.assertEqual(read_json("show", "sample.zdm", -1)["name"], "Other")
+
+    def test_text_keeps_every_letter(self):
+        for name in ("T\u00fcr \u6728 \U0001F6AA", "[a,b]", 'quote " and \\', "", "-x"):
+            with self.subTest(name):
+                self.expect(0, "set", "sample.zdm", 4, "name=" + name)
+                self.assertEqual(read_json("show", "sample.zdm", 4)["name"], name)
+
+    def test_delete_names_what_is_in_the_way_and_deletes_nothing(self):
+        before = contents("sample.zdm")
+        out = self.expect(11, "delete", "sample.zdm", 2)
+        self.assertIn('in the way: 2 "South wall" CZDMPlainObject is referred to by 3', out)
+        self.assertEqual(read_json("delete", "sample.zdm", 2)["obstacles"],
+                         [{"object": 2, "why": "referred", "by": 3}])
+        plan = read_json("delete", "sample.zdm", 3, "--dry-run")
+        self.assertEqual(plan, {"deleted": False, "objects": [3], "obstacles": [],
+                                "dangling": [{"from": 4, "to": 3, "via": "relation"}]})
+        self.expect(11, "delete", "sample.zdm", -1)
+        self.assertEqual(contents("sample.zdm"), before)
+
+    def test_delete_takes_all_that_a_manager_holds(self):
+        out = self.expect(0, "delete", "sample.zdm", 1)
+        self.assertEqual(out.splitlines(), [
+            'will refer to nothing: 4 "Key" CZDMPlainObject through relation to 3',
+            "deleted 4 objects"])
+        self.assertEqual([row["id"] for row in read_json("tree", "sample.zdm")], [-1, 4])
+        self.assertEqual(read_json("refs", "sample.zdm", 4)["refersTo"][0]["id"], 3)
+
+
+class Looking(DocumentTest):
+    def test_info_reads_the_index(self):
+        info = read_json("info", "sample.zdm")
+        self.assertEqual([info[key] for key in ("fileBytes", "formatVersion", "objects",
+                                                "recordStreams", "lowestId", "highestId")],
+                         [os.path.getsize("sample.zdm"), 1, 5, 1, 1, 5])
+
+    def test_tree_draws_managers_above_what_they_hold(self):
+        self.assertEqual(self.expect(0, "tree", "sample.zdm").splitlines(), [
+            '-1 "Sample" CZDocument',
+            '├─ 1 "Walls" CZDMObjMgr',
+            '│  ├─ 2 "South wall" CZDMPlainObject',
+            '│  ├─ 3 "T\u00fcr" CZDMPlainObject',
+            '│  └─ 5 "\\u001b[31mred\\u202e\\u009b\\r\\n\\u007f" CZDMPlainObject',
+            '└─ 4 "Key" CZDMPlainObject'])
+
+    def test_refs_tell_both_directions(self):
+        self.assertEqual(self.expect(0, "refs", "sample.zdm", 3).splitlines(), [
+            '3 "T\u00fcr" CZDMPlainObject',
+            "referred to by",
+            '  4 "Key" CZDMPlainObject through relation CZPlainSingleReltn',
+            "refers to",
+            '  2 "South wall" CZDMPlainObject through relation CZPlainSingleReltn, diffusible'])
+        self.assertEqual(read_json("refs", "sample.zdm", 2)["referredToBy"],
+                         [{"id": 3, "name": "T\u00fcr", "class": "CZDMPlainObject",
+                           "via": "relation", "relation": "CZPlainSingleReltn", "tag": 7,
+                           "diffusible": True}])
+
+    def test_show_has_a_line_a_field(self):
+        lines = self.expect(0, "show", "sample.zdm", 3).splitlines()
+        key = "{5E1F6A4E-9A3B-4F57-8C7D-2B1A0E9F8D6C}"
+        self.assertEqual([line for line in lines if not line.startswith(("status", "options", "record"))], [
+            "id 3", "class CZDMPlainObject", "owner 1", "type 1", "word1 0", "word2 0", 'name "T\u00fcr"',
+            "relations class=CZPlainSingleReltn status=0x40800000 tag=7 targets=2",
+            f'data key={key} name="width" type=double value=0.1',
+            f'data key={key} name="share" type=float value=0.1',
+            f'data key={key} name="count" type=long value=-3',
+            f'data key={key} name="open" type=bool value=true',
+            f'data key={key} name="note" type=string value="a \\"b\\"\\n\u00e9"'])
+        walls = read_json("show", "sample.zdm", 1)
+        self.assertEqual((walls["holds"], walls["current"]), ([2, 3, 5], None))
+
+    def test_dump_is_the_same_for_a_copy_saved_again(self):
+        shutil.copy("sample.zdm", "copy.zdm")
+        self.expect(0, "set", "copy.zdm", 4, "name=Key")
+        self.assertEqual(contents("copy.zdm"), contents("sample.zdm"))
+        dump = self.expect(0, "dump", "sample.zdm")
+        self.assertEqual(dump, self.expect(0, "dump", "copy.zdm"))
+        self.assertTrue(all(line.split()[0].lstrip("-").isdigit() for line in dump.splitlines()))
+        self.assertEqual([each["id"] for each in read_json("dump", "sample.zdm")],
+                         [-1, 1, 2, 3, 4, 5])
+
+    def test_nothing_in_a_name_reaches_the_terminal(self):
+        for line in ("tree sample.zdm", "show sample.zdm 5", "dump sample.zdm --json",
+                     "refs sample.zdm 5", "graph sample.zdm --dot", "graph sample.zdm --json"):
+            with self.subTest(line):
+                out = self.expect(0, *line.split())
+                self.assertIn("\\u202e", out)
+                self.assertFalse([c for c in out if c in "\x1b\x7f\x9b\u202e\r"])
+
+    def test_graph_draws_around_an_object(self):
+        dot = self.expect(0, "graph", "sample.zdm", 2, "--dot")
+        self.assertIn('"3" -> "2" [style=solid]', dot)
+        self.assertNotIn("Key", dot)
+        self.assertIn('"4" -> "3" [style=dashed]', self.expect(0, "graph", "sample.zdm", "--dot"))
+
+    @unittest.skipUnless(shutil.which("dot") and not IS_WINDOWS, "no dot here")
+    def test_graph_is_drawn_by_dot(self):
+        svg = self.expect(0, "graph", "sample.zdm")
+        self.assertEqual(xml.dom.minidom.parseString(svg).documentElement.tagName, "svg")
+
+    @unittest.skipIf(IS_WINDOWS, "the emulator needs its path")
+    def test_graph_falls_back_to_dot_text(self):
+        code, out, err = zdm("graph", "sample.zdm", env={"PATH": self.folder})
+        self.assertEqual(code, 0)
+        self.assertTrue(out.startswith("digraph"))
+        self.assertIn("Graphviz", err)
+
+    def test_audit_of_a_sound_document_saves_nothing(self):
+        before = contents("sample.zdm")
+        self.assertEqual(self.expect(0, "audit", "sample.zdm"), "nothing found\n")
+        self.assertEqual(read_json("audit", "sample.zdm", "--repair"),
+                         {"sound": True, "repaired": [], "findings": []})
+        self.assertEqual(contents("sample.zdm"), before)
+
+    def test_audit_warns_of_references_to_nothing(self):
+        self.expect(0, "delete", "sample.zdm", 3)
+        out = self.expect(0, "audit", "sample.zdm")
+        self.assertEqual(out, "warning reference-to-nothing at object 4, relation to 3\n")
+        self.assertEqual(json.loads(self.expect(0, "audit", "--json", "sample.zdm"))["sound"], True)
+
+
+class Recovering(DocumentTest):
+    def test_what_survives_a_damaged_record_is_saved(self):
+        sample = contents("sample.zdm")
+        at = sample.index("South wall".encode("utf-16-le"))
+        with open("damaged.zdm", "wb") as file:
+            file.write(sample[:at] + bytes(20) + sample[at + 20:])
+        damaged = contents("damaged.zdm")
+        self.expect(7, "tree", "damaged.zdm")
+        account = json.loads(self.expect(12, "recover", "damaged.zdm", "whole.zdm", "--json"))
+        self.assertEqual(account["size"], len(sample))
+        fates = {each["id"]: each["fate"] for each in account["objects"]}
+        self.assertEqual([fates[id] for id in (1, 3, 4, 5)], ["recovered"] * 4)
+        self.assertNotEqual(fates[2], "recovered")
+        self.assertEqual(read_json("show", "whole.zdm", 3)["name"], "T\u00fcr")
+        self.assertEqual(read_json("show", "whole.zdm", 3)["relations"][0]["targets"], [2])
+        self.expect(11, "recover", "damaged.zdm", "whole.zdm")
+        self.assertEqual(contents("damaged.zdm"), damaged)
+
+    def test_a_sound_document_comes_out_as_it_is(self):
+        out = self.expect(0, "recover", "sample.zdm", "copy.zdm")
+        self.assertEqual(out, "5 recovered\n")
+        self.assertEqual(contents("copy.zdm"), contents("sample.zdm"))
+        with open("text", "wb") as file:
+            file.write(b"no document\n" * 99)
+        self.expect(5, "recover", "text", "made.zdm")
+        self.assertFalse(os.path.exists("made.zdm"))
+
+
+main()

@@ -1,24 +1,39 @@
-// The subcommands of the command line. Each Add… function declares one and binds what it runs.
+// The subcommands of the command line, each in a file of its own. An Add… function declares one and
+// binds what it runs; what fails throws Failure or DocumentError, and main.cpp ends with its code.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "tools/zdm/Command.h"
+#include "tools/zdm/ExitCodes.h"
 
 namespace zdm::tool {
-
-// Exit codes, alike for every subcommand.
-constexpr int kDone = 0;
-constexpr int kFailed = 1;  // the work could not be done; one line on stderr says why
-constexpr int kUsage = 2;   // the command line was wrong
 
 /// What all subcommands share.
 struct Context {
   bool json = false;  // print JSON instead of text
-  int exitCode = kDone;
+  ExitCode exitCode = kDone;
 };
 
-/// `zdm classes`: the class table.
+// Making and changing documents.
+void AddNew(CLI::App& app, Context& context);
+void AddAdd(CLI::App& app, Context& context);
+void AddRelate(CLI::App& app, Context& context);
+void AddSet(CLI::App& app, Context& context);
+void AddDelete(CLI::App& app, Context& context);
+
+// Looking at them.
+void AddInfo(CLI::App& app, Context& context);
+void AddTree(CLI::App& app, Context& context);
+void AddShow(CLI::App& app, Context& context);
+void AddRefs(CLI::App& app, Context& context);
+void AddDump(CLI::App& app, Context& context);
+void AddGraph(CLI::App& app, Context& context);
+
+// Their health.
+void AddAudit(CLI::App& app, Context& context);
+void AddRecover(CLI::App& app, Context& context);
+
+// The library.
 void AddClasses(CLI::App& app, Context& context);
-/// `zdm create CLASS-ID`: a new object from the factory, and what it answers to.
 void AddCreate(CLI::App& app, Context& context);
 
 }  // namespace zdm::tool

@@ -1,51 +1,87 @@
 // The command line: inspects the library and its documents.
 #include "platform/ole/CAtlException.h"
 #include "tools/zdm/Commands.h"
+#include "tools/zdm/Output.h"
+#include "tools/zdm/Terminal.h"
 
-#include <cstdio>
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
 #include <exception>
+#include <new>
 #include <string>
 #include <vector>
 
+namespace zdm::tool {
+
 namespace {
 
-int Run(int argc, char** argv) {
-  zdm::tool::Context context;
+constexpr const char* kFooter =
+    "Exit codes: 0 done, 1 failed, 2 wrong usage, 3 no such file, 4 no access, 5 not a document,\n"
+    "6 newer format, 7 damaged, 8 disk full, 9 out of memory, 10 no such object, 11 refused,\n"
+    "12 done, and errors are left.\n"
+    "Examples:\n"
+    "  zdm new house.zdm --name House\n"
+    "  zdm add house.zdm 'South wall'\n"
+    "  zdm tree house.zdm\n"
+    "  zdm COMMAND --help";
+
+void AddCommands(CLI::App& app, Context& context) {
+  for (const auto add : {AddNew, AddAdd, AddRelate, AddSet, AddDelete, AddInfo, AddTree, AddShow,
+                         AddRefs, AddDump, AddGraph, AddAudit, AddRecover, AddClasses, AddCreate}) {
+    add(app, context);
+  }
+}
+
+ExitCode Run(std::vector<std::string> arguments) {
+  Context context;
   CLI::App app("Document data models of building and mechanical drawings.", "zdm");
   app.add_flag("--json", context.json, "Print JSON");
   app.set_version_flag("--version", "zdm " ZDM_VERSION);
   app.require_subcommand(1);
   app.fallthrough();
-  app.footer(
-      "Exit codes: 0 done, 1 failed, 2 wrong usage.\n"
-      "Examples:\n"
-      "  zdm classes --json\n"
-      "  zdm create {65808542-5A64-45F2-B71A-A6A6D03CD2D5}");
-  zdm::tool::AddClasses(app, context);
-  zdm::tool::AddCreate(app, context);
+  app.footer(kFooter);
+  AddCommands(app, context);
   try {
-    app.parse(argc, argv);
+    std::ranges::reverse(arguments);  // as the parser takes them
+    app.parse(std::move(arguments));
   } catch (const CLI::ParseError& error) {
     const std::vector<std::string> unknown = app.remaining();
     if (error.get_exit_code() != 0 && app.get_subcommands().empty() && !unknown.empty()) {
-      std::fprintf(stderr, "zdm: no such command or option: %s\nRun with --help to see them.\n",
-                   unknown[0].c_str());
-      return zdm::tool::kUsage;
+      PrintError("no such command or option: " + unknown[0] + "; --help shows them");
+      return kUsage;
     }
-    return app.exit(error) == 0 ? zdm::tool::kDone : zdm::tool::kUsage;
+    return app.exit(error) == 0 ? kDone : kUsage;
   }
+  FinishOutput();
   return context.exitCode;
+}
+
+ExitCode Fail(ExitCode code, const std::string& text) {
+  PrintError(text);
+  return code;
+}
+
+ExitCode RunGuarded(int argc, char** argv) try {
+  return Run(Arguments(argc, argv));
+} catch (const Failure& failure) {
+  return Fail(failure.Code(), failure.what());
+} catch (const DocumentError& failure) {
+  return Fail(ExitCodeOf(failure.Fault()), failure.what());
+} catch (const CAtlException& failure) {
+  const DocumentError error = ErrorOf(failure.m_hr, "document");
+  return Fail(ExitCodeOf(error.Fault()), error.what());
+} catch (const std::bad_alloc&) {
+  return Fail(kNoMemory, "out of memory");
+} catch (const std::exception& failure) {
+  return Fail(kFailed, failure.what());
 }
 
 }  // namespace
 
+}  // namespace zdm::tool
+
 int main(int argc, char** argv) {
-  try {
-    return Run(argc, argv);
-  } catch (const CAtlException& failure) {
-    std::fprintf(stderr, "zdm: failed with 0x%08X\n", static_cast<unsigned>(failure.m_hr));
-  } catch (const std::exception& failure) {
-    std::fprintf(stderr, "zdm: %s\n", failure.what());
-  }
-  return zdm::tool::kFailed;
+  const zdm::tool::Utf8Output output;
+  return zdm::tool::RunGuarded(argc, argv);
 }

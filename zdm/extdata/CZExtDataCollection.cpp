@@ -7,6 +7,9 @@
 #include "zdm/framework/CreateAs.h"
 #include "zdm/framework/LoadDepth.h"
 
+#include <new>
+#include <vector>
+
 ZDM_OBJECT_BODY(CZExtDataCollection)
 
 namespace {
@@ -61,15 +64,13 @@ void CZExtDataCollection::Save(IZStream* stream, IZDatabase* database) {
     return;
   }
   const Raised saving(saving_);
-  const zdm::LoadDepth nested;  // as deep as it can be read
-  LONG count = 0;
+  const zdm::LoadDepth nested;            // as deep as it can be read
+  std::vector<ZRefPtr<IZExtData>> items;  // as they are now: saving may run any code
   for (POSITION pos = List::GetHeadPosition(); pos != nullptr;) {
-    if (List::GetNext(pos) != nullptr) ++count;
+    if (IZExtData* item = List::GetNext(pos)) items.emplace_back(item);
   }
-  stream->WriteCount(count);
-  for (POSITION pos = List::GetHeadPosition(); pos != nullptr;) {
-    if (IZExtData* item = List::GetNext(pos)) item->Save(stream, database);
-  }
+  stream->WriteCount(static_cast<LONG>(items.size()));
+  for (IZExtData* item : items) item->Save(stream, database);
 }
 
 // Nothing is taken on the strength of the count: an item is made when its first byte is read, so a
@@ -104,12 +105,17 @@ void CZExtDataCollection::LoadItem(IZStream* stream, IZDatabase* database) {
 
 void CZExtDataCollection::LoadCustomItem(IZStream* stream, IZDatabase* database) {
   const auto start = static_cast<LONGLONG>(stream->GetPosition());
-  const GUID classId = zdm::ReadCustomItemHeader(stream).classId;
+  BYTE tag = zdm::kExtNone;
+  GUID classId = GUID_NULL;
+  stream->Read(&tag, sizeof(tag));
+  stream->Read(&classId, sizeof(classId));
   stream->Seek(start, STREAM_SEEK_SET);
   ZRefPtr<IZExtData> item = zdm::CreateAs<IZExtData>(classId);
   if (item != nullptr) {
     try {
       item->Load(stream, database);
+    } catch (const std::bad_alloc&) {
+      throw;
     } catch (...) {  // whatever it was, the bytes are still there
       item = nullptr;
       stream->Seek(start, STREAM_SEEK_SET);

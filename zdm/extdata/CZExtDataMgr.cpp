@@ -47,7 +47,8 @@ void CZExtDataMgr::Clone(IZExtDataMgr** out) {
   if (out == nullptr) return;
   *out = nullptr;
   auto copy = zdm::NewOf<IZExtDataMgr, CZExtDataMgr>();
-  for (const auto& [key, items] : groups_) copy->QueryCollection(key)->CopyFrom(items);
+  const Groups groups = groups_;  // as they are now: cloning may run any code
+  for (const auto& [key, items] : groups) copy->QueryCollection(key)->CopyFrom(items);
   *out = copy.Detach();
 }
 
@@ -59,8 +60,9 @@ void CZExtDataMgr::Clone(IZExtDataMgr** out) {
 //       16     ?  collection record
 void CZExtDataMgr::Save(IZStream* stream, IZDatabase* database) {
   if (stream == nullptr) return;
-  stream->WriteCount(static_cast<LONG>(groups_.size()));
-  for (const auto& [key, items] : groups_) {
+  const Groups groups = groups_;  // as they are now: saving may run any code
+  stream->WriteCount(static_cast<LONG>(groups.size()));
+  for (const auto& [key, items] : groups) {
     stream->Write(&key, sizeof(key));
     items->Save(stream, database);
   }

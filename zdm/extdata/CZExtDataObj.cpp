@@ -178,7 +178,8 @@ void CZExtDataObj::Save(IZStream* stream, IZDatabase* database) {
   if (type_ == zdm::kExtString) {
     stream->WriteBSTR(value_.text);
   } else if (type_ == zdm::kExtCollection) {
-    value_.collection->Save(stream, database);
+    const ZRefPtr<IZExtDataCollection> items = value_.collection;  // saving may run any code
+    items->Save(stream, database);
   } else {
     stream->Write(&value_, SizeOf(type_));
   }

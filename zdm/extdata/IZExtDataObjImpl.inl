@@ -16,6 +16,7 @@ void IZExtDataObjImpl<T>::CopyFrom(IZExtData* source) {
 // patched when the data are written.
 template <class T>
 void IZExtDataObjImpl<T>::Save(IZStream* stream, IZDatabase* database) {
+  const zdm::LoadDepth nested;  // as deep as it can be read
   zdm::CustomItemHeader header = {};
   this->GetClassID(&header.classId);
   zdm::WriteCustomItemHeader(stream, header);

@@ -25,7 +25,7 @@ struct ZDM_INTERFACE IZDatabase : IZObject {
   virtual COIDManager* GetOIDManager() = 0;  // 3
   /// The path table (borrowed), the same on every call; never null once objects are loaded.
   virtual CPIDManager* GetPIDManager() = 0;  // 4
-  /// The record listed under `id` (borrowed): the root's for -1, null for 0 and for an ID that is
+  /// The record listed under `id` (borrowed, and held by somebody): the root's for -1, null for 0 and for an ID that is
   /// not listed. COIDManager::GetOIDByID is the expected answer.
   virtual OID* GetOIDByID(LONG id) = 0;  // 5
   /// The library changed the document. `state` is 1 after an object was added and got its ID.

@@ -19,8 +19,9 @@ int COIDManager::JudgeDelete(IZDMObject* object) {
   const auto keeps = [&](const OID* oid) {
     IZDMObject* other = oid->Object;
     return other != nullptr && other != object && oid->JudgeStatus(ZOS_VALID) &&
-           oid->JudgeOptionAllowed(zdm::kReferencesCount) &&
+           other->JudgeOptionAllowed(zdm::kReferencesCount) &&
            other->VisitReferences(other, &visitor);
   };
-  return std::ranges::any_of(GetOIDs(), keeps) ? 0 : 1;
+  const std::vector<OID*> oids = GetOIDs();  // a copy, as objects may list others
+  return std::ranges::any_of(oids, keeps) ? 0 : 1;
 }

@@ -51,20 +51,29 @@ std::optional<zdm::WideString> TextOf(const OLECHAR* name) {
   return zdm::LoadTextResource(static_cast<USHORT>(number));
 }
 
-/// Marks what a collection holds, and takes the mark off everything that it holds in the end.
+/// Marks what a collection holds, and takes the mark off again.
 class MembersMarked {
  public:
-  explicit MembersMarked(zdm::ObjectList& objects) : objects_(objects) {
-    ForEach(objects_, [](IZDMObject& object) { object.SetStatus(ZOS_COLLECTMARK); });
+  // Delegates, so that the destructor runs also when a mark cannot be set.
+  explicit MembersMarked(zdm::ObjectList& objects) : MembersMarked() {
+    ForEach(objects, [this](IZDMObject& object) { Mark(&object); });
   }
   MembersMarked(const MembersMarked&) = delete;
   MembersMarked& operator=(const MembersMarked&) = delete;
   ~MembersMarked() {
-    ForEach(objects_, [](IZDMObject& object) { object.ClearStatus(ZOS_COLLECTMARK); });
+    for (IZDMObject* object : held_) object->ClearStatus(ZOS_COLLECTMARK);
+  }
+
+  /// Held until the mark goes, since what is asked meanwhile may run any code.
+  void Mark(IZDMObject* object) {
+    held_.emplace_back(object);
+    object->SetStatus(ZOS_COLLECTMARK);
   }
 
  private:
-  zdm::ObjectList& objects_;
+  MembersMarked() = default;
+
+  std::vector<ZRefPtr<IZDMObject>> held_;
 };
 
 }  // namespace
@@ -130,6 +139,7 @@ void CZDMObjColl::Isolate(LONG selector, bool isolated) {
 void CZDMObjColl::SelfContained() { ZReltnVisitorSelfContained().SelfContained(this); }
 
 void CZDMObjColl::GetSortedCopy(IZDMObjColl** out) {
+  *out = nullptr;
   std::vector<OID*> records;
   records.reserve(List::GetCount());
   ForEach(*this, [&](IZDMObject& object) {
@@ -203,7 +213,8 @@ bool CZDMObjColl::IsSameClass() {
   for (POSITION pos = List::GetHeadPosition(); pos != nullptr;) {
     IZDMObject* object = List::GetNext(pos);
     if (object == nullptr) continue;
-    const GUID classId = object->GetZRID();
+    GUID classId = GUID_NULL;
+    object->GetClassID(&classId);
     if (first.has_value() && !(*first == classId)) return false;
     first = classId;
   }
@@ -296,12 +307,12 @@ void CZDMObjColl::AddObject(IZObject* object) { AddTail(zdm::ViewAs<IZDMObject>(
 
 void CZDMObjColl::AddTailUnique(IZDMObjIterator* other) {
   if (other == nullptr) return;
-  const MembersMarked marked(*this);
+  MembersMarked marked(*this);
   for (LONGLONG pos = other->GetHeadPosition(); pos != 0;) {
     IZDMObject* object = other->GetNext(pos);
     if (object == nullptr || object->JudgeStatus(ZOS_COLLECTMARK)) continue;
     AddTail(object);
-    object->SetStatus(ZOS_COLLECTMARK);
+    marked.Mark(object);
   }
 }
 

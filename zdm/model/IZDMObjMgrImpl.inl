@@ -174,10 +174,13 @@ IZDMObject* IZDMObjMgrImpl<T>::FindObject(IZObject* object) {
 template <class T>
 IZDMObjMgr* IZDMObjMgrImpl<T>::FindSameManager(IZDMObjMgr* other) {
   if (other == nullptr) return nullptr;
-  const GUID classId = other->GetZRID();
+  GUID classId = GUID_NULL;
+  other->GetClassID(&classId);
   for (LONGLONG pos = this->GetValidHeadPosition(); pos != 0;) {
     IZDMObject* candidate = this->GetValidNext(pos);
-    if (candidate->GetZRID() == classId && candidate->JudgeSame(static_cast<IZDMObject*>(other))) {
+    GUID found = GUID_NULL;
+    candidate->GetClassID(&found);
+    if (found == classId && candidate->JudgeSame(static_cast<IZDMObject*>(other))) {
       return zdm::ViewAs<IZDMObjMgr>(candidate);
     }
   }

@@ -78,7 +78,7 @@ class IZDMObjectImpl : public IZDisplayImpl<IZObjectImpl<T>>, public zdm::Stored
   void SetID(ULONG id) override;
   OID* GetOID() override { return oid_; }
   ULONG GetID() override;
-  void SetOwnerOID(OID* oid) override { ownerOid_ = oid; }
+  void SetOwnerOID(OID* oid) override;
   void SetOwnerID(ULONG id) override;
   OID* GetOwnerOID() override { return ownerOid_; }
   ULONG GetOwnerID() override;
@@ -168,7 +168,7 @@ class IZDMObjectImpl : public IZDisplayImpl<IZObjectImpl<T>>, public zdm::Stored
   void LoadAttachments(IZStream* stream, IZDatabase* database);
 
   OID* oid_;                              // owned; an ID table that lists it keeps it
-  OID* ownerOid_ = nullptr;               // borrowed
+  OID* ownerOid_ = nullptr;               // held, so that an owner may end first
   ZRefPtr<IZExtDataMgr> extDataMgr_;      // null until first used
   ZRefPtr<IZReltnColl> reltnColl_;        // null until a relation is added or loaded
   ZRefPtr<IZParameterArray> paramArray_;  // null until first used; its owner is this object

@@ -21,6 +21,7 @@ IZDMObjectImpl<T>::IZDMObjectImpl() : oid_(OID::Take(new OID)) {
 template <class T>
 IZDMObjectImpl<T>::~IZDMObjectImpl() {
   OID::GiveUp(std::exchange(oid_, nullptr), this);
+  OID::GiveUp(std::exchange(ownerOid_, nullptr), nullptr);
   extDataMgr_.Reset();
   treeData_.Reset();
   HoldParameterArray(nullptr);
@@ -167,6 +168,11 @@ void IZDMObjectImpl<T>::SetID(ULONG id) {
 template <class T>
 ULONG IZDMObjectImpl<T>::GetID() {
   return oid_ != nullptr ? static_cast<ULONG>(oid_->ID) : 0;
+}
+
+template <class T>
+void IZDMObjectImpl<T>::SetOwnerOID(OID* oid) {
+  OID::GiveUp(std::exchange(ownerOid_, OID::Take(oid)), nullptr);
 }
 
 template <class T>

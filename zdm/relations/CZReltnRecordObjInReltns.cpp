@@ -59,7 +59,7 @@ void CZReltnRecordObjInReltns::Initialize(eZRelation selector, IZDMObject* targe
 }
 
 bool CZReltnRecordObjInReltns::Visit(IZDMObject* root, IZDMObject* owner, IZReltnColl* coll) {
-  if (coll == nullptr || coll == static_cast<IZReltnColl*>(this)) return false;
+  if (coll == nullptr || (out_ == nullptr && coll == static_cast<IZReltnColl*>(this))) return false;
   // It may be the receiver, which grows.
   const LONGLONG last = coll->GetValidTailPosition();
   LONGLONG next = coll->GetValidHeadPosition();

@@ -55,9 +55,10 @@ bool ZReltnVisitorDeduce::Search(const Reference& first) {
     depends = top.target->JudgeStatus(affected_);
     if (!depends && IsSearchable(top)) {
       top.entered = true;
-      undecided_.Gather([this, object = top.target->Object, root = top.root] {
-        object->VisitReferences(root, this);
-      });
+      IZDMObject* const object = top.target->Object;
+      undecided_.Gather([this, object, root = top.root] { object->VisitReferences(root, this); });
+      // An embedded object does so itself only if its extension offers the owner.
+      if (!object->JudgeStatus(affected_)) object->SetStatus(visited_);
       continue;  // decided when its turn comes again
     }
     if (depends) {

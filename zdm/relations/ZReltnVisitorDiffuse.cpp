@@ -40,7 +40,9 @@ void ZReltnVisitorDiffuse::Walk(const Entry& first) {
     const Entry entry = entries_.Top();
     entries_.Pop();
     IZDMObject* object = entry.record->Object;
-    if (object == nullptr) continue;
+    if (object == nullptr || object->JudgeStatus(status_)) continue;
     entries_.Gather([&] { object->VisitReferences(entry.root, this); });
+    // An embedded object does so itself only if its extension offers the owner.
+    object->SetStatus(status_);
   }
 }

@@ -1,6 +1,7 @@
 target_sources(ole_tests PRIVATE
   CompoundBuilder.cpp
   CompoundFileCheck_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/support/TempFile.cpp
   StorageSupport.cpp
   Storage_test.cpp
   Stream_test.cpp)
@@ -11,6 +12,7 @@ if(NOT WIN32)
     CompoundBuilder.cpp
     FailingAllocator.cpp
     StorageMemory_test.cpp
+    ${PROJECT_SOURCE_DIR}/tests/support/TempFile.cpp
     StorageSupport.cpp)
 endif()
 

@@ -2,37 +2,13 @@
 
 #include "platform/ole/StorageFile.h"
 #include "platform/system/Text.h"
+#include "tests/support/TempFile.h"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace zdm::test {
 
 namespace {
-
-/// A folder that goes away with the program.
-class Folder {
- public:
-  Folder() {
-    const auto base = std::filesystem::temp_directory_path();
-    for (unsigned i = 0; path_.empty(); ++i) {
-      const auto candidate = base / ("zdm-ole-tests-" + std::to_string(i));
-      if (std::filesystem::create_directory(candidate)) path_ = candidate;
-    }
-  }
-  ~Folder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
-  const std::filesystem::path& Path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
 
 std::filesystem::path Native(const Name& path) { return std::filesystem::path(path); }
 
@@ -46,9 +22,7 @@ void ExpectRefused(HRESULT result, HRESULT expected) {
 }
 
 Name FreshPath(const char* name) {
-  static const Folder folder;
-  const auto path = folder.Path() / std::filesystem::path(FromUtf8(name));
-  std::filesystem::remove(path);
+  const auto path = TempFile(name);
 #if defined(_WIN32)
   return path.wstring();
 #else
@@ -56,18 +30,8 @@ Name FreshPath(const char* name) {
 #endif
 }
 
-Bytes ReadFile(const Name& path) {
-  std::ifstream file(Native(path), std::ios::binary);
-  const std::vector<char> bytes(std::istreambuf_iterator<char>(file), {});
-  return {bytes.begin(), bytes.end()};
-}
-
-void WriteFile(const Name& path, const Bytes& bytes) {
-  std::ofstream file(Native(path), std::ios::binary);
-  file.write(reinterpret_cast<const char*>(bytes.data()),
-             static_cast<std::streamsize>(bytes.size()));
-}
-
+Bytes ReadFile(const Name& path) { return FileBytes(Native(path)); }
+void WriteFile(const Name& path, const Bytes& bytes) { WriteFileBytes(Native(path), bytes); }
 bool FileExists(const Name& path) { return std::filesystem::exists(Native(path)); }
 
 LARGE_INTEGER Move(LONGLONG offset) {

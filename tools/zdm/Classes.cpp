@@ -1,13 +1,11 @@
-#include "tools/zdm/Commands.h"
-
 #include "platform/core/ZCore.h"
 #include "platform/system/Text.h"
+#include "tools/zdm/Commands.h"
+#include "tools/zdm/Describe.h"
 #include "zdm/framework/ZRefPtr.h"
 #include "zdm/module/ClassTable.h"
 
-#include <nlohmann/json.hpp>
-
-#include <cstdio>
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,20 +14,15 @@ namespace zdm::tool {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-std::string TextOf(const GUID& guid) {
-  OLECHAR text[39];
-  StringFromGUID2(guid, text, 39);
-  return ToUtf8(text);
-}
-
-void Print(const std::string& line) { std::printf("%s\n", line.c_str()); }
-
 std::string Joined(const std::vector<std::string>& words) {
   std::string line;
   for (const std::string& word : words) line += (line.empty() ? "" : ", ") + word;
   return line;
+}
+
+std::string Padded(std::string text, std::size_t width) {
+  text.resize(std::max(width, text.size()), ' ');
+  return text;
 }
 
 void ListClasses(const Context& context) {
@@ -41,11 +34,11 @@ void ListClasses(const Context& context) {
       rows.push_back({{"name", row.name}, {"clsid", classId}, {"interfaces", interfaces}});
     } else {
       const std::string classId = row.creatable ? TextOf(row.classId) : "(not created by id)";
-      std::printf("%-27s %-38s  %s%s\n", row.name, classId.c_str(), Joined(interfaces).c_str(),
-                  row.built ? "" : "  (not in this build)");
+      PrintLine(Padded(row.name, 27) + ' ' + Padded(classId, 38) + "  " + Joined(interfaces) +
+                (row.built ? "" : "  (not in this build)"));
     }
   }
-  if (context.json) Print(rows.dump(2));
+  if (context.json) PrintJson(rows);
 }
 
 std::vector<std::string> InterfacesOf(CZObject& object) {
@@ -56,17 +49,14 @@ std::vector<std::string> InterfacesOf(CZObject& object) {
   return names;
 }
 
-int Create(const Context& context, const std::string& classIdText) {
+void Create(const Context& context, const std::string& classIdText) {
   GUID classId = {};
-  const WideString wide = FromUtf8(classIdText);
-  if (FAILED(CLSIDFromString(wide.c_str(), &classId))) {
-    std::fprintf(stderr, "zdm: not a class identifier: %s\n", classIdText.c_str());
-    return kUsage;
+  if (FAILED(CLSIDFromString(FromUtf8(classIdText).c_str(), &classId))) {
+    throw Failure(kUsage, "not a class identifier: " + classIdText);
   }
   CZObject* created = ZCore::GetZFactory()->Create(classId);
   if (created == nullptr) {
-    std::fprintf(stderr, "zdm: no class is registered under %s\n", TextOf(classId).c_str());
-    return kFailed;
+    throw Failure(kFailed, "no class is registered under " + TextOf(classId));
   }
   ZRefPtr<IZObject> object;
   object.Query(created);
@@ -74,35 +64,35 @@ int Create(const Context& context, const std::string& classIdText) {
   const CZRClass& description = *object->getZRClass();
   const std::vector<std::string> interfaces = InterfacesOf(*object);
   if (context.json) {
-    Print(Json{{"name", description.GetName()},
+    PrintJson({{"name", description.GetName()},
                {"clsid", TextOf(classId)},
                {"module", description.GetModuleName()},
                {"version", description.GetVersion()},
                {"references", object->GetReferenceCount()},
-               {"interfaces", interfaces}}
-              .dump(2));
+               {"interfaces", interfaces}});
   } else {
-    std::printf("created a %s of module %s, %u reference\n", description.GetName(),
-                description.GetModuleName(), static_cast<unsigned>(object->GetReferenceCount()));
-    std::printf("answers to %s\n", Joined(interfaces).c_str());
+    PrintLine("created a " + std::string(description.GetName()) + " of module " +
+              description.GetModuleName() + ", " + std::to_string(object->GetReferenceCount()) +
+              " reference");
+    PrintLine("answers to " + Joined(interfaces));
   }
-  return kDone;
 }
 
 }  // namespace
 
 void AddClasses(CLI::App& app, Context& context) {
-  app.add_subcommand("classes", "List the classes of the library and the interfaces they answer to")
-      ->callback([&context] { ListClasses(context); });
+  Command command(app, "classes", "The classes of the library and the interfaces they answer to");
+  command.Footer("Example:\n  zdm classes --json");
+  command.Run([&context] { ListClasses(context); });
 }
 
 void AddCreate(CLI::App& app, Context& context) {
   auto classId = std::make_shared<std::string>();
-  CLI::App* command = app.add_subcommand(
-      "create", "Create an object by class identifier and say which interfaces it answers to");
-  command->add_option("CLASS-ID", *classId, "such as {65808542-5A64-45F2-B71A-A6A6D03CD2D5}")
-      ->required();
-  command->callback([&context, classId] { context.exitCode = Create(context, *classId); });
+  Command command(app, "create",
+                  "Create an object by class identifier and say which interfaces it answers to");
+  command.Argument("CLASS-ID", *classId, "The identifier, in braces");
+  command.Footer("Example:\n  zdm create {65808542-5A64-45F2-B71A-A6A6D03CD2D5}");
+  command.Run([&context, classId] { Create(context, *classId); });
 }
 
 }  // namespace zdm::tool

@@ -1,0 +1,185 @@
+#include "tools/zdm/Describe.h"
+
+#include "document/CZDMAbsentObject.h"
+#include "document/CZDocument.h"
+#include "document/Crc32c.h"
+#include "document/DocumentError.h"
+#include "platform/core/CZStream.h"
+#include "platform/ole/Bstr.h"
+#include "platform/ole/BytesStream.h"
+#include "platform/system/Text.h"
+#include "tools/zdm/ExtendedData.h"
+#include "zdm/identity/OID.h"
+#include "zdm/relations/IZReltnColl.h"
+#include "zdm/relations/IZSingleReltn.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace zdm::tool {
+
+namespace {
+
+std::string Hex(ULONGLONG value, int digits) {
+  char text[24];
+  std::snprintf(text, sizeof(text), "0x%0*llX", digits, static_cast<unsigned long long>(value));
+  return text;
+}
+
+Json Relations(IZDMObject& object) {
+  Json rows = Json::array();
+  IZReltnColl* relations = object.GetReltnColl();
+  if (relations == nullptr) return rows;
+  const std::vector<Reference> references = ReferencesOf(&object);
+  for (LONGLONG pos = relations->GetHeadPosition(); pos != 0;) {
+    IZRelation* relation = relations->GetNext(pos);
+    if (relation == nullptr) continue;
+    Json targets = Json::array();
+    for (const Reference& reference : references) {
+      if (reference.relation == relation) targets.push_back(reference.to->ID);
+    }
+    rows.push_back({{"class", relation->getZRClass()->GetName()},
+                    {"status", Hex(static_cast<ULONG>(relation->GetReltnStatus()), 8)},
+                    {"tag", relation->GetReltnTag()},
+                    {"targets", std::move(targets)}});
+  }
+  return rows;
+}
+
+/// As it would be saved now.
+Json Record(CZDocument& document, IZDMObject& object) {
+  BytesStream bytes;
+  const auto stream = MakeObject<IZStream, CZStream>();
+  Check(stream->AttachStream(&bytes), "record");
+  if (FrameKindOf(&object) == FrameKind::kNone) {
+    object.Save(stream, &document);
+  } else {
+    SaveFrame(document, &object, stream);
+  }
+  stream->GetIStream();  // flushed
+  return {{"bytes", bytes.bytes.size()}, {"checksum", Hex(Crc32c(bytes.bytes), 8)}};
+}
+
+bool IsScalar(const Json& value) { return value.is_primitive(); }
+
+/// Free text is quoted, so that it cannot pass for anything else.
+std::string Word(const std::string& key, const Json& value) {
+  if (value.is_null()) return "-";
+  if (!value.is_string()) return value.dump();
+  const auto text = value.get<std::string>();
+  return key == "name" || key == "value" ? Quoted(text) : Escaped(text);
+}
+
+std::string Words(const std::string& key, const Json& values) {
+  std::string text;
+  for (const Json& value : values) text += (text.empty() ? "" : ",") + Word(key, value);
+  return text.empty() ? "-" : text;
+}
+
+void AppendLines(const std::string& path, const Json& value, std::vector<std::string>* out) {
+  if (value.is_array()) {
+    for (const Json& element : value) AppendLines(path, element, out);
+    return;
+  }
+  if (!value.is_object()) {
+    out->push_back(path + ' ' + Word(path, value));
+    return;
+  }
+  const std::size_t line = out->size();
+  out->push_back(path);
+  for (const auto& [key, member] : value.items()) {
+    if (member.is_array() && !std::ranges::all_of(member, IsScalar)) {
+      AppendLines(path + '.' + key, member, out);
+    } else {
+      (*out)[line] +=
+          ' ' + key + '=' + (member.is_array() ? Words(key, member) : Word(key, member));
+    }
+  }
+}
+
+}  // namespace
+
+std::string TextOf(const GUID& guid) {
+  OLECHAR text[39];
+  StringFromGUID2(guid, text, 39);
+  return ToUtf8(text);
+}
+
+Json NameOf(IZDMObject& object) {
+  Bstr name;
+  object.GetName(name.Out());
+  return name.IsNull() ? Json(nullptr) : Json(ToUtf8(name.View()));
+}
+
+std::string ClassOf(IZDMObject& object) {
+  const auto* absent = dynamic_cast<CZDMAbsentObject*>(&object);
+  if (absent != nullptr) return "absent class " + TextOf(absent->GetAbsentClassID());
+  return object.getZRClass()->GetName();
+}
+
+const char* TextOf(ReferenceVia via) {
+  switch (via) {
+    case ReferenceVia::kRelation:
+      return "relation";
+    case ReferenceVia::kParameter:
+      return "parameter";
+    case ReferenceVia::kPath:
+      return "path";
+    case ReferenceVia::kCurrent:
+      break;
+  }
+  return "current";
+}
+
+Json Brief(const OID& oid) {
+  Json brief = {{"id", oid.ID}, {"name", nullptr}, {"class", nullptr}};
+  if (oid.Object == nullptr) return brief;
+  brief["name"] = NameOf(*oid.Object);
+  brief["class"] = ClassOf(*oid.Object);
+  return brief;
+}
+
+std::string BriefLine(const OID& oid) {
+  std::string line = Painted(Colour::kCyan, std::to_string(oid.ID));
+  if (oid.Object == nullptr) return line + " (no object)";
+  const Json name = NameOf(*oid.Object);
+  if (!name.is_null()) line += ' ' + Quoted(name.get<std::string>());
+  line += ' ' + Painted(Colour::kDim, ClassOf(*oid.Object));
+  return oid.JudgeStatus(ZOS_VALID) ? line : line + " (not valid)";
+}
+
+Json Fields(CZDocument& document, IZDMObject& object) {
+  const OID& oid = *object.GetOID();
+  Json fields = {{"id", oid.ID}, {"class", object.getZRClass()->GetName()}};
+  if (const auto* absent = dynamic_cast<CZDMAbsentObject*>(&object)) {
+    fields["absentClass"] = TextOf(absent->GetAbsentClassID());
+    fields["opaque"] = absent->IsOpaque();
+  }
+  fields["owner"] = static_cast<LONG>(object.GetOwnerID());
+  fields["type"] = object.GetTypeByte();
+  fields["options"] = Hex(static_cast<ULONGLONG>(oid.OptionAllowed), 16);
+  fields["status"] = Hex(oid.Status.to_ullong(), 16);
+  fields["word1"] = oid.AuxWord1;
+  fields["word2"] = oid.AuxWord2;
+  fields["name"] = NameOf(object);
+  fields["relations"] = Relations(object);
+  fields["data"] = ExtendedData(object);
+  if (auto* manager = ViewAs<IZDMObjMgr>(&object)) {
+    const IZDMObject* current = manager->GetCurrent();
+    fields["current"] = current != nullptr ? Json(manager->GetCurrent()->GetOID()->ID) : Json();
+    Json& holds = fields["holds"] = Json::array();
+    for (LONGLONG pos = manager->GetHeadPosition(); pos != 0;) {
+      if (IZDMObject* held = manager->GetNext(pos)) holds.push_back(held->GetOID()->ID);
+    }
+  }
+  fields["record"] = Record(document, object);
+  return fields;
+}
+
+std::vector<std::string> Lines(const Json& fields) {
+  std::vector<std::string> lines;
+  for (const auto& [key, value] : fields.items()) AppendLines(key, value, &lines);
+  return lines;
+}
+
+}  // namespace zdm::tool

@@ -1,0 +1,42 @@
+#include "tools/zdm/OpenDocument.h"
+
+#include "tools/zdm/ExitCodes.h"
+#include "tools/zdm/Progress.h"
+
+namespace zdm::tool {
+
+namespace {
+
+constexpr std::size_t kManyRecords = 100'000;  // saving them takes a while
+
+}  // namespace
+
+std::filesystem::path PathOf(const std::string& name) {
+  return std::filesystem::path(std::u8string(name.begin(), name.end()));
+}
+
+Document Open(const std::string& file) {
+  const auto bar = Attached(new ProgressBar("reading"));
+  return Document::Open(PathOf(file), bar);
+}
+
+void Save(Document& document) {
+  const auto bar = Attached(new ProgressBar("saving"));
+  if (document->GetOIDManager()->GetOIDs().size() > kManyRecords) bar->Show();
+  document.Save();
+}
+
+IZDMObject* Require(const Document& document, LONG id) {
+  IZDMObject* object = document.Find(id);
+  if (object == nullptr) throw Failure(kNoObject, "no object " + std::to_string(id));
+  return object;
+}
+
+void RequireNoFile(const std::string& file) {
+  std::error_code failed;
+  if (std::filesystem::exists(std::filesystem::symlink_status(PathOf(file), failed))) {
+    throw Failure(kRefused, file + ": is there already");
+  }
+}
+
+}  // namespace zdm::tool
