@@ -62,6 +62,7 @@ void CZDocument::MakeDefaults() {
     oids_.AssignItemID(each, true, true);
   }
   defaultDispAttrib_ = zdm::MakeObject<IZDispAttrib, CZDispAttrib>();
+  isModified_ = true;
 }
 
 IZDMObjMgr* CZDocument::GetMaterialMgr() {
