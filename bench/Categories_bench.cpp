@@ -77,13 +77,11 @@ void BM_ZCategoryReltnMap_Rebuild(benchmark::State& state) {
   const Categories categories(static_cast<LONG>(state.range(0)));
   for (auto _ : state) categories.manager->GetReltnMap().RebuildCategoryMap();
   state.SetItemsProcessed(state.iterations() * state.range(0));
-  state.SetComplexityN(state.range(0));
 }
 BENCHMARK(BM_ZCategoryReltnMap_Rebuild)
     ->RangeMultiplier(10)
     ->Range(1000, 100000)
-    ->Unit(benchmark::kMillisecond)
-    ->Complexity();
+    ->Unit(benchmark::kMillisecond);
 
 void BM_ZCategoryReltnMap_Rebuild_Plain(benchmark::State& state) {
   const Categories categories(static_cast<LONG>(state.range(0)));

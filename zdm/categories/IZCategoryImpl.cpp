@@ -71,6 +71,53 @@ void LoadPart(ZRefPtr<T>& part, Make make, IZStream* stream, IZDatabase* databas
 
 }  // namespace
 
+// The plain operations. They stand here since calls through a second base reach them by thunks,
+// which the library does not export for inline members.
+
+IZObject* IZCategoryImpl::Clone() { return IZDMObjectImpl::Clone(); }
+void IZCategoryImpl::SetCategoryReltn(IZObject* relation) { categoryReltn_ = relation; }
+IZCategoryReltn* IZCategoryImpl::GetCategoryReltn() { return categoryReltn_; }
+void IZCategoryImpl::GetName(BSTR* name) { name_.CopyTo(name); }
+void IZCategoryImpl::SetName(const OLECHAR* name) { this->SetCategoryName(name); }
+ULONG IZCategoryImpl::GetNumber() { return number_; }
+bool IZCategoryImpl::IsFlag8000() { return JudgeFlag(0x8000); }
+void IZCategoryImpl::SetFlag8000(bool set) { SetFlag(0x8000, set); }
+bool IZCategoryImpl::IsFlag4000() { return JudgeFlag(0x4000); }
+void IZCategoryImpl::SetFlag4000() { SetFlag(0x4000, true); }
+bool IZCategoryImpl::IsFlag2000() { return JudgeFlag(0x2000); }
+void IZCategoryImpl::SetFlag2000(bool set) { SetFlag(0x2000, set); }
+bool IZCategoryImpl::IsFlag1000() { return JudgeFlag(0x1000); }
+void IZCategoryImpl::SetFlag1000(bool set) { SetFlag(0x1000, set); }
+LONG IZCategoryImpl::CategoryReserved138() { return -1; }
+void IZCategoryImpl::CategoryReserved139() {}
+bool IZCategoryImpl::IsFlag0800() { return JudgeFlag(0x0800); }
+void IZCategoryImpl::SetFlag0800(bool set) { SetFlag(0x0800, set); }
+IZDispAttrib* IZCategoryImpl::GetProjectionDispAttrib() { return projectionAttrib_; }
+ZGiHatchData* IZCategoryImpl::GetHatchA() { return &hatchA_; }
+IZDispAttrib* IZCategoryImpl::GetSectionDispAttrib() { return sectionAttrib_; }
+ZGiHatchData* IZCategoryImpl::GetHatchB() { return &hatchB_; }
+void IZCategoryImpl::SetCategoryName(const OLECHAR* name) { name_ = zdm::Bstr(name); }
+bool IZCategoryImpl::IsCategoryVisible() { return JudgeFlag(0x0400); }
+void IZCategoryImpl::SetCategoryVisible(bool visible) { SetFlag(0x0400, visible); }
+void IZCategoryImpl::SetNumber(ULONG number) { number_ = number; }
+LONG IZCategoryImpl::GetMemberCount() { return members_ != nullptr ? members_->GetCount() : 0; }
+IZReltnColl* IZCategoryImpl::GetMemberColl() { return members_; }
+void IZCategoryImpl::SetMemberColl(IZObject* relations) { members_ = relations; }
+void IZCategoryImpl::SetFlags(USHORT flags) { flags_ = flags; }
+USHORT IZCategoryImpl::GetFlags() { return flags_; }
+void IZCategoryImpl::SetFlag0100(bool set) { SetFlag(0x0100, set); }
+bool IZCategoryImpl::IsFlag0100() { return JudgeFlag(0x0100); }
+void IZCategoryImpl::SetFlag0200(bool set) { SetFlag(0x0200, set); }
+bool IZCategoryImpl::IsFlag0200() { return JudgeFlag(0x0200); }
+void IZCategoryImpl::SetLevel(BYTE level) { level_ = level; }
+BYTE IZCategoryImpl::GetLevel() { return level_; }
+void IZCategoryImpl::SetFlag0080(bool set) { SetFlag(0x0080, set); }
+bool IZCategoryImpl::IsFlag0080() { return JudgeFlag(0x0080); }
+GUID* IZCategoryImpl::GetKey() { return &key_; }
+void IZCategoryImpl::SetKey(const GUID* key) {
+  if (key != nullptr) key_ = *key;
+}
+
 // IZCategorizing.
 
 IZDispAttrib* IZCategoryImpl::GetCategorizedDispAttrib(bool projection) {

@@ -23,19 +23,19 @@ class ZDM_API IZCategoryImpl : public IZObjectImpl<IZCategorizing>,
   using IZDMObjectImpl::JudgeSame;
   using IZDMObjectImpl::Release;
 
-  IZObject* Clone() override { return IZDMObjectImpl::Clone(); }
+  IZObject* Clone() override;
 
   // IZCategorizing.
-  void SetCategoryReltn(IZObject* relation) override { categoryReltn_ = relation; }
-  IZCategoryReltn* GetCategoryReltn() override { return categoryReltn_; }
+  void SetCategoryReltn(IZObject* relation) override;
+  IZCategoryReltn* GetCategoryReltn() override;
   IZDispAttrib* GetCategorizedDispAttrib(bool projection) override;
   ZGiHatchData* GetCategorizedHatch(bool second) override;
   bool IsCategorizedVisible() override;
 
   // IZDisplay.
   /// A copy of the name; null without one.
-  void GetName(BSTR* name) override { name_.CopyTo(name); }
-  void SetName(const OLECHAR* name) override { this->SetCategoryName(name); }
+  void GetName(BSTR* name) override;
+  void SetName(const OLECHAR* name) override;
 
   // IZDMObject.
   /// All but level and category relation; members as clones of their relations. Of an object that
@@ -46,66 +46,64 @@ class ZDM_API IZCategoryImpl : public IZObjectImpl<IZCategorizing>,
   /// After what any object offers: display attributes, material, reference and parent as relations,
   /// then the members.
   bool VisitReferences(IZDMObject* root, IZReltnVisitor* visitor) override;
-  ULONG GetNumber() override { return number_; }
+  ULONG GetNumber() override;
   void LoadOwnData(IZStream* stream, IZDatabase* database) override;
   void SaveOwnData(IZStream* stream, IZDatabase* database) override;
 
   // IZCategory.
-  bool IsFlag8000() override { return JudgeFlag(0x8000); }
-  void SetFlag8000(bool set) override { SetFlag(0x8000, set); }
-  bool IsFlag4000() override { return JudgeFlag(0x4000); }
-  void SetFlag4000() override { SetFlag(0x4000, true); }
-  bool IsFlag2000() override { return JudgeFlag(0x2000); }
-  void SetFlag2000(bool set) override { SetFlag(0x2000, set); }
-  bool IsFlag1000() override { return JudgeFlag(0x1000); }
-  void SetFlag1000(bool set) override { SetFlag(0x1000, set); }
-  LONG CategoryReserved138() override { return -1; }
-  void CategoryReserved139() override {}
-  bool IsFlag0800() override { return JudgeFlag(0x0800); }
-  void SetFlag0800(bool set) override { SetFlag(0x0800, set); }
-  IZDispAttrib* GetProjectionDispAttrib() override { return projectionAttrib_; }
+  bool IsFlag8000() override;
+  void SetFlag8000(bool set) override;
+  bool IsFlag4000() override;
+  void SetFlag4000() override;
+  bool IsFlag2000() override;
+  void SetFlag2000(bool set) override;
+  bool IsFlag1000() override;
+  void SetFlag1000(bool set) override;
+  LONG CategoryReserved138() override;
+  void CategoryReserved139() override;
+  bool IsFlag0800() override;
+  void SetFlag0800(bool set) override;
+  IZDispAttrib* GetProjectionDispAttrib() override;
   void SetProjectionDispAttrib(IZDispAttrib* source) override;
-  ZGiHatchData* GetHatchA() override { return &hatchA_; }
+  ZGiHatchData* GetHatchA() override;
   void SetHatchA(const ZGiHatchData* source) override;
-  IZDispAttrib* GetSectionDispAttrib() override { return sectionAttrib_; }
+  IZDispAttrib* GetSectionDispAttrib() override;
   void SetSectionDispAttrib(IZDispAttrib* source) override;
-  ZGiHatchData* GetHatchB() override { return &hatchB_; }
+  ZGiHatchData* GetHatchB() override;
   void SetHatchB(const ZGiHatchData* source) override;
-  void SetCategoryName(const OLECHAR* name) override { name_ = zdm::Bstr(name); }
+  void SetCategoryName(const OLECHAR* name) override;
   IZCategory* GetParentCategory() override;
   void SetParentCategory(IZObject* parent) override;
-  bool IsCategoryVisible() override { return JudgeFlag(0x0400); }
-  void SetCategoryVisible(bool visible) override { SetFlag(0x0400, visible); }
-  void SetNumber(ULONG number) override { number_ = number; }
+  bool IsCategoryVisible() override;
+  void SetCategoryVisible(bool visible) override;
+  void SetNumber(ULONG number) override;
   /// Appends a relation to `object`, also a second one, and makes this category its parent. Null
   /// changes nothing.
   void AddMember(IZDMObject* object) override;
   IZDMObjColl* GetMembers() override;
-  LONG GetMemberCount() override { return members_ != nullptr ? members_->GetCount() : 0; }
-  IZReltnColl* GetMemberColl() override { return members_; }
-  void SetMemberColl(IZObject* relations) override { members_ = relations; }
+  LONG GetMemberCount() override;
+  IZReltnColl* GetMemberColl() override;
+  void SetMemberColl(IZObject* relations) override;
   /// The relation holds those of the members in their order, and so on down. Left out are members
   /// that are no category, those from which the tree comes, and those below a depth of 256. Throws
   /// CAtlException(E_FAIL), with nothing made, for a tree of more than 10^6 relations.
   IZCategoryReltn* CreateCategoryReltn() override;
-  void SetFlags(USHORT flags) override { flags_ = flags; }
-  USHORT GetFlags() override { return flags_; }
-  void SetFlag0100(bool set) override { SetFlag(0x0100, set); }
-  bool IsFlag0100() override { return JudgeFlag(0x0100); }
-  void SetFlag0200(bool set) override { SetFlag(0x0200, set); }
-  bool IsFlag0200() override { return JudgeFlag(0x0200); }
-  void SetLevel(BYTE level) override { level_ = level; }
-  BYTE GetLevel() override { return level_; }
-  void SetFlag0080(bool set) override { SetFlag(0x0080, set); }
-  bool IsFlag0080() override { return JudgeFlag(0x0080); }
+  void SetFlags(USHORT flags) override;
+  USHORT GetFlags() override;
+  void SetFlag0100(bool set) override;
+  bool IsFlag0100() override;
+  void SetFlag0200(bool set) override;
+  bool IsFlag0200() override;
+  void SetLevel(BYTE level) override;
+  BYTE GetLevel() override;
+  void SetFlag0080(bool set) override;
+  bool IsFlag0080() override;
   IZGiMaterial* GetMaterial() override;
   void SetMaterial(IZObject* material) override;
   IZDMObject* GetReference() override;
   void SetReference(IZObject* object) override;
-  GUID* GetKey() override { return &key_; }
-  void SetKey(const GUID* key) override {
-    if (key != nullptr) key_ = *key;
-  }
+  GUID* GetKey() override;
+  void SetKey(const GUID* key) override;
 
  private:
   bool JudgeFlag(unsigned flag) const { return (flags_ & flag) != 0; }
