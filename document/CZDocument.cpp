@@ -1,9 +1,13 @@
 #include "document/CZDocument.h"
 
 #include "document/CZDMAbsentObject.h"
+#include "document/CZDMMaterial.h"
+#include "document/CZDMMaterialMgr.h"
+#include "document/CZDispAttrib.h"
 #include "document/DocumentError.h"
 #include "document/DocumentReader.h"
 #include "document/DocumentWriter.h"
+#include "zdm/categories/CZDMCategoryMgr.h"
 #include "zdm/identity/OID.h"
 #include "zdm/module/DllRegisterZModule.h"
 
@@ -45,6 +49,57 @@ void CZDocument::EmptyManagers() {
     if (manager != nullptr) managers.emplace_back(manager);
   }
   for (const auto& manager : managers) manager->RemoveAll();
+}
+
+void CZDocument::MakeDefaults() {
+  const auto manager = zdm::MakeObject<IZDMObjMgr, CZDMMaterialMgr>();
+  const auto material = zdm::MakeObject<IZDMObject, CZDMMaterial>();
+  material->SetName(zdm::kDefaultMaterialName);
+  manager->AttachTail(material);
+  const auto categories = zdm::MakeObject<IZDMObjMgr, CZDMCategoryMgr>();
+  for (IZDMObject* each : {manager.Get(), categories.Get()}) {
+    AttachTail(each);
+    oids_.AssignItemID(each, true, true);
+  }
+  defaultDispAttrib_ = zdm::MakeObject<IZDispAttrib, CZDispAttrib>();
+  isModified_ = true;
+}
+
+IZDMObjMgr* CZDocument::GetMaterialMgr() {
+  const auto managerOf = [this](const OID* oid) -> IZDMObjMgr* {
+    IZDMObject* object = oid != nullptr ? oid->Object : nullptr;
+    const bool isOne = object != nullptr && object->GetOwnerOID() == oid_ &&
+                       object->IsObjectValid() && object->GetZRID() == CZDMMaterialMgr::kClassID;
+    return isOne ? zdm::ViewAs<IZDMObjMgr>(object) : nullptr;
+  };
+  if (IZDMObjMgr* manager = managerOf(materialMgr_)) return manager;
+  materialMgr_ = nullptr;
+  for (LONGLONG pos = GetValidHeadPosition(); pos != 0;) {
+    OID* oid = GetValidNext(pos)->GetOID();
+    if (managerOf(oid) == nullptr) continue;
+    materialMgr_ = oid;
+    break;
+  }
+  return managerOf(materialMgr_);
+}
+
+// Own data.
+//   size      field
+//   variable  name and current object (IZDMObjMgrImpl)
+//   variable  default display attribute; nothing stands here without one
+void CZDocument::SaveOwnData(IZStream* stream, IZDatabase* database) {
+  IZDMObjMgrImpl::SaveOwnData(stream, database);
+  if (defaultDispAttrib_ != nullptr) defaultDispAttrib_->Save(stream, database);
+}
+
+void CZDocument::LoadOwnData(IZStream* stream, IZDatabase* database) {
+  IZDMObjMgrImpl::LoadOwnData(stream, database);
+  ZRefPtr<IZDispAttrib> attribute;
+  if (stream->GetBytesLeft() != 0) {
+    attribute = zdm::MakeObject<IZDispAttrib, CZDispAttrib>();
+    attribute->Load(stream, database);
+  }
+  defaultDispAttrib_ = attribute;
 }
 
 ZRefPtr<CZDocument> CZDocument::Open(const std::filesystem::path& path, IZProgressMeter* meter) {

@@ -7,6 +7,7 @@
 #include "document/ClassTable.h"
 #include "zdm/host/IZDMModel.h"
 #include "zdm/host/IZDatabase.h"
+#include "zdm/host/IZDispAttrib.h"
 #include "zdm/host/IZMergeStrategy.h"
 #include "zdm/host/IZOptPath.h"
 #include "zdm/host/IZPersistStrategy.h"
@@ -37,6 +38,11 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   /// Empty, with nothing in its tables and no file.
   CZDocument();
   ~CZDocument() override;
+
+  /// Gives a new document what displaying its objects takes: the manager of materials with the
+  /// default material, the manager of categories, all under hard IDs, and the default display
+  /// attribute.
+  void MakeDefaults();
 
   // File. What fails throws zdm::DocumentError.
 
@@ -78,11 +84,16 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   IZOptPath* GetOptPath() override { return optPath_; }
 
   // IZDMModel.
-  IZDMObjMgr* GetMaterialMgr() override { return nullptr; }
-  IZDispAttrib* GetDefaultDispAttrib() override { return nullptr; }
+  /// The first CZDMMaterialMgr among the document's objects.
+  IZDMObjMgr* GetMaterialMgr() override;
+  /// Kept with the document; null until MakeDefaults.
+  IZDispAttrib* GetDefaultDispAttrib() override { return defaultDispAttrib_; }
 
   /// The document itself: same content does not make two documents one.
   bool JudgeSame(IZDMObject* other) override;
+
+  void LoadOwnData(IZStream* stream, IZDatabase* database) override;
+  void SaveOwnData(IZStream* stream, IZDatabase* database) override;
 
   // For readers of files.
 
@@ -112,6 +123,8 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   BYTE mergeOption_ = 0;
   std::unordered_map<LONG, OID*> lost_;  // records made since BeginLoading; held until EndLoading
   std::vector<ZRefPtr<IZDMObject>> strays_;
+  OID* materialMgr_ = nullptr;  // the manager of materials found last
+  ZRefPtr<IZDispAttrib> defaultDispAttrib_;
   ZRefPtr<IZPersistStrategy> persistStrategy_;
   ZRefPtr<IZMergeStrategy> mergeStrategy_;
   ZRefPtr<IZOptPath> optPath_;

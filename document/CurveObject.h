@@ -8,6 +8,7 @@
 // Stream form: above SaveOwnData.
 #pragma once
 
+#include "document/AttachedDispAttrib.h"
 #include "document/Counterpart.h"
 #include "platform/core/IZStream.h"
 #include "platform/geometry/IGeCurve.h"
@@ -45,6 +46,11 @@ class CurveObject : public IZDMObjectImpl<IZDMObject>,
   void Transform(const GeMatrix& matrix) override { this->TransformBy(matrix); }
   ULONG GetDisplayValue() override { return displayValue_; }
   void SetDisplayValue(ULONG value) override { displayValue_ = value; }
+  /// The one among the relations.
+  IZDispAttrib* GetDispAttrib() override { return zdm::GetAttachedDispAttrib(*this); }
+  void AttachDispAttrib(IZDispAttrib* attribute) override {
+    zdm::AttachDispAttrib(*this, attribute);
+  }
 
   // IZDMObject.
   /// The curve too, of any object that shows one of this kind.

@@ -24,6 +24,7 @@ void Draw(const char* file) {
 
 void Look(const char* file) {
   auto document = zdm::Document::Open(file);
+  auto* ground = zdm::ViewAs<IZDMObjMgr>(document.Find(1));
   IZDMObject* wall = document.Find(2);
   for (const zdm::Reference& reference : document.ReferencesTo(wall)) {
     double width = 0;
@@ -35,8 +36,7 @@ void Look(const char* file) {
   std::printf("deleting the wall: %zu in the way\n", refused.obstacles.size());
   document.Delete({wall, document.Find(3)});
   document.Save();
-  std::printf("both deleted, %d left\n",
-              static_cast<int>(document->GetOIDManager()->GetValidOIDCount()));
+  std::printf("both deleted, %d left\n", static_cast<int>(ground->GetCount()));
 }
 
 }  // namespace

@@ -94,6 +94,9 @@ TEST(HatchDataStream, ReadsANullPatternAsEmpty) {
   hatch.Load(&stream);
   EXPECT_FALSE(hatch.Pattern.IsNull());
   EXPECT_TRUE(hatch.Pattern.IsEmpty());
+  ByteStream again;
+  hatch.Save(&again);
+  EXPECT_EQ(again.GetBytes(), stream.GetBytes()) << "unchanged, it keeps its bytes";
 }
 
 TEST(HatchDataStream, ThrowsWhenNumbersAreMissing) {

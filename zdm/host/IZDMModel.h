@@ -7,9 +7,14 @@
 struct IZDMObjMgr;
 struct IZDispAttrib;
 
+namespace zdm {
+/// The name of the default material: "缺省".
+inline constexpr const OLECHAR* kDefaultMaterialName = OLESTR("\u7F3A\u7701");
+}  // namespace zdm
+
 struct ZDM_INTERFACE IZDMModel : IZObject {
-  /// The manager of materials (borrowed), whose FindByName finds the default material under
-  /// the name "缺省". Null, or without that material: no category is made.
+  /// The manager of materials (borrowed), whose FindByName finds the default material
+  /// (zdm::kDefaultMaterialName). Null, or without that material: no category is made.
   virtual IZDMObjMgr* GetMaterialMgr() = 0;  // 3
   /// The display attribute whose values new categories copy (borrowed). Null: no category is made.
   virtual IZDispAttrib* GetDefaultDispAttrib() = 0;  // 4

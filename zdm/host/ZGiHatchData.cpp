@@ -28,13 +28,14 @@ bool ZGiHatchData::JudgeSame(const ZGiHatchData& other) const {
 //   variable  pattern (IZStream::WriteBSTR)
 //         24  the three numbers, 8 bytes each
 void ZGiHatchData::Save(IZStream* stream) const {
-  stream->WriteBSTR(Pattern.Get());
+  stream->WriteBSTR(StoredAsNull && Pattern.IsEmpty() ? nullptr : Pattern.Get());
   stream->Write(Values, sizeof(Values));
 }
 
 void ZGiHatchData::Load(IZStream* stream) {
   zdm::Bstr pattern;
   stream->ReadBSTR(pattern.Out());
-  Pattern = pattern.IsNull() ? zdm::Bstr(OLESTR("")) : std::move(pattern);
+  StoredAsNull = pattern.IsNull();
+  Pattern = StoredAsNull ? zdm::Bstr(OLESTR("")) : std::move(pattern);
   stream->Read(Values, sizeof(Values));
 }

@@ -10,6 +10,7 @@ struct IZStream;
 struct ZDM_API ZGiHatchData {
   zdm::Bstr Pattern;
   double Values[3] = {50.0, 0.0, 1.0};
+  bool StoredAsNull = false;  // see Load
 
   /// True when no number differs by more than 1e-5 (one that is not a number equals only another)
   /// and the patterns are equal as zdm::EqualIgnoringCase has it, a null one being empty. Throws
@@ -17,7 +18,8 @@ struct ZDM_API ZGiHatchData {
   bool JudgeSame(const ZGiHatchData& other) const;
 
   void Save(IZStream* stream) const;
-  /// A pattern stored as null becomes empty. Damage throws CAtlException(E_FAIL); what was read
+  /// A pattern stored as null becomes empty; as long as it stays so, it is stored as null again, so
+  /// that what is not changed keeps its bytes. Damage throws CAtlException(E_FAIL); what was read
   /// before it stays.
   void Load(IZStream* stream);
 };

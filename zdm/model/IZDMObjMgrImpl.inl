@@ -59,11 +59,7 @@ template <class T>
 void IZDMObjMgrImpl<T>::Register(IZObject* object, bool atHead) {
   const ZRefPtr<IZDMObject> added = object;
   if (added == nullptr || added->JudgeStatus(ZOS_ATTACHED)) return;
-  if (atHead) {
-    this->AttachHead(object);
-  } else {
-    this->AttachTail(object);
-  }
+  Attach(object, atHead);
   IZDatabase* database = this->GetDatabase();
   COIDManager* ids = database != nullptr ? database->GetOIDManager() : nullptr;
   if (ids == nullptr) return;

@@ -26,6 +26,8 @@ constexpr LONGLONG kNewObjectOptions = static_cast<LONGLONG>(0xF230FA2000000000)
 template <class T>
 class IZDMObjectImpl : public IZDisplayImpl<IZObjectImpl<T>>, public zdm::StoredParts {
  public:
+  using T::GetMaterial;  // forms of its own that an interface may add
+
   /// A record of its own with status bit 12 and the option mask of a new object; no owner.
   IZDMObjectImpl();
   IZDMObjectImpl(const IZDMObjectImpl&) = delete;

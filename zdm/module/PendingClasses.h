@@ -12,9 +12,6 @@ inline constexpr bool kPending = false;
 #define ZDM_PENDING(Class) \
   template <>              \
   inline constexpr bool kPending<Class> = true;
-ZDM_PENDING(CZCategoryReltn)
-ZDM_PENDING(CZDMCategory)
-ZDM_PENDING(CZDMCategoryMgr)
 ZDM_PENDING(CZPropertyCsCurve)
 ZDM_PENDING(CZPropertyText)
 ZDM_PENDING(CZPropertyXYZ)

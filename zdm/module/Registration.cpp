@@ -1,5 +1,8 @@
 // What happens when the library is loaded, in one place: interface names get their ids, then the
 // creatable classes are registered with the factory in the order of the class table.
+#include "zdm/categories/CZCategoryReltn.h"
+#include "zdm/categories/CZDMCategory.h"
+#include "zdm/categories/CZDMCategoryMgr.h"
 #include "zdm/extdata/CZExtDataCollection.h"
 #include "zdm/extdata/CZExtDataMgr.h"
 #include "zdm/extdata/CZExtDataObj.h"

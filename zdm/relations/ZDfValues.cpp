@@ -3,6 +3,7 @@
 #include "platform/core/IZStream.h"
 #include "platform/geometry/CMT.h"
 #include "zdm/framework/CreateAs.h"
+#include "zdm/host/HostClasses.h"
 #include "zdm/model/IZDMObject.h"
 #include "zdm/module/ClassTable.h"
 #include "zdm/relations/IZReltnColl.h"
@@ -41,9 +42,6 @@ bool ZDfValue::Accept(IZDMObject*, IZDMObject*, IZReltnVisitor*) { return false;
 
 namespace {
 
-// The host's plain single-target relation.
-constexpr GUID kPlainReltn = zdm::ParseGuid("69F8E456-23A8-4BF9-A765-5CCF27951F72");
-
 template <class V>
 void Register() {
   auto record = std::make_unique<ZDfValueRxClass>();
@@ -67,7 +65,7 @@ T ReadPlain(IZStream* stream) {
 }
 
 ZRefPtr<IZSingleReltn> NewReltn() {
-  auto reltn = zdm::CreateAs<IZSingleReltn>(kPlainReltn);
+  auto reltn = zdm::CreateAs<IZSingleReltn>(zdm::kPlainReltnClass);
   if (reltn != nullptr) reltn->SetReltnDiffusible(false);
   return reltn;
 }

@@ -1,0 +1,2 @@
+zdm_add_bench(Categories_bench Categories_bench.cpp)
+target_link_libraries(Categories_bench PRIVATE zdm_test_support)

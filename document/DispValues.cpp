@@ -1,0 +1,34 @@
+#include "document/DispValues.h"
+
+#include "platform/core/IZStream.h"
+
+#include <utility>
+
+namespace zdm {
+
+// Display values, little-endian.
+//   size      field
+//      4      colour, 0x00RRGGBB
+//   variable  name of the line type (IZStream::WriteBSTR)
+//      8      scale of the line type
+//      4      line weight, hundredths of a millimetre
+//      1      1 when visible, else 0
+void DispValues::Save(IZStream* stream) const {
+  stream->Write(&color, sizeof(color));
+  stream->WriteBSTR(lineType.Get());
+  stream->Write(&lineTypeScale, sizeof(lineTypeScale));
+  stream->Write(&lineWeight, sizeof(lineWeight));
+  stream->WriteFlag(isVisible);
+}
+
+void DispValues::Load(IZStream* stream) {
+  DispValues read;
+  stream->Read(&read.color, sizeof(read.color));
+  stream->ReadBSTR(read.lineType.Out());
+  stream->Read(&read.lineTypeScale, sizeof(read.lineTypeScale));
+  stream->Read(&read.lineWeight, sizeof(read.lineWeight));
+  read.isVisible = stream->ReadFlag();
+  *this = std::move(read);
+}
+
+}  // namespace zdm

@@ -1,0 +1,42 @@
+// Hostile bytes as the record of a map of category relations, which is then indexed. After a
+// rebuild every relation of the trees has a category, and a second rebuild changes nothing.
+#include "fuzz/CategoryFuzz.h"
+#include "zdm/categories/ZCategoryReltnMap.h"
+
+using namespace zdm::test;
+
+namespace {
+
+std::vector<BYTE> Saved(const ZCategoryReltnMap& map, TestDatabase& db) {
+  ByteStream stream;
+  map.Save(&stream, &db);
+  return stream.GetBytes();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  TestDatabase db;
+  const ZRefPtr<IZCategory> categories[] = {NewCategory(db, 1), NewCategory(db, 2)};
+  ZCategoryReltnMap map;
+  ByteStream stream(std::vector<BYTE>(data, data + size));
+  Succeeds([&] { map.Load(&stream, &db); });
+  map.RebuildCategoryMap();
+  const std::vector<BYTE> bytes = Saved(map, db);
+  map.RebuildCategoryMap();
+  Require(Saved(map, db) == bytes);
+  for (const auto& category : categories) {
+    auto* relation = zdm::ViewAs<IZCategoryReltn>(map.GetCategoryReltn(category.Get()));
+    Require(relation == nullptr || relation->GetCategory() == category);
+  }
+  map.RefreshCategoryDispAttribToSysCategorizing();
+  ZCategoryReltnMap copy;
+  copy.CopyFrom(map);
+  copy.RebuildCategoryMap();
+  for (const auto& category : categories) {
+    Require((copy.GetCategoryReltn(category.Get()) == nullptr) ==
+            (map.GetCategoryReltn(category.Get()) == nullptr));
+    zdm::ViewAs<IZCategorizing>(category)->SetCategoryReltn(nullptr);
+  }
+  return 0;
+}

@@ -1,0 +1,30 @@
+// Hostile bytes as the record of a category relation with all below it. What loads can be searched,
+// collected, copied and compared.
+#include "fuzz/CategoryFuzz.h"
+
+using namespace zdm::test;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  TestDatabase db;
+  const ZRefPtr<IZCategory> categories[] = {NewCategory(db, 1), NewCategory(db, 2)};
+  auto relation = ReltnTo(nullptr);
+  Succeeds([&] { LoadBytes(*relation, std::vector<BYTE>(data, data + size), &db); });
+  for (const LONG number : {1, 2, 3}) {
+    bool found = false;
+    relation->FindCategoryVisible(number, &found);
+    Require(found == (relation->FindCategoryReltn(number) != nullptr));
+  }
+  auto coll = NewReltns();
+  relation->CollectReltns(coll);
+  Require(coll->GetCount() >= 1);
+  const auto copy = zdm::CloneAs<IZCategoryReltn>(relation);
+  Require(copy != nullptr);
+  auto copied = NewReltns();
+  copy->CollectReltns(copied);
+  Require(copied->GetCount() == coll->GetCount());
+  OfferNotes visitor;
+  relation->Accept(nullptr, nullptr, &visitor);
+  relation->AssertValid(nullptr);
+  RequireStable(*relation, *ReltnTo(nullptr), db);
+  return 0;
+}

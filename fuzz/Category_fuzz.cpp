@@ -1,0 +1,36 @@
+// Hostile bytes as the record of three categories, which may name each other and themselves as
+// members and parents. Their relation trees end, and the map of them answers.
+#include "fuzz/CategoryFuzz.h"
+#include "zdm/categories/ZCategoryReltnMap.h"
+
+using namespace zdm::test;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::vector<BYTE> bytes(data, data + size);
+  TestDatabase db;
+  const ZRefPtr<IZCategory> categories[] = {NewCategory(db, 1), NewCategory(db, 2),
+                                            NewCategory(db, 3)};
+  ZCategoryReltnMap map;
+  for (const auto& category : categories) {
+    Succeeds([&] { LoadBytes(*category, bytes, &db); });
+  }
+  for (const auto& category : categories) {
+    Succeeds([&] { map.AddRelation(category); });
+  }
+  const LONG count = map.GetCategoryColl() != nullptr ? map.GetCategoryColl()->GetCount() : 0;
+  map.RebuildCategoryMap();
+  if (count != 0) Require(map.GetCategoryColl()->GetCount() == count);
+  map.GetCategoryVisible(static_cast<LONG>(categories[0]->GetNumber()));
+  map.RefreshCategoryDispAttribToSysCategorizing();
+  OfferNotes visitor;
+  categories[0]->VisitReferences(categories[0], &visitor);
+
+  auto again = zdm::MakeObject<IZCategory, CZDMCategory>();
+  again->SetID(categories[0]->GetID());
+  again->SetOwner(&db);
+  again->SetObjectValid(true);
+  RequireStable(*categories[0], *again, db);
+  for (const auto& category : categories)
+    zdm::ViewAs<IZCategorizing>(category)->SetCategoryReltn(nullptr);
+  return 0;
+}

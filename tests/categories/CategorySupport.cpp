@@ -1,0 +1,5 @@
+#include "tests/categories/CategorySupport.h"
+
+namespace zdm::test {
+ZDM_OBJECT_BODY(OfferNotes)
+}  // namespace zdm::test
