@@ -39,7 +39,7 @@ bool Same(double left, double right) {
 CZPropertyPoint::CZPropertyPoint() { record_.type = zdm::kPropertyPoint; }
 
 void CZPropertyPoint::ResetValue() {
-  isUniformX_ = isUniformY_ = isUniformZ_ = showsAll_ = true;
+  isUniformX_ = isUniformY_ = isUniformZ_ = true;
   IZPropertyImpl::ResetValue();
 }
 
@@ -64,12 +64,8 @@ bool CZPropertyPoint::MergeWith(IZProperty* other) {
 }
 
 bool CZPropertyPoint::GetPoint(XYZ* out) {
-  XYZ point;
-  const bool isPoint = ReadPoint(record_.value.Get(), &point);
-  out->x = showsAll_ || isUniformX_ ? point.x : 0.0;
-  out->y = showsAll_ || isUniformY_ ? point.y : 0.0;
-  out->z = showsAll_ || isUniformZ_ ? point.z : 0.0;
-  return isPoint;
+  *out = {};
+  return ReadPoint(record_.value.Get(), out);
 }
 
 void CZPropertyPoint::SetPoint(const XYZ& point) {

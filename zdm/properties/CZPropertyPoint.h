@@ -36,7 +36,6 @@ class ZDM_API CZPropertyPoint : public IZPropertyImpl<IZPropertyPoint> {
   bool isUniformX_ = true;
   bool isUniformY_ = true;
   bool isUniformZ_ = true;
-  bool showsAll_ = true;  // coordinates are handed out also where they are not uniform
   double first_ = 0.0;
   double second_ = 0.0;
   LONG number_ = -1;

@@ -6,7 +6,8 @@
 #include "zdm/properties/IZProperty.h"
 
 struct ZDM_INTERFACE IZPropertyPoint : IZProperty {
-  /// False, and the zero point, when the value is no array of three doubles.
+  /// All coordinates, uniform or not. False, and the zero point, when the value is no array of
+  /// three doubles.
   virtual bool GetPoint(XYZ* out) = 0;          // 62
   virtual void SetPoint(const XYZ& point) = 0;  // 63
   virtual void SetUniformX(bool flag) = 0;      // 64

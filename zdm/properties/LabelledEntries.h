@@ -24,8 +24,9 @@ class LabelledEntries {
     cursor_ = entries_.GetHeadPosition();
     Get(key, label);
   }
-  /// Moves the cursor on. False, and no entry, past the last one and until GetFirst is called.
+  /// Moves the cursor on. False and a null label past the last entry and until GetFirst is called.
   bool GetNext(Key* key, BSTR* label) {
+    *label = nullptr;
     if (cursor_ != nullptr) entries_.GetNext(cursor_);
     if (cursor_ == nullptr) return false;
     Get(key, label);

@@ -24,7 +24,7 @@ IZProperty* FindPropertyIn(IZPropertyGroupColl* groups, const GUID& guid) {
     LONGLONG next;
   };
   std::vector<Level> levels = {{groups, groups->GetHeadPosition()}};
-  std::unordered_set<IZPropertyGroupColl*> entered;  // once is enough: there was nothing, or is not
+  std::unordered_set<IZPropertyGroupColl*> entered;  // searched, or being searched: once is enough
   while (!levels.empty()) {
     Level& level = levels.back();
     if (level.next == 0) {
