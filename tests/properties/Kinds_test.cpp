@@ -249,7 +249,7 @@ TEST(PropertyArray, GivesItsPointsTheirCoordinates) {
   const auto copy = zdm::CloneAs<IZPropertyArray>(array);
   const auto members = Members(copy.Get());
   ASSERT_EQ(members.size(), 3u);
-  for (ULONG i = 0; i < 3; ++i) {
+  for (std::size_t i = 0; i < 3; ++i) {
     EXPECT_EQ(members[i]->GetExtra2(), i);
     EXPECT_EQ(NameOf(members[i]) + DisplayNameOf(members[i]), "vertexVertex");
     EXPECT_TRUE(members[i]->HasGUID(Key(1)));
