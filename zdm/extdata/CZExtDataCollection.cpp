@@ -6,27 +6,12 @@
 #include "zdm/extdata/CustomItemHeader.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/framework/LoadDepth.h"
+#include "zdm/framework/Raised.h"
 
 #include <new>
 #include <vector>
 
 ZDM_OBJECT_BODY(CZExtDataCollection)
-
-namespace {
-
-/// Sets a flag for as long as it lives.
-class Raised {
- public:
-  explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Raised() { flag_ = false; }
-  Raised(const Raised&) = delete;
-  Raised& operator=(const Raised&) = delete;
-
- private:
-  bool& flag_;
-};
-
-}  // namespace
 
 // Here, so that an item which looks at the collection as it goes finds it whole.
 CZExtDataCollection::~CZExtDataCollection() { List::RemoveAll(); }
@@ -63,7 +48,7 @@ void CZExtDataCollection::Save(IZStream* stream, IZDatabase* database) {
     stream->WriteCount(0);
     return;
   }
-  const Raised saving(saving_);
+  const zdm::Raised saving(saving_);
   const zdm::LoadDepth nested;            // as deep as it can be read
   std::vector<ZRefPtr<IZExtData>> items;  // as they are now: saving may run any code
   for (POSITION pos = List::GetHeadPosition(); pos != nullptr;) {

@@ -1,5 +1,6 @@
 // The list interface over a CZList: what every collection of the library derives from.
-// Coll is the collection interface, an IZList<..., Coll, Elem>. A collection of one's own:
+// Coll is the collection interface, an IZList<..., Coll, Elem>; Base implements what that one
+// derives from. A collection of one's own:
 //
 //   struct IMyColl : IZList<IZObject, IMyColl, IMy> {};  // operations of its own follow the 31
 //   ZDM_DECLARE_INTERFACE(IMyColl)
@@ -19,8 +20,8 @@
 #include "zdm/framework/IZListOperations.h"
 #include "zdm/framework/IZObjectImpl.h"
 
-template <class Coll, class Elem>
-class IZListImpl : public IZListOperations<IZObjectImpl<Coll>, Elem> {
+template <class Coll, class Elem, class Base = IZObjectImpl<Coll>>
+class IZListImpl : public IZListOperations<Base, Elem> {
  public:
   LONG AddHeadColl(Coll* coll) override;
   LONG AddTailColl(Coll* coll) override;

@@ -1,7 +1,7 @@
 #pragma once
 
-template <class Coll, class Elem>
-LONG IZListImpl<Coll, Elem>::AddHeadColl(Coll* coll) {
+template <class Coll, class Elem, class Base>
+LONG IZListImpl<Coll, Elem, Base>::AddHeadColl(Coll* coll) {
   if (coll == nullptr) return E_INVALIDARG;
   if (coll == this) return S_OK;
   List::AllOrNothing([&] {
@@ -10,8 +10,8 @@ LONG IZListImpl<Coll, Elem>::AddHeadColl(Coll* coll) {
   return S_OK;
 }
 
-template <class Coll, class Elem>
-LONG IZListImpl<Coll, Elem>::AddTailColl(Coll* coll) {
+template <class Coll, class Elem, class Base>
+LONG IZListImpl<Coll, Elem, Base>::AddTailColl(Coll* coll) {
   if (coll == nullptr) return E_INVALIDARG;
   if (coll == this) return S_OK;
   List::AllOrNothing([&] {

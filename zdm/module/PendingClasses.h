@@ -12,10 +12,6 @@ inline constexpr bool kPending = false;
 #define ZDM_PENDING(Class) \
   template <>              \
   inline constexpr bool kPending<Class> = true;
-ZDM_PENDING(CZPropertyCsCurve)
-ZDM_PENDING(CZPropertyText)
-ZDM_PENDING(CZPropertyXYZ)
-ZDM_PENDING(CZPropKeyArray)
 ZDM_PENDING(CZDefinition)
 ZDM_PENDING(CZDefinitionMgr)
 ZDM_PENDING(CZDMParameter)
@@ -23,17 +19,6 @@ ZDM_PENDING(CZDMParameterMgr)
 ZDM_PENDING(CZParameter)
 ZDM_PENDING(CZParameterArray)
 ZDM_PENDING(CZParameterColl)
-ZDM_PENDING(CZProperty)
-ZDM_PENDING(CZPropertyArray)
-ZDM_PENDING(CZPropertyColl)
-ZDM_PENDING(CZPropertyGroup)
-ZDM_PENDING(CZPropertyGroupColl)
-ZDM_PENDING(CZPropertyIndex)
-ZDM_PENDING(CZPropertyPair)
-ZDM_PENDING(CZPropertyPairs)
-ZDM_PENDING(CZPropertyPoint)
-ZDM_PENDING(CZPropertyScaleIndex)
-ZDM_PENDING(CZPropertyYesNo)
 ZDM_PENDING(ZReltnVisitorMapID)
 ZDM_PENDING(ZReltnVisitorMapIDForPaste)
 #undef ZDM_PENDING

@@ -1,0 +1,179 @@
+// The stored form of properties: exact bytes, what is kept, and damage.
+#include "platform/ole/Variant.h"
+#include "tests/properties/PropertySupport.h"
+#include "zdm/properties/IZPropertyColl.h"
+#include "zdm/properties/IZPropertyIndex.h"
+#include "zdm/properties/IZPropertyScaleIndex.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace zdm::test;
+
+// A property in which no field is like another, its value the number 2.
+const Bytes kRecord = {
+    4,    0,    0,    0,    'a',  0,    0,    0,                    // name
+    2,    0,    0,    0,    0,    0,                                // display name
+    0x11, 0x11, 0x11, 0x11, 0x22, 0x22, 0x33, 0x33,                 // GUID
+    0x44, 0x44, 0x55, 0x55, 0x55, 0x55, 0x55, 9,                    //
+    3,    0,    2,    0,    0,    0,                                // value
+    0x11, 1,    0,    0,    0x22, 1,    0,    0,    0x33, 1, 0, 0,  // extra 1, 2, 3
+    0x44, 1,                                                        // extra 4
+    0,    0,    0,    0,    0,    0,    0xF8, 0x3F,                 // minimum 1.5
+    0,    0,    0,    0,    0,    0,    4,    0x40,                 // maximum 2.5
+    0xFE, 0xFF, 0xFF, 0xFF, 8,    0,    0,    0,                    // whole numbers -2 to 8
+    0x55, 1,    0,    0,                                            // type
+    0xA6, 0x82,                                                     // flags
+};
+
+void FillAsRecord(IZProperty& property) {
+  property.SetName(OLESTR("a"));
+  property.SetGUID(Key(9));
+  property.SetLong(2);
+  property.SetExtra1(0x111);
+  property.SetExtra2(0x122);
+  property.SetExtra3(0x133);
+  property.SetExtra4(0x144);
+  property.SetIntRange(-2, 8, false, false);
+  property.SetRange(1.5, 2.5, true, false);
+  property.SetType(0x155);
+  property.SetValueUniform(false);
+  property.SetFlag02(true);
+  property.SetLinked(true);
+}
+
+TEST(PropertyStream, WritesTheRecord) {
+  const auto property = MakeProperty();
+  FillAsRecord(*property);
+  Bytes expected = kRecord;
+  expected.back() = 0;  // bits without an operation come from streams only
+  EXPECT_EQ(Saved(property), expected);
+}
+
+TEST(PropertyStream, ReadsAndCopiesTheRecord) {
+  const auto property = MakeProperty();
+  property->SetString(OLESTR("replaced"));
+  ASSERT_EQ(Load(property, kRecord), S_OK);
+  EXPECT_EQ(Saved(property), kRecord);
+
+  Bytes copied = kRecord;  // all but extra 3 and 4 and the ranges
+  std::fill_n(copied.begin() + 44, 4, BYTE{0xFF});
+  std::fill_n(copied.begin() + 48, 26, BYTE{0});
+  EXPECT_EQ(Saved(zdm::CloneAs<IZProperty>(property)), copied);
+}
+
+TEST(PropertyStream, KeepsEveryValue) {
+  const auto keep = [](const VARIANT& value) {
+    const auto property = MakeProperty();
+    const auto again = MakeProperty();
+    property->SetVariant(value);
+    EXPECT_EQ(Load(again, Saved(property)), S_OK);
+    EXPECT_EQ(Saved(again), Saved(property));
+    return again;
+  };
+  const auto textOf = [](IZProperty* property) {
+    return TextOf([&](BSTR* out) { property->GetString(out); });
+  };
+  EXPECT_EQ(textOf(keep(zdm::Variant::FromText(OLESTR("text")).Get())), "text");
+  EXPECT_EQ(textOf(keep(zdm::Variant::FromText(nullptr).Get())), "-");
+  EXPECT_EQ(keep(zdm::Variant::FromDouble(-0.5).Get())->GetDouble(), -0.5);
+  EXPECT_TRUE(keep(zdm::Variant::FromBool(true).Get())->GetBool());
+}
+
+TEST(PropertyStream, NullNamesReadAsEmpty) {
+  Bytes bytes = kRecord;
+  bytes.erase(bytes.begin(), bytes.begin() + 8);
+  bytes.insert(bytes.begin(), 4, BYTE{0});
+  const auto property = MakeProperty();
+  ASSERT_EQ(Load(property, bytes), S_OK);
+  EXPECT_EQ(NameOf(property), "");
+  bytes[0] = 2;
+  bytes.insert(bytes.begin() + 4, 2, BYTE{0});
+  EXPECT_EQ(Saved(property), bytes);
+}
+
+const Bytes kEntries = {
+    2, 0, 0, 0,                               // entries
+    5, 0, 0, 0,    4, 0, 0, 0, 'b', 0, 0, 0,  // 5, "b"
+    0, 0, 1, 0x80, 0, 0, 0, 0,                // 0x80010000, null
+};
+
+TEST(IndexPropertyStream, WritesAndReadsItsEntries) {
+  const auto index = zdm::NewOf<IZPropertyIndex, CZPropertyIndex>();
+  ASSERT_EQ(Load(index, Saved(MakeProperty())), E_FAIL);
+  index->AddEntry(5, OLESTR("b"));
+  index->AddEntry(0x80010000, nullptr);
+  Bytes expected = kRecord;
+  expected.insert(expected.end(), kEntries.begin(), kEntries.end());
+  const auto loaded = zdm::NewOf<IZPropertyIndex, CZPropertyIndex>();
+  ASSERT_EQ(Load(loaded, expected), S_OK);
+  EXPECT_EQ(Saved(loaded), expected);
+  const Bytes own = Saved(index);
+  EXPECT_TRUE(std::equal(kEntries.rbegin(), kEntries.rend(), own.rbegin()));
+  ASSERT_EQ(Load(loaded, own), S_OK);
+  EXPECT_EQ(loaded->GetEntryCount(), 4u);  // appended
+}
+
+TEST(ScaleProperty, DoesNotStoreItsEntries) {
+  const auto scales = zdm::NewOf<IZPropertyScaleIndex, CZPropertyScaleIndex>();
+  const Bytes bare = Saved(scales);
+  scales->AddStandardScales();
+  EXPECT_EQ(Saved(scales), bare);
+}
+
+TEST(PropertyColl, StoresItselfWithoutMembers) {
+  const auto coll = zdm::NewOf<IZPropertyColl, CZPropertyColl>();
+  auto* self = zdm::ViewAs<IZProperty>(coll);
+  const Bytes bare = Saved(self);
+  coll->AddLong(OLESTR("a"), nullptr, Key(1), 1);
+  EXPECT_EQ(Saved(self), bare);
+}
+
+TEST(PropertyStream, DamageChangesNothing) {
+  Bytes whole = kRecord;
+  whole.insert(whole.end(), kEntries.begin(), kEntries.end());
+  const auto index = zdm::NewOf<IZPropertyIndex, CZPropertyIndex>();
+  index->SetString(OLESTR("kept"));
+  index->AddEntry(1, OLESTR("one"));
+  const Bytes before = Saved(index);
+  for (std::size_t size = 0; size < whole.size(); ++size) {
+    const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+    EXPECT_EQ(Load(index, cut), E_FAIL) << size;
+    ASSERT_EQ(Saved(index), before) << size;
+  }
+  const struct {
+    const char* name;
+    std::size_t at;
+    Bytes bytes;
+  } rows[] = {
+      {"name of an odd length", 0, {5}},
+      {"name past the end", 0, {0xFE, 0xFF, 0xFF, 0xFF}},
+      {"value without a stored form", 30, {0x0C, 0x20}},
+      {"object by its class", 30, {VT_UNKNOWN, 0}},
+      {"more entries than bytes", kRecord.size(), {4, 0, 0, 0}},
+      {"entries by the thousand million", kRecord.size(), {0xFF, 0xFF, 0xFF, 0x7F}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    Bytes damaged = whole;
+    std::copy(row.bytes.begin(), row.bytes.end(),
+              damaged.begin() + static_cast<std::ptrdiff_t>(row.at));
+    EXPECT_EQ(Load(index, damaged), E_FAIL);
+    EXPECT_EQ(Saved(index), before);
+  }
+  whole[kRecord.size() + 3] = 0x80;  // a negative number of entries is none
+  EXPECT_EQ(Load(index, whole), S_OK);
+  EXPECT_EQ(index->GetEntryCount(), 1u);
+}
+
+TEST(PropertyStream, AStreamThatFailsSaysSo) {
+  const auto property = MakeProperty();
+  ByteStream stream;
+  stream.below.failAfter = 0;
+  EXPECT_EQ(Thrown([&] { property->Save(&stream); }), stream.below.failure);
+  CZStream none;
+  EXPECT_NE(Thrown([&] { property->Save(&none); }), S_OK);
+}
+
+}  // namespace

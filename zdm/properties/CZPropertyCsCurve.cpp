@@ -1,0 +1,3 @@
+#include "zdm/properties/CZPropertyCsCurve.h"
+
+ZDM_OBJECT_BODY(CZPropertyCsCurve)

@@ -1,0 +1,3 @@
+#include "zdm/properties/CZPropertyXYZ.h"
+
+ZDM_OBJECT_BODY(CZPropertyXYZ)

@@ -1,0 +1,3 @@
+#include "zdm/properties/CZPropertyYesNo.h"
+
+ZDM_OBJECT_BODY(CZPropertyYesNo)
