@@ -17,8 +17,6 @@ ZDM_PENDING(CZDefinitionMgr)
 ZDM_PENDING(CZDMParameter)
 ZDM_PENDING(CZDMParameterMgr)
 ZDM_PENDING(CZParameter)
-ZDM_PENDING(CZParameterArray)
-ZDM_PENDING(CZParameterColl)
 ZDM_PENDING(ZReltnVisitorMapID)
 ZDM_PENDING(ZReltnVisitorMapIDForPaste)
 #undef ZDM_PENDING

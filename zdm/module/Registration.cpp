@@ -14,6 +14,8 @@
 #include "zdm/model/CZDMProxyObject.h"
 #include "zdm/module/ClassTable.h"
 #include "zdm/module/PendingClasses.h"
+#include "zdm/parameters/CZParameterArray.h"
+#include "zdm/parameters/CZParameterColl.h"
 #include "zdm/properties/CZPropKeyArray.h"
 #include "zdm/properties/CZProperty.h"
 #include "zdm/properties/CZPropertyArray.h"
