@@ -12,8 +12,6 @@ inline constexpr bool kPending = false;
 #define ZDM_PENDING(Class) \
   template <>              \
   inline constexpr bool kPending<Class> = true;
-ZDM_PENDING(CZParameterArray)
-ZDM_PENDING(CZParameterColl)
 ZDM_PENDING(ZReltnVisitorMapID)
 ZDM_PENDING(ZReltnVisitorMapIDForPaste)
 #undef ZDM_PENDING

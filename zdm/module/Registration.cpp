@@ -19,6 +19,8 @@
 #include "zdm/parameters/CZDMParameter.h"
 #include "zdm/parameters/CZDMParameterMgr.h"
 #include "zdm/parameters/CZParameter.h"
+#include "zdm/parameters/CZParameterArray.h"
+#include "zdm/parameters/CZParameterColl.h"
 #include "zdm/properties/CZPropKeyArray.h"
 #include "zdm/properties/CZProperty.h"
 #include "zdm/properties/CZPropertyArray.h"
