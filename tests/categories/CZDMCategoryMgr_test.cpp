@@ -126,7 +126,6 @@ TEST(CategoryMgr, AllTreesTogetherAreBounded) {
 /// A new document and the manager of categories that it comes with.
 struct House {
   House() : document(Document::Create(OLESTR("House"))) {
-    document->MakeDefaults();
     manager =
         dynamic_cast<CZDMCategoryMgr*>(document->FindByInterface(ZInterface<IZCategoryMgr>::ID()));
   }
