@@ -282,13 +282,17 @@ ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Meter,
 
 namespace zdm::test {
 
-/// Puts objects at the head and drops the one of ID 11.
+/// Puts objects at the head and drops the one of ID 11. The document lets go of it at its first
+/// use.
 class AddLast : public IZObjectImpl<IZPersistStrategy> {
   ZDM_OBJECT(AddLast)
  public:
   void Add(IZDMObjMgr* manager, IZDMObject* object) override {
+    if (holder != nullptr) holder->Reset();
     if (object->GetID() != 11) manager->AttachHead(object->GetIZObject());
   }
+
+  ZRefPtr<IZPersistStrategy>* holder = nullptr;
 };
 
 class Meter : public IZObjectImpl<IZProgressMeter> {
@@ -335,7 +339,9 @@ class ReadByHost : public testing::Test {
 };
 
 TEST_F(ReadByHost, StrategyPutsObjectsWhereItWants) {
-  db.strategy = zdm::MakeObject<IZPersistStrategy, AddLast>();
+  AddLast* strategy = new AddLast;
+  db.strategy = zdm::Attached<IZPersistStrategy>(strategy);
+  strategy->holder = &db.strategy;
   ByteStream stream(Plain(10, kOwner) + Plain(11, kOwner) + Plain(12, kOwner));
   EXPECT_EQ(db.oids.ReadStream(&stream), 1);
   EXPECT_EQ(manager->GetCount(), 2);

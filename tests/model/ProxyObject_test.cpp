@@ -114,9 +114,12 @@ TEST_F(Proxy, HandsOutCopiesOfItsBytes) {
   ASSERT_EQ(proxy->GetData(&out), 4);
   EXPECT_EQ(std::string(static_cast<char*>(out), 4), "data");
   CoTaskMemFree(out);
-  proxy->SetData(nullptr, -1);
-  out = &db;
-  EXPECT_EQ(proxy->GetData(&out), 0);
+  for (const LONG length : {-1, 4}) {
+    proxy->SetData("data", 4);
+    proxy->SetData(nullptr, length);
+    out = &db;
+    EXPECT_EQ(proxy->GetData(&out), 0);
+  }
   EXPECT_EQ(out, &db) << "untouched";
 }
 
