@@ -265,18 +265,6 @@ TEST(PropertyArray, GivesItsPointsTheirCoordinates) {
   EXPECT_TRUE(array->IsReadOnly());
 }
 
-TEST(PropertyArray, TakesTheMembersOfAnother) {
-  const auto array = zdm::NewOf<IZPropertyArray, CZPropertyArray>();
-  const auto other = zdm::NewOf<IZPropertyArray, CZPropertyArray>();
-  const auto first = MakeProperty();
-  const auto last = MakeProperty();
-  array->AddTail(last);
-  other->AddTail(first);
-  EXPECT_EQ(array->AddHeadColl(other), S_OK);
-  EXPECT_EQ(array->AddTailColl(nullptr), E_INVALIDARG);
-  EXPECT_EQ(Members(array.Get()), (std::vector<IZProperty*>{first, last}));
-}
-
 TEST(PairProperty, ACopyTakesExtraThree) {
   const auto pair = zdm::Attached(new CZPropertyPair);
   pair->SetPairValue(5);

@@ -68,24 +68,6 @@ TEST(PropertyStream, ReadsAndCopiesTheRecord) {
   EXPECT_EQ(Saved(zdm::CloneAs<IZProperty>(property)), copied);
 }
 
-TEST(PropertyStream, KeepsEveryValue) {
-  const auto keep = [](const VARIANT& value) {
-    const auto property = MakeProperty();
-    const auto again = MakeProperty();
-    property->SetVariant(value);
-    EXPECT_EQ(Load(again, Saved(property)), S_OK);
-    EXPECT_EQ(Saved(again), Saved(property));
-    return again;
-  };
-  const auto textOf = [](IZProperty* property) {
-    return TextOf([&](BSTR* out) { property->GetString(out); });
-  };
-  EXPECT_EQ(textOf(keep(zdm::Variant::FromText(OLESTR("text")).Get())), "text");
-  EXPECT_EQ(textOf(keep(zdm::Variant::FromText(nullptr).Get())), "-");
-  EXPECT_EQ(keep(zdm::Variant::FromDouble(-0.5).Get())->GetDouble(), -0.5);
-  EXPECT_TRUE(keep(zdm::Variant::FromBool(true).Get())->GetBool());
-}
-
 TEST(PropertyStream, NullNamesReadAsEmpty) {
   Bytes bytes = kRecord;
   bytes.erase(bytes.begin(), bytes.begin() + 8);
