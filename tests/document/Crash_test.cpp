@@ -70,7 +70,8 @@ void Crash(const Change& change, std::size_t count) {
   std::vector<int> steps(change.steps.size());
   std::iota(steps.begin(), steps.end(), 0);
   std::shuffle(steps.begin(), steps.end() - 4, std::mt19937(5));
-  steps.erase(steps.begin(), steps.end() - static_cast<std::ptrdiff_t>(std::min(count, steps.size())));
+  steps.erase(steps.begin(),
+              steps.end() - static_cast<std::ptrdiff_t>(std::min(count, steps.size())));
   std::size_t isNew = 0;
   for (const int step : steps) {
     ASSERT_TRUE(change.SaveAndDie(step)) << step;

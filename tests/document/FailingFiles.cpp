@@ -19,6 +19,7 @@ struct {
   int left = -1;  // operations that go well before; negative: all
   char trace[1 << 16] = {};
   std::size_t length = 0;
+  std::FILE* failed = nullptr;  // what was not written to it stays told
 } state;
 
 /// Notes the operation; what is to happen at it.
@@ -57,10 +58,12 @@ void zdm::test::ArmFiles(FileFault fault, int left, int error) {
   state.left = left;
   state.error = error;
   state.length = 0;
+  state.failed = nullptr;
 }
 
 std::string zdm::test::DisarmFiles() {
   state.isArmed = false;
+  state.failed = nullptr;
   return {state.trace, state.length};
 }
 
@@ -72,6 +75,7 @@ std::size_t fwrite(const void* data, std::size_t size, std::size_t count, std::F
   static auto* const next = Next<decltype(fwrite)>("fwrite");
   const FileFault fault = At('w');
   if (fault == FileFault::kNone) return next(data, size, count, file);
+  state.failed = file;
   if (fault == FileFault::kFails) return 0;
   const int error = errno;
   const std::size_t half = next(data, 1, size * count / 2, file) / size;
@@ -81,6 +85,11 @@ std::size_t fwrite(const void* data, std::size_t size, std::size_t count, std::F
   }
   errno = error;
   return half;
+}
+
+int ferror(std::FILE* file) noexcept {
+  static auto* const next = Next<int(std::FILE*)>("ferror");
+  return file == state.failed ? 1 : next(file);
 }
 
 int fflush(std::FILE* file) {

@@ -159,7 +159,6 @@ TEST_F(DocumentFaults, OfTheDiskAreToldAndTheFileStays) {
     DocumentFault outcome;  // of saving
   } rows[] = {{FileFault::kFails, ENOSPC, DocumentFault::kNoRoom},
               {FileFault::kShort, ENOSPC, DocumentFault::kNoRoom},
-              {FileFault::kFails, EACCES, DocumentFault::kNoAccess},
               {FileFault::kFails, EIO, DocumentFault::kFailed}};
   for (const auto& row : rows) {
     for (const Operation& operation : operations_) {

@@ -84,6 +84,9 @@ ZRefPtr<CZDocument> DocumentOfEveryClass() {
   document->AddTail(MakeObject<IZDMObject, Foreign>());
   carrier->AddRelation(RelationTo(gone));
   gone->SetObjectValid(false);
+  const auto stray = MakeObject<IZDMObject, CZDMPlainObject>();
+  document->AddTail(stray);
+  stray->SetOwner(carrier);
   manager->MoveToHead(manager->GetTailPosition());
   document->MoveToHead(document->GetTailPosition());
   return document;
