@@ -12,6 +12,10 @@ from harness import (IS_WINDOWS, SAMPLE_DOCUMENT, DocumentTest, contents, main, 
 STREAM = "{65808542-5A64-45F2-B71A-A6A6D03CD2D5}"
 
 
+# What every document comes with: ID, name, owner, depth.
+DEFAULTS = [(-2, "*ZMaterialMgr", -1, 1), (-3, "\u7f3a\u7701", -2, 2), (-4, "*ZCategoryMgr", -1, 1)]
+
+
 class Library(unittest.TestCase):
     def test_classes_as_json_list_the_table(self):
         rows = read_json("classes")
@@ -49,7 +53,7 @@ class Usage(unittest.TestCase):
         self.assertEqual(code, 0)
         commands = [line.split()[0] for line in out.split("Subcommands:\n")[1].split("\nExit")[0]
                     .splitlines() if line.startswith("  ") and line[2] != " "]
-        self.assertEqual(len(commands), 15)
+        self.assertEqual(len(commands), 16)
         for command in commands if not IS_WINDOWS else commands[:2]:
             self.assertIn(f"  zdm {command}" if command != "dump" else "zdm dump",
                           zdm(command, "--help")[1])
@@ -67,7 +71,7 @@ class MakingAndChanging(DocumentTest):
         self.expect(0, "relate", "made.zdm", 3, 2, "--diffusible")
         rows = read_json("tree", "made.zdm")
         self.assertEqual([(row["id"], row["name"], row["owner"], row["depth"]) for row in rows],
-                         [(-1, "House", -1, 0), (1, "Walls", -1, 1), (2, "South wall", 1, 2),
+                         [(-1, "House", -1, 0), *DEFAULTS, (1, "Walls", -1, 1), (2, "South wall", 1, 2),
                           (3, "Door", -1, 1)])
         edges = read_json("graph", "made.zdm")["edges"]
         self.assertEqual(edges, [{"from": 3, "to": 2, "via": "relation", "diffusible": True}])
@@ -106,7 +110,8 @@ class MakingAndChanging(DocumentTest):
         self.assertEqual(out.splitlines(), [
             'will refer to nothing: 4 "Key" CZDMPlainObject through relation to 3',
             "deleted 4 objects"])
-        self.assertEqual([row["id"] for row in read_json("tree", "sample.zdm")], [-1, 4])
+        self.assertEqual([row["id"] for row in read_json("tree", "sample.zdm")],
+                         [-1, -2, -3, -4, 6, 7, 4])
         self.assertEqual(read_json("refs", "sample.zdm", 4)["refersTo"][0]["id"], 3)
 
 
@@ -185,11 +190,16 @@ class Looking(DocumentTest):
         info = read_json("info", "sample.zdm")
         self.assertEqual([info[key] for key in ("fileBytes", "formatVersion", "objects",
                                                 "recordStreams", "lowestId", "highestId")],
-                         [os.path.getsize("sample.zdm"), 1, 5, 1, 1, 5])
+                         [os.path.getsize("sample.zdm"), 1, 10, 1, -4, 7])
 
     def test_tree_draws_managers_above_what_they_hold(self):
         self.assertEqual(self.expect(0, "tree", "sample.zdm").splitlines(), [
             '-1 "Sample" CZDocument',
+            '├─ -2 "*ZMaterialMgr" CZDMMaterialMgr',
+            '│  └─ -3 "\u7f3a\u7701" CZDMMaterial',
+            '├─ -4 "*ZCategoryMgr" CZDMCategoryMgr',
+            '│  ├─ 6 "Outside" CZDMCategory',
+            '│  └─ 7 "Plaster" CZDMCategory',
             '├─ 1 "Walls" CZDMObjMgr',
             '│  ├─ 2 "South wall" CZDMPlainObject',
             '│  ├─ 3 "T\u00fcr" CZDMPlainObject',
@@ -222,6 +232,30 @@ class Looking(DocumentTest):
         walls = read_json("show", "sample.zdm", 1)
         self.assertEqual((walls["holds"], walls["current"]), ([2, 3, 5], None))
 
+    def test_categories_are_listed_by_id(self):
+        self.assertEqual(self.expect(0, "categories", "sample.zdm").splitlines(), [
+            'category id=6 number=70 name="Outside" parent=- members=7 visible=true level=4',
+            'category id=7 number=80 name="Plaster" parent=6 members=- visible=false level=4'])
+        self.assertEqual(read_json("categories", "sample.zdm")[1], {
+            "id": 7, "number": 80, "name": "Plaster", "parent": 6, "members": [], "visible": False,
+            "level": 4})
+        self.expect(0, "delete", "sample.zdm", 1, 6)
+        self.assertEqual([(row["id"], row["parent"]) for row in read_json("categories", "sample.zdm")],
+                         [(7, None)])
+
+    def test_show_sets_a_category_relation_beside_its_category(self):
+        lines = self.expect(0, "show", "sample.zdm", 2).splitlines()
+        self.assertEqual(len([line for line in lines if ".values " in line]), 2 * 19)
+        for line in ("relations class=CZCategoryReltn status=0x40800000 tag=-1 targets=6",
+                     "relations.values field=visible own=true category=true",
+                     "relations.values field=flag02 own=false category=-",
+                     "relations.values field=level own=9 category=4",
+                     'relations.values field=hatchA.pattern own="red brick" category=""',
+                     "relations.values field=hatchA.values own=50.0,0.0,1.0 category=50.0,0.0,1.0",
+                     "relations.below class=CZCategoryReltn status=0x40800000 tag=-1 targets=7",
+                     "relations.below.values field=visible own=false category=false"):
+            self.assertIn(line, lines)
+
     def test_dump_is_the_same_for_a_copy_saved_again(self):
         shutil.copy("sample.zdm", "copy.zdm")
         self.expect(0, "set", "copy.zdm", 4, "name=Key")
@@ -230,7 +264,7 @@ class Looking(DocumentTest):
         self.assertEqual(dump, self.expect(0, "dump", "copy.zdm"))
         self.assertTrue(all(line.split()[0].lstrip("-").isdigit() for line in dump.splitlines()))
         self.assertEqual([each["id"] for each in read_json("dump", "sample.zdm")],
-                         [-1, 1, 2, 3, 4, 5])
+                         [-1, -4, -3, -2, 1, 2, 3, 4, 5, 6, 7])
 
     def test_nothing_in_a_name_reaches_the_terminal(self):
         for line in ("tree sample.zdm", "show sample.zdm 5", "dump sample.zdm --json",
@@ -292,7 +326,7 @@ class Recovering(DocumentTest):
 
     def test_a_sound_document_comes_out_as_it_is(self):
         out = self.expect(0, "recover", "sample.zdm", "copy.zdm")
-        self.assertEqual(out, "5 recovered\n")
+        self.assertEqual(out, "10 recovered\n")
         self.assertEqual(contents("copy.zdm"), contents("sample.zdm"))
         with open("text", "wb") as file:
             file.write(b"no document\n" * 99)

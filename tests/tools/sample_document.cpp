@@ -2,13 +2,19 @@
 //
 // sample_document FILE: 1 manager "Walls" holding 2, 3 and 5; 4 in the document. 3 refers to 2
 // (diffusible), 4 to 3. 3 carries extended data of several types; 5 has a name that would drive a
-// terminal.
+// terminal. Categories 6 "Outside" and its member 7 "Plaster", hidden; 2 is related to them, with
+// its own level.
 //
 // sample_document FILE parameters: 1 holds the definitions 2 to 7, 8 the document's parameter 9; 10
 // is "Wall", and 11 "Door" has a parameter of each definition, one of them linked to 9.
 #include "document/Document.h"
+#include "zdm/categories/IZCategory.h"
+#include "zdm/categories/IZCategoryMgr.h"
+#include "zdm/categories/IZCategoryReltn.h"
 #include "zdm/extdata/ZExtDataWrapper.h"
 #include "zdm/framework/CreateAs.h"
+#include "zdm/framework/ZClass.h"
+#include "zdm/host/ZGiHatchData.h"
 #include "zdm/model/CZDefinition.h"
 #include "zdm/model/CZDefinitionMgr.h"
 #include "zdm/parameters/CZDMParameterMgr.h"
@@ -31,6 +37,21 @@ void Attach(IZDMObject* object) {
   attach(OLESTR("count"), LONG{-3});
   attach(OLESTR("open"), true);
   attach(OLESTR("note"), static_cast<const OLECHAR*>(OLESTR("a \"b\"\n\u00e9")));
+}
+
+void Categorize(zdm::Document& document, IZDMObject* wall) {
+  auto* manager =
+      zdm::ViewAs<IZCategoryMgr>(document->FindByInterface(ZInterface<IZCategoryMgr>::ID()));
+  const auto outside = zdm::Attached(manager->GetOrCreateCategory(70, OLESTR("Outside")));
+  const auto plaster = zdm::Attached(manager->GetOrCreateCategory(80, OLESTR("Plaster")));
+  outside->AddMember(plaster);
+  plaster->SetCategoryVisible(false);
+  const ZRefPtr<IZCategoryReltn> relation = outside->CreateCategoryReltn();
+  relation->SetLevel(9);
+  ZGiHatchData hatch;
+  hatch.Pattern = zdm::Bstr(OLESTR("red brick"));
+  relation->SetHatchA(&hatch);
+  wall->AddRelation(relation.Get());
 }
 
 enum Index : LONG { kShape = 3, kSize = 7 };
@@ -130,6 +151,7 @@ int main(int argc, char** argv) {
   document.Relate(door, wall, ZR_DIFFUSIBLE)->SetReltnTag(7);
   document.Relate(key, door);
   Attach(door);
+  Categorize(document, wall);
   document.Save(argv[1]);
   return 0;
 }

@@ -1,5 +1,6 @@
 // The command line: inspects the library and its documents.
 #include "platform/ole/CAtlException.h"
+#include "platform/system/Output.h"
 #include "tools/zdm/Commands.h"
 #include "tools/zdm/Output.h"
 #include "tools/zdm/Terminal.h"
@@ -27,13 +28,18 @@ constexpr const char* kFooter =
     "  zdm COMMAND --help";
 
 void AddCommands(CLI::App& app, Context& context) {
-  for (const auto add : {AddNew, AddAdd, AddRelate, AddSet, AddDelete, AddInfo, AddTree, AddShow,
-                         AddRefs, AddDump, AddGraph, AddAudit, AddRecover, AddClasses, AddCreate}) {
+  for (const auto add :
+       {AddNew, AddAdd, AddRelate, AddSet, AddDelete, AddInfo, AddTree, AddCategories, AddShow,
+        AddRefs, AddDump, AddGraph, AddAudit, AddRecover, AddClasses, AddCreate}) {
     add(app, context);
   }
 }
 
+/// Of what the library reports in a box nothing ends a command: it goes on without it.
+int ShowNothing(void*, const OLECHAR*, const OLECHAR*, UINT) { return IDOK; }
+
 ExitCode Run(std::vector<std::string> arguments) {
+  SetMessageSink({&ShowNothing, nullptr});
   Context context;
   CLI::App app("Document data models of building and mechanical drawings.", "zdm");
   app.add_flag("--json", context.json, "Print JSON");
