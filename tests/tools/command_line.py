@@ -6,7 +6,7 @@ import shutil
 import unittest
 import xml.dom.minidom
 
-from harness import IS_WINDOWS, DocumentTest, contents, main, read_json, zdm
+from harness import IS_WINDOWS, SAMPLE_DOCUMENT, DocumentTest, contents, main, read_json, run, zdm
 
 STREAM = "{65808542-5A64-45F2-B71A-A6A6D03CD2D5}"
 
@@ -47,7 +47,7 @@ class Usage(unittest.TestCase):
         self.assertEqual(code, 0)
         commands = [line.split()[0] for line in out.split("Subcommands:\n")[1].split("\nExit")[0]
                     .splitlines() if line.startswith("  ") and line[2] != " "]
-        self.assertEqual(len(commands), 15)
+        self.assertEqual(len(commands), 16)
         for command in commands if not IS_WINDOWS else commands[:2]:
             self.assertIn(f"  zdm {command}" if command != "dump" else "zdm dump",
                           zdm(command, "--help")[1])
@@ -198,6 +198,46 @@ class Looking(DocumentTest):
         out = self.expect(0, "audit", "sample.zdm")
         self.assertEqual(out, "warning reference-to-nothing at object 4, relation to 3\n")
         self.assertEqual(json.loads(self.expect(0, "audit", "--json", "sample.zdm"))["sound"], True)
+
+
+class Sheets(DocumentTest):
+    KEYS = ["{D0000000-0000-4000-8000-00000000000%d}" % number for number in (1, 2, 3)]
+
+    def setUp(self):
+        super().setUp()
+        self.assertEqual(run(SAMPLE_DOCUMENT, "sheet.zdm", "sheet")[0], 0)
+
+    def test_definitions_have_a_line_each(self):
+        self.assertEqual(self.expect(0, "definitions", "sheet.zdm").splitlines(), [
+            f'2 "Width" {self.KEYS[0]} type=3 index=3 group="Size"',
+            f'3 "Colour" {self.KEYS[1]} type=1 index=7 group="Look"',
+            f'4 "Locked" {self.KEYS[2]} type=10 index=7 group="Look"'])
+        self.assertEqual(read_json("definitions", "sheet.zdm")[0], {
+            "id": 2, "key": self.KEYS[0], "name": "Width", "type": 3, "index": 3, "group": "Size",
+            "kind": 3, "flags": 0, "value": None})
+        self.assertEqual(read_json("show", "sheet.zdm", 2)["definition"]["group"], "Size")
+        self.assertEqual(read_json("show", "sheet.zdm", 1)["groups"],
+                         [{"index": 7, "name": "Look"}, {"index": 3, "name": "Size"}])
+        self.assertEqual(self.expect(0, "definitions", "sample.zdm"), "")
+
+    def test_show_prints_the_sheet_and_set_edits_through_it(self):
+        def sheet(number):
+            groups = read_json("show", "sheet.zdm", number)["sheet"]
+            return [(group["name"], [(each["name"], each["value"], each["readOnly"], each["linked"])
+                                     for each in group["properties"]]) for group in groups]
+        self.assertEqual(sheet(5), [
+            ("Look", [("Colour", "red", False, False), ("Locked", True, True, False)]),
+            ("Size", [("Width", 0.3, False, False)])])
+        self.assertEqual(sheet(6), [("Size", [("Width", 2.5, False, False)])])
+        self.assertEqual(read_json("show", "sheet.zdm", 7)["parameter"]["value"], 2.5)
+        self.expect(0, "set", "sheet.zdm", 5, "Width=0.25")
+        self.expect(0, "set", "sheet.zdm", 5, self.KEYS[1] + "=blue")
+        self.expect(0, "set", "sheet.zdm", 6, "Width=3")
+        for line in ("Locked=false", "Height=1"):
+            self.expect(11, "set", "sheet.zdm", 5, line)
+        self.assertEqual(sheet(5)[0][1][0], ("Colour", "blue", False, False))
+        self.assertEqual(sheet(5)[1][1][0], ("Width", 0.25, False, False))
+        self.assertEqual(sheet(6)[0][1][0], ("Width", 3, False, False))
 
 
 class Recovering(DocumentTest):

@@ -24,6 +24,7 @@ void AddDelete(CLI::App& app, Context& context);
 void AddInfo(CLI::App& app, Context& context);
 void AddTree(CLI::App& app, Context& context);
 void AddShow(CLI::App& app, Context& context);
+void AddDefinitions(CLI::App& app, Context& context);
 void AddRefs(CLI::App& app, Context& context);
 void AddDump(CLI::App& app, Context& context);
 void AddGraph(CLI::App& app, Context& context);

@@ -8,9 +8,12 @@
 #include "platform/ole/Bstr.h"
 #include "platform/ole/BytesStream.h"
 #include "platform/system/Text.h"
+#include "tools/zdm/Definitions.h"
 #include "tools/zdm/ExtendedData.h"
 #include "tools/zdm/Parameters.h"
 #include "zdm/identity/OID.h"
+#include "zdm/model/IZDefinition.h"
+#include "zdm/model/IZDefinitionMgr.h"
 #include "zdm/parameters/IZParameter.h"
 #include "zdm/relations/IZReltnColl.h"
 #include "zdm/relations/IZSingleReltn.h"
@@ -69,7 +72,7 @@ std::string Word(const std::string& key, const Json& value) {
   if (value.is_null()) return "-";
   if (!value.is_string()) return value.dump();
   const auto text = value.get<std::string>();
-  const bool isFree = key == "name" || key == "value" || key == "choice";
+  const bool isFree = key == "name" || key == "value" || key == "choice" || key == "group";
   return isFree ? Quoted(text) : Escaped(text);
 }
 
@@ -167,6 +170,9 @@ Json Fields(CZDocument& document, IZDMObject& object) {
   fields["name"] = NameOf(object);
   fields["relations"] = Relations(object);
   fields["data"] = ExtendedData(object);
+  if (auto* definition = ViewAs<IZDefinition>(&object)) {
+    fields["definition"] = Described(*definition);
+  }
   if (auto* parameter = ViewAs<IZParameter>(&object)) fields["parameter"] = Described(*parameter);
   fields["parameters"] = Parameters(object);
   fields["sheet"] = Sheet(object);
@@ -177,6 +183,9 @@ Json Fields(CZDocument& document, IZDMObject& object) {
     for (LONGLONG pos = manager->GetHeadPosition(); pos != 0;) {
       if (IZDMObject* held = manager->GetNext(pos)) holds.push_back(held->GetOID()->ID);
     }
+  }
+  if (auto* definitions = ViewAs<IZDefinitionMgr>(&object)) {
+    fields["groups"] = Groups(*definitions);
   }
   fields["record"] = Record(document, object);
   return fields;
