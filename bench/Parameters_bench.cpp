@@ -10,6 +10,7 @@
 #include "zdm/parameters/CZParameter.h"
 #include "zdm/parameters/CZParameterArray.h"
 #include "zdm/properties/CZProperty.h"
+#include "zdm/properties/CZPropertyColl.h"
 #include "zdm/properties/CZPropertyGroup.h"
 #include "zdm/properties/CZPropertyGroupColl.h"
 #include "zdm/relations/ZDfValues.h"
@@ -20,7 +21,6 @@
 #include <array>
 #include <memory>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace {
@@ -197,13 +197,13 @@ struct Block {
 
 struct PlainBlocks {
   std::unique_ptr<Block<CZParameter>> parameter = std::make_unique<Block<CZParameter>>();
-  std::unique_ptr<Block<CZPlainSingleReltn>> definition =
+  std::unique_ptr<Block<CZPlainSingleReltn>> toDefinition =
       std::make_unique<Block<CZPlainSingleReltn>>();
   std::unique_ptr<Block<ZDfCComBSTR>> value = std::make_unique<Block<ZDfCComBSTR>>();
   std::unique_ptr<Block<CZPlainSingleReltn>> relation;  // of a reference
   std::unique_ptr<OLECHAR[]> text;                      // of a text
   GuidKey key;
-  const int* target = nullptr;
+  const GUID* definition = nullptr;
 };
 
 std::unique_ptr<OLECHAR[]> CopyOf(const OLECHAR* text) {
@@ -213,14 +213,10 @@ std::unique_ptr<OLECHAR[]> CopyOf(const OLECHAR* text) {
   return copy;
 }
 
-struct KeyHash {
-  std::size_t operator()(const GuidKey& key) const { return key.high * 31 + key.low; }
-};
-
 void BM_CZParameterArray_BulkAdd_Blocks(benchmark::State& state) {
-  std::unordered_map<GuidKey, int, KeyHash> definitions;
+  std::vector<std::unique_ptr<GUID>> definitions;
   for (int number = 0; number < kDefinitions; ++number) {
-    definitions[GuidKey(DefinitionKey(number))] = number;
+    definitions.push_back(std::make_unique<GUID>(DefinitionKey(number)));
   }
   struct Array {
     std::unique_ptr<Block<CZParameterArray>> array = std::make_unique<Block<CZParameterArray>>();
@@ -233,8 +229,10 @@ void BM_CZParameterArray_BulkAdd_Blocks(benchmark::State& state) {
       parameters.reserve(kParameters);
       for (int place = 0; place < kParameters; ++place) {
         PlainBlocks& made = parameters.emplace_back();
-        made.key = GuidKey(DefinitionKey(DefinitionOf(i, place)));
-        made.target = &definitions.find(made.key)->second;
+        const GUID key = DefinitionKey(DefinitionOf(i, place));
+        made.definition =
+            std::ranges::find(definitions, key, [](const auto& each) { return *each; })->get();
+        made.key = GuidKey(key);
         if (place == 4 || place == 5) made.text = CopyOf(kText);
         if (place == 7) made.relation = std::make_unique<Block<CZPlainSingleReltn>>();
       }
