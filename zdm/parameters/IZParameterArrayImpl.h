@@ -89,6 +89,8 @@ class ZDM_API IZParameterArrayImpl : public IZObjectImpl<IZParameterArray> {
   void Hold(ZParaArray parameters);
   void Disown(IZParameter* parameter);
   void DropBulkAdd();
+  template <class Offer>
+  void OfferProperty(IZProperty* property, const Offer& offer);
   template <class Set>
   void AddTyped(IZDefinitionMgr* definitions, const GUID* definitionGUID, std::optional<USHORT> key,
                 USHORT flags, const Set& set);

@@ -46,6 +46,8 @@ class ZDM_API ZParaArray {
   IZParameter* GetParameter(const GUID& definitionGUID) const;
   /// The place of what GetParameter answers; -1 if none.
   LONG IndexOf(const GUID& definitionGUID) const;
+  /// The first place of a parameter of that definition, which may be GUID_UNSET; -1 if none.
+  LONG FirstOf(const GUID& definitionGUID) const;
   /// The first place of that very parameter; -1 if none.
   LONG IndexOf(const IZParameter* parameter) const;
   /// By binary search alone; in an array out of order it may miss.
@@ -61,6 +63,7 @@ class ZDM_API ZParaArray {
  private:
   // The remembered keys follow the parameters in the same block.
   static IZParameter** Allocate(LONG count);
+  void LookAgain() const;
   zdm::GuidKey* Keys() const { return reinterpret_cast<zdm::GuidKey*>(items_ + count_); }
 
   IZParameter** items_ = nullptr;  // null when empty
