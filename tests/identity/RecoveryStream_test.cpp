@@ -270,15 +270,8 @@ TEST_F(ReadErrors, FailingStreamsEndTheReading) {
 
 }  // namespace
 
-namespace zdm::test {
-class AddLast;
-class Meter;
-}  // namespace zdm::test
-
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::AddLast,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZPersistStrategy)
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Meter,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZProgressMeter)
+ZDM_TEST_CLASS(AddLast, IZObject, IZPersistStrategy)
+ZDM_TEST_CLASS(Meter, IZObject, IZProgressMeter)
 
 namespace zdm::test {
 

@@ -4,9 +4,8 @@
 #include "document/CZDocument.h"
 #include "document/Crc32c.h"
 #include "document/DocumentError.h"
-#include "platform/core/CZStream.h"
+#include "document/StreamOver.h"
 #include "platform/ole/Bstr.h"
-#include "platform/ole/BytesStream.h"
 #include "platform/system/Text.h"
 #include "tools/zdm/CategoryValues.h"
 #include "tools/zdm/ExtendedData.h"
@@ -67,8 +66,7 @@ Json Relations(IZDMObject& object) {
 /// As it would be saved now.
 Json Record(CZDocument& document, IZDMObject& object) {
   BytesStream bytes;
-  const auto stream = MakeObject<IZStream, CZStream>();
-  Check(stream->AttachStream(&bytes), "record");
+  const auto stream = StreamOver(bytes);
   if (FrameKindOf(&object) == FrameKind::kNone) {
     object.Save(stream, &document);
   } else {
