@@ -2,11 +2,12 @@
 #pragma once
 
 #include "platform/system/Text.h"
-#include "tests/model/StandIns.h"
+#include "tests/support/TestDatabase.h"
 #include "zdm/extdata/CZExtDataObj.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
+#include "zdm/parameters/CZParameterArray.h"
 #include "zdm/relations/ZReltnVisitor.h"
 
 #include <gtest/gtest.h>
@@ -30,6 +31,9 @@ inline ZRefPtr<IZExtDataAccess> MakeItem(const OLECHAR* name) {
   item->SetName(name);
   return item;
 }
+
+/// A new array of one parameter, without definition, that refers to `target`.
+ZRefPtr<IZParameterArray> ParametersTo(IZDMObject* target);
 
 /// Looks inside every relation and writes down the IDs it is offered, each followed by a blank;
 /// "-" for a null record. Answers true once to the ID `stopAt`.
@@ -117,10 +121,7 @@ inline std::string NameOf(IZDMObject& object) {
 /// Tests of objects of a document.
 class DMObject : public testing::Test {
  protected:
-  DMObject() {
-    RegisterDocumentClasses();
-    RegisterStandIns();
-  }
+  DMObject() { RegisterDocumentClasses(); }
   TestDatabase db;
 };
 

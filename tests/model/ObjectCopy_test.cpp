@@ -19,9 +19,9 @@ class Tree : public IZObjectImpl<IZTreeData> {
 };
 
 /// A parameter array that writes down when it goes, and cannot be copied.
-class LastArray : public ParamArray {
+class LastArray : public CZParameterArray {
  public:
-  using ParamArray::Clone;
+  using CZParameterArray::Clone;
 
   explicit LastArray(std::string& log) : log_(log) {}
   ~LastArray() override { log_ += "parameters "; }
@@ -58,7 +58,7 @@ TEST_F(DMObject, CloneCarriesIDOwnerAndCopiesOfWhatItHolds) {
   object->SetStatus(40);
   object->AddRelation(RelationTo(target));
   object->SetExtData(kKey, MakeItem(OLESTR("item")));
-  auto array = zdm::Attached(new ParamArray);
+  const auto array = ParametersTo(target);
   object->SetParameterArray(array, false);
 
   IZObject* bare = object->Clone();
@@ -71,7 +71,7 @@ TEST_F(DMObject, CloneCarriesIDOwnerAndCopiesOfWhatItHolds) {
   EXPECT_EQ(clone->GetOID()->Status, std::bitset<64>().set(2).set(12));
   EXPECT_EQ(clone->GetOptionAllowed(), 5);
   EXPECT_EQ(NameOf(*clone), "wall");
-  EXPECT_EQ(IDsOffered(*clone), "-1 1 ");
+  EXPECT_EQ(IDsOffered(*clone), "-1 1 1 ");
   EXPECT_NE(clone->GetReltnColl()->GetHead(), object->GetReltnColl()->GetHead());
   EXPECT_NE(clone->GetExtData(kKey, OLESTR("item")), nullptr);
   EXPECT_NE(clone->GetExtData(kKey, OLESTR("item")), object->GetExtData(kKey, OLESTR("item")));
@@ -86,7 +86,7 @@ TEST_F(DMObject, CopyTakesAwayWhatTheSourceLacks) {
   auto source = MakePlain();
   auto object = db.MakeObject();
   object->AddRelation(RelationTo(source));
-  object->SetParameterArray(zdm::MakeObject<IZParameterArray, ParamArray>(), false);
+  object->SetParameterArray(ParametersTo(source), false);
   object->SetExtData(kKey, MakeItem(OLESTR("item")));
   object->CopyFrom(source.Get());
   EXPECT_TRUE(object->IsObjectValid());  // an invalid source does not take it away

@@ -6,7 +6,8 @@ import shutil
 import unittest
 import xml.dom.minidom
 
-from harness import IS_WINDOWS, DocumentTest, contents, main, read_json, zdm
+from harness import (IS_WINDOWS, SAMPLE_DOCUMENT, DocumentTest, contents, main, read_json, run,
+                     zdm)
 
 STREAM = "{65808542-5A64-45F2-B71A-A6A6D03CD2D5}"
 
@@ -39,7 +40,8 @@ class Library(unittest.TestCase):
 class Usage(unittest.TestCase):
     def test_wrong_lines_end_with_2_and_say_why(self):
         for line in ("create stream", "create", "", "clases extra", "--jsn extra", "show x.zdm",
-                     "show x.zdm two", "set x.zdm 1 colour=red", "delete x.zdm"):
+                     "show x.zdm two", "set x.zdm 1 colour", "set x.zdm 1 =red",
+                     "delete x.zdm"):
             with self.subTest(line):
                 code, out, err = zdm(*line.split())
                 self.assertEqual((code, out), (2, ""))
@@ -111,6 +113,74 @@ class MakingAndChanging(DocumentTest):
         self.assertEqual([row["id"] for row in read_json("tree", "sample.zdm")],
                          [-1, -2, -3, -4, 6, 7, 4])
         self.assertEqual(read_json("refs", "sample.zdm", 4)["refersTo"][0]["id"], 3)
+
+
+class Parameters(DocumentTest):
+    def setUp(self):
+        super().setUp()
+        self.assertEqual(run(SAMPLE_DOCUMENT, "doors.zdm", "parameters")[0], 0)
+
+    def sheet(self):
+        return {property["name"]: property for group in read_json("show", "doors.zdm", 11)["sheet"]
+                for property in group["properties"]}
+
+    def test_show_prints_the_sheet_in_the_order_of_its_groups(self):
+        lines = self.expect(0, "show", "doors.zdm", 11).splitlines()
+        key = "key={D0000000-0000-0000-0000-00000000000%d}"
+        last = "readOnly=false linked=false"
+        self.assertEqual([line for line in lines if line.startswith("sheet")], [
+            'sheet name="Shape"',
+            f'sheet.properties {key % 2} name="Note" value="a \\"b\\"\\u202e" {last}',
+            f'sheet.properties {key % 4} name="Kind" value=1 choice="oak" {last}',
+            f'sheet.properties {key % 5} name="Open" value=true readOnly=true linked=false',
+            f'sheet.properties {key % 6} name="Stands in" value=10 {last}',
+            'sheet name="Size"',
+            f'sheet.properties {key % 1} name="Width" value=0.9 {last}',
+            f'sheet.properties {key % 3} name="Height" value=2.5 readOnly=false linked=true'])
+        parameters = read_json("show", "doors.zdm", 11)["parameters"]
+        self.assertEqual([(row["key"], row["flags"], row["type"], row["value"])
+                          for row in parameters[2:]],
+                         [(3, 10, "double", 1.0), (4, 10, "long", 1), (65535, 14, "bool", True),
+                          (6, 10, "relation", 10)])
+        own = read_json("show", "doors.zdm", 9)
+        self.assertEqual((own["parameter"]["value"], own["sheet"]), (2.5, []))
+        groups = read_json("show", "doors.zdm", 8)["sheet"]
+        self.assertEqual([(group["name"], group["properties"][0]["value"]) for group in groups],
+                         [("Size", 2.5)])
+
+    def test_set_changes_a_value_through_its_property(self):
+        before = self.expect(0, "dump", "doors.zdm").splitlines()
+        for change, name, value in (("Width=2.25", "Width", 2.25), ("Width=10", "Width", 10.0),
+                                    ("Note=T\u00fcr=1", "Note", "T\u00fcr=1"),
+                                    ("Kind=pine", "Kind", 2), ("K=1", "Kind", 1),
+                                    ("{D0000000-0000-0000-0000-000000000001}=3", "Width", 3.0)):
+            with self.subTest(change):
+                self.expect(0, "set", "doors.zdm", 11, change)
+                self.assertEqual(self.sheet()[name]["value"], value)
+        self.expect(0, "set", "doors.zdm", 8, "Height=4")  # of the document's own parameter
+        self.assertEqual(self.sheet()["Height"]["value"], 4.0)
+        changed = {line.split()[0] for line in self.expect(0, "dump", "doors.zdm").splitlines()
+                   if line not in before}
+        self.assertEqual(changed, {"8", "9", "11"})
+
+    def test_set_refuses_what_the_sheet_does(self):
+        before = contents("doors.zdm")
+        for change, code, why in (("Width=wide", 2, "not a value"), ("Kind=elm", 2, "not a value"),
+                                  ("Open=false", 11, "read-only"), ("Height=3", 11, "linked"),
+                                  ("Stands in=3", 11, "cannot be set"), ("Depth=3", 11, "no property")):
+            with self.subTest(change):
+                ended, out, err = zdm("set", "doors.zdm", 11, change)
+                self.assertEqual((ended, out), (code, ""))
+                self.assertIn(why, err)
+        self.assertEqual(contents("doors.zdm"), before)
+
+    def test_refs_and_deletion_know_what_parameters_refer_to(self):
+        refers = read_json("refs", "doors.zdm", 11)["refersTo"]
+        self.assertEqual([row["id"] for row in refers if row["via"] == "parameter"],
+                         [2, 3, 9, 4, 5, 6, 7, 10])
+        self.assertEqual(read_json("refs", "doors.zdm", 10)["referredToBy"][0]["id"], 11)
+        self.expect(11, "delete", "doors.zdm", 10)
+        self.assertEqual(self.expect(0, "audit", "doors.zdm"), "nothing found\n")
 
 
 class Looking(DocumentTest):

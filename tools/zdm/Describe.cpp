@@ -9,9 +9,11 @@
 #include "platform/system/Text.h"
 #include "tools/zdm/CategoryValues.h"
 #include "tools/zdm/ExtendedData.h"
+#include "tools/zdm/Parameters.h"
 #include "zdm/categories/IZCategory.h"
 #include "zdm/categories/IZCategoryReltn.h"
 #include "zdm/identity/OID.h"
+#include "zdm/parameters/IZParameter.h"
 #include "zdm/relations/IZReltnColl.h"
 
 #include <algorithm>
@@ -83,7 +85,7 @@ std::string Word(const std::string& key, const Json& value) {
   if (value.is_null()) return "-";
   if (!value.is_string()) return value.dump();
   const auto text = value.get<std::string>();
-  for (const char* free : {"name", "value", "own", "category"}) {
+  for (const char* free : {"name", "value", "choice", "own", "category"}) {
     if (key == free) return Quoted(text);
   }
   return Escaped(text);
@@ -184,6 +186,9 @@ Json Fields(CZDocument& document, IZDMObject& object) {
   if (auto* category = ViewAs<IZCategory>(&object)) fields["category"] = CategoryFields(*category);
   fields["relations"] = Relations(object);
   fields["data"] = ExtendedData(object);
+  if (auto* parameter = ViewAs<IZParameter>(&object)) fields["parameter"] = Described(*parameter);
+  fields["parameters"] = Parameters(object);
+  fields["sheet"] = Sheet(object);
   if (auto* manager = ViewAs<IZDMObjMgr>(&object)) {
     const IZDMObject* current = manager->GetCurrent();
     fields["current"] = current != nullptr ? Json(manager->GetCurrent()->GetOID()->ID) : Json();
