@@ -3,6 +3,7 @@
 #include "document/CZDocument.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
+#include "zdm/parameters/IZParameter.h"
 #include "zdm/parameters/IZParameterArray.h"
 #include "zdm/relations/ZReltnVisitor.h"
 
@@ -49,6 +50,13 @@ void Lister::List(IZDMObject* object) {
       std::equal(inParameters.begin(), inParameters.end(), walked.begin(), isSame)) {
     for (Reference& reference : walked.first(inParameters.size())) {
       if (reference.via == ReferenceVia::kRelation) reference.via = ReferenceVia::kParameter;
+    }
+  }
+  if (auto* parameter = ViewAs<IZParameter>(object)) {  // no walk reaches what it refers to itself
+    const std::size_t before = out_.size();
+    parameter->Accept(object, object, this);
+    for (Reference& reference : std::span(out_).subspan(before)) {
+      reference.via = ReferenceVia::kParameter;
     }
   }
   auto* manager = ViewAs<IZDMObjMgr>(object);

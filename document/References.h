@@ -14,7 +14,7 @@ namespace zdm {
 
 enum class ReferenceVia {
   kRelation,   // a relation of the object
-  kParameter,  // a relation that a parameter's value holds
+  kParameter,  // a parameter: its definition, the one it is linked to, what its value holds
   kPath,       // a step of a path that a relation or a parameter holds
   kCurrent,    // the current object of a manager
 };

@@ -193,6 +193,8 @@ class Parameters(DocumentTest):
         self.assertEqual([row["id"] for row in refers if row["via"] == "parameter"],
                          [2, 3, 9, 4, 5, 6, 7, 10])
         self.assertEqual(read_json("refs", "doors.zdm", 10)["referredToBy"][0]["id"], 11)
+        self.assertEqual([row["id"] for row in read_json("refs", "doors.zdm", 4)["referredToBy"]],
+                         [9, 11])
         self.expect(11, "delete", "doors.zdm", 10)
         self.assertEqual(self.expect(0, "audit", "doors.zdm"), "nothing found\n")
 

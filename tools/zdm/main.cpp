@@ -1,5 +1,6 @@
 // The command line: inspects the library and its documents.
 #include "platform/ole/CAtlException.h"
+#include "platform/system/Output.h"
 #include "tools/zdm/Commands.h"
 #include "tools/zdm/Output.h"
 #include "tools/zdm/Terminal.h"
@@ -34,7 +35,11 @@ void AddCommands(CLI::App& app, Context& context) {
   }
 }
 
+/// Of what the library reports in a box nothing ends a command: it goes on without it.
+int ShowNothing(void*, const OLECHAR*, const OLECHAR*, UINT) { return IDOK; }
+
 ExitCode Run(std::vector<std::string> arguments) {
+  SetMessageSink({&ShowNothing, nullptr});
   Context context;
   CLI::App app("Document data models of building and mechanical drawings.", "zdm");
   app.add_flag("--json", context.json, "Print JSON");
