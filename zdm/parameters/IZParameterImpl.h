@@ -79,7 +79,6 @@ class IZParameterImpl : public IZObjectImpl<T>, public zdm::ParameterLinks {
   virtual void SaveBody(IZStream* stream, IZDatabase* database);
 
  private:
-  // Not variables: those of an exported template would keep the library from being unloaded.
   enum Flag : USHORT {
     kFlag02 = 0x02,
     kReadOnly = 0x04,
