@@ -7,12 +7,14 @@
 #include "document/DocumentError.h"
 #include "document/DocumentReader.h"
 #include "document/DocumentWriter.h"
+#include "document/PathText.h"
 #include "zdm/categories/CZDMCategoryMgr.h"
 #include "zdm/identity/OID.h"
 #include "zdm/module/DllRegisterZModule.h"
 
 #include <algorithm>
 #include <memory>
+#include <new>
 
 ZDM_OBJECT_BODY(CZDocument)
 
@@ -100,7 +102,8 @@ void CZDocument::LoadOwnData(IZStream* stream, IZDatabase* database) {
   defaultDispAttrib_ = attribute;
 }
 
-ZRefPtr<CZDocument> CZDocument::Open(const std::filesystem::path& path, IZProgressMeter* meter) {
+ZRefPtr<CZDocument> CZDocument::Open(const std::filesystem::path& path,
+                                     IZProgressMeter* meter) try {
   auto document = zdm::MakeObject<CZDocument, CZDocument>();
   try {
     zdm::DocumentReader(path).Read(*document, meter);
@@ -111,18 +114,20 @@ ZRefPtr<CZDocument> CZDocument::Open(const std::filesystem::path& path, IZProgre
   document->path_ = path;
   document->isModified_ = false;
   return document;
+} catch (const std::bad_alloc&) {
+  throw zdm::ErrorOf(E_OUTOFMEMORY, zdm::ToUtf8(zdm::WideName(path)));
 }
 
-void CZDocument::Save() {
+void CZDocument::Save(IZProgressMeter* meter) {
   if (path_.empty()) {
     throw zdm::DocumentError(zdm::DocumentFault::kNotFound, E_INVALIDARG, "no file to save to");
   }
-  SaveAs(path_);
+  SaveAs(path_, meter);
 }
 
-void CZDocument::SaveAs(const std::filesystem::path& path) {
+void CZDocument::SaveAs(const std::filesystem::path& path, IZProgressMeter* meter) {
   std::filesystem::path kept = path;  // so that nothing fails once the file is there
-  zdm::DocumentWriter(*this).Write(path);
+  zdm::DocumentWriter(*this, meter).Write(path);
   path_.swap(kept);
   isModified_ = false;
 }

@@ -53,9 +53,10 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
                                   IZProgressMeter* meter = nullptr);
   /// Saves where it was opened or saved last. At every moment the old or the new file is there,
   /// whole. Saving what was opened and not changed gives the same bytes.
-  void Save();
+  /// @param meter  told the number of records and stepped by each; may be null.
+  void Save(IZProgressMeter* meter = nullptr);
   /// Saves at `path`, in place of any file there; that is the document's file from then on.
-  void SaveAs(const std::filesystem::path& path);
+  void SaveAs(const std::filesystem::path& path, IZProgressMeter* meter = nullptr);
   /// Of the last opening or saving; empty for a new document.
   const std::filesystem::path& GetPath() const { return path_; }
   /// Something was added since, or SetModified was called.

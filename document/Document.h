@@ -35,8 +35,10 @@ class Document {
   CZDocument* operator->() const { return document_; }
 
   /// Saves where it was opened or saved last.
-  void Save() { document_->Save(); }
-  void Save(const std::filesystem::path& path) { document_->SaveAs(path); }
+  void Save(IZProgressMeter* meter = nullptr) { document_->Save(meter); }
+  void Save(const std::filesystem::path& path, IZProgressMeter* meter = nullptr) {
+    document_->SaveAs(path, meter);
+  }
 
   /// A new plain object in `manager` (null: in the document itself), with the next ID.
   IZDMObject* Add(WideView name, IZDMObjMgr* manager = nullptr);

@@ -88,6 +88,11 @@ bool Lister::MapPID(IZDMObject*, IZDMObject* owner, IZRelation*, PID** pid) {
 
 }  // namespace
 
+const char* NameOf(ReferenceVia via) {
+  constexpr const char* kNames[] = {"relation", "parameter", "path", "current"};
+  return kNames[static_cast<std::size_t>(via)];
+}
+
 std::vector<Reference> ReferencesOf(IZDMObject* object) {
   std::vector<Reference> references;
   Lister(&references).List(object);

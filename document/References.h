@@ -19,6 +19,9 @@ enum class ReferenceVia {
   kCurrent,    // the current object of a manager
 };
 
+/// In a word: "relation", "parameter", "path", "current".
+const char* NameOf(ReferenceVia via);
+
 /// Borrowed; valid as long as nothing of the object changes.
 struct Reference {
   IZDMObject* from;

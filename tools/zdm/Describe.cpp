@@ -141,20 +141,6 @@ std::string ClassOf(IZDMObject& object) {
   return object.getZRClass()->GetName();
 }
 
-const char* TextOf(ReferenceVia via) {
-  switch (via) {
-    case ReferenceVia::kRelation:
-      return "relation";
-    case ReferenceVia::kParameter:
-      return "parameter";
-    case ReferenceVia::kPath:
-      return "path";
-    case ReferenceVia::kCurrent:
-      break;
-  }
-  return "current";
-}
-
 Json Brief(const OID& oid) {
   Json brief = {{"id", oid.ID}, {"name", nullptr}, {"class", nullptr}};
   if (oid.Object == nullptr) return brief;
