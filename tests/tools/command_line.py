@@ -111,7 +111,7 @@ class MakingAndChanging(DocumentTest):
 class Looking(DocumentTest):
     def test_info_reads_the_index(self):
         info = read_json("info", "sample.zdm")
-        self.assertEqual([info[key] for key in ("fileBytes", "formatVersion", "objects",
+        self.assertEqual([info[key] for key in ("fileBytes", "formatVersion", "records",
                                                 "recordStreams", "lowestId", "highestId")],
                          [os.path.getsize("sample.zdm"), 1, 5, 1, 1, 5])
 

@@ -1,4 +1,5 @@
 // The command line: inspects the library and its documents.
+#include "drawing/ClassTable.h"
 #include "platform/ole/CAtlException.h"
 #include "tools/zdm/Commands.h"
 #include "tools/zdm/Output.h"
@@ -27,13 +28,15 @@ constexpr const char* kFooter =
     "  zdm COMMAND --help";
 
 void AddCommands(CLI::App& app, Context& context) {
-  for (const auto add : {AddNew, AddAdd, AddRelate, AddSet, AddDelete, AddInfo, AddTree, AddShow,
+  for (const auto add : {AddNew, AddAdd, AddRelate, AddSet, AddDelete, AddImport, AddExport,
+                         AddView, AddInfo, AddTree, AddShow,
                          AddRefs, AddDump, AddGraph, AddAudit, AddRecover, AddClasses, AddCreate}) {
     add(app, context);
   }
 }
 
 ExitCode Run(std::vector<std::string> arguments) {
+  RegisterDrawingClasses();
   Context context;
   CLI::App app("Document data models of building and mechanical drawings.", "zdm");
   app.add_flag("--json", context.json, "Print JSON");

@@ -1,0 +1,9 @@
+#include "drawing/Parameters.h"
+
+namespace zdm {
+
+void Parameters::Make(IZDMObject&, ULONG) {}
+
+void CollectParameterEdits(IZDMObject&, const DrawingPart&, const TextCodec&, GroupEdits*) {}
+
+}  // namespace zdm
