@@ -71,7 +71,7 @@ void DrawingBuilder::NotePresent(IZDMObjMgr& manager, const WideString& path) {
       takenNames_.insert(NameKey(name));
     }
     auto* section = dynamic_cast<CZDMDrawingSection*>(object);
-    if (section != nullptr && std::ranges::count(path, kInside) == 0) {
+    if (section != nullptr && std::ranges::count(path, kInside) < 2) {
       NotePresent(*section, PathOf(path, name));
     }
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "document/CZDocument.h"
+#include "document/DocumentError.h"
 #include "drawing/CZDMDrawing.h"
 #include "drawing/DrawingFile.h"
 #include "drawing/Export.h"
