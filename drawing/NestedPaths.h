@@ -18,6 +18,6 @@ std::vector<IZDMObject*> InsertsIn(IZDMObjMgr& manager);
 /// where a block comes back to itself; at most kMostSteps records go into all paths together.
 void PoolPaths(CZDMDrawing& drawing, CPIDManager& paths, Warnings* warnings);
 
-constexpr std::size_t kMostSteps = 4'000'000;
+constexpr std::size_t kMostSteps = 1'000'000;
 
 }  // namespace zdm
