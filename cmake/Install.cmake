@@ -2,11 +2,11 @@
 # (find_package(zdm), targets zdm::zdm and zdm::document) and a pkg-config file of the library.
 include(CMakePackageConfigHelpers)
 
-install(TARGETS zdm zdm_document EXPORT zdmTargets
+install(TARGETS zdm zdm_document zdm_drawing EXPORT zdmTargets
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-foreach(folder IN ITEMS platform zdm document)
+foreach(folder IN ITEMS platform zdm document drawing)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}
           DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zdm
           FILES_MATCHING PATTERN "*.h" PATTERN "*.inl" PATTERN "*.def" PATTERN portable EXCLUDE)

@@ -202,7 +202,7 @@ class Parameters(DocumentTest):
 class Looking(DocumentTest):
     def test_info_reads_the_index(self):
         info = read_json("info", "sample.zdm")
-        self.assertEqual([info[key] for key in ("fileBytes", "formatVersion", "objects",
+        self.assertEqual([info[key] for key in ("fileBytes", "formatVersion", "records",
                                                 "recordStreams", "lowestId", "highestId")],
                          [os.path.getsize("sample.zdm"), 1, 10, 1, -4, 7])
 

@@ -21,12 +21,20 @@ void Command::Argument(const char* name, std::vector<LONG>& value, const char* w
   command_.add_option(name, value, what)->required();
 }
 
+void Command::Argument(const char* name, std::vector<std::string>& value, const char* what) {
+  command_.add_option(name, value, what)->required();
+}
+
 void Command::Argument(const char* name, std::optional<LONG>& value, const char* what) {
   command_.add_option(name, value, what);
 }
 
 void Command::Option(const char* name, std::string& value, const char* what) {
   command_.add_option(name, value, what);
+}
+
+void Command::Required(const char* name, std::string& value, const char* what) {
+  command_.add_option(name, value, what)->required();
 }
 
 void Command::Option(const char* name, LONG& value, const char* what) {

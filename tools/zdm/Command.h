@@ -25,10 +25,13 @@ class Command {
   void Argument(const char* name, LONG& value, const char* what);
   /// One or more.
   void Argument(const char* name, std::vector<LONG>& value, const char* what);
+  void Argument(const char* name, std::vector<std::string>& value, const char* what);
   /// May be left out.
   void Argument(const char* name, std::optional<LONG>& value, const char* what);
 
   void Option(const char* name, std::string& value, const char* what);
+  /// An option that must be given.
+  void Required(const char* name, std::string& value, const char* what);
   void Option(const char* name, LONG& value, const char* what);
   void Flag(const char* name, bool& value, const char* what);
 

@@ -20,6 +20,11 @@ void AddRelate(CLI::App& app, Context& context);
 void AddSet(CLI::App& app, Context& context);
 void AddDelete(CLI::App& app, Context& context);
 
+// Drawings in and out of them.
+void AddImport(CLI::App& app, Context& context);
+void AddExport(CLI::App& app, Context& context);
+void AddView(CLI::App& app, Context& context);
+
 // Looking at them.
 void AddInfo(CLI::App& app, Context& context);
 void AddTree(CLI::App& app, Context& context);

@@ -1,6 +1,7 @@
 #include "document/DocumentReader.h"
 #include "tools/zdm/Commands.h"
 #include "tools/zdm/Describe.h"
+#include "tools/zdm/DrawingInfo.h"
 #include "tools/zdm/OpenDocument.h"
 
 #include <memory>
@@ -9,19 +10,28 @@ namespace zdm::tool {
 
 namespace {
 
+/// Also of a document whose objects cannot be read: then nothing is said of its drawing.
+Json DrawingOf(const std::string& file) try {
+  const Document document = Open(file);
+  return DrawingInfo(*document.Get());
+} catch (const DocumentError&) {
+  return Json::object();
+}
+
 void PrintInfo(const Context& context, const std::string& file) {
   const DocumentInfo info = DocumentReader(PathOf(file)).GetInfo();
   std::error_code failed;
-  const Json fields = {{"fileBytes", std::filesystem::file_size(PathOf(file), failed)},
+  Json fields = {{"fileBytes", std::filesystem::file_size(PathOf(file), failed)},
                        {"formatVersion", info.formatVersion},
                        {"ids", info.ids},
-                       {"objects", info.objects},
+                       {"records", info.objects},
                        {"embedded", info.embedded},
                        {"recordStreams", info.chunks},
                        {"recordBytes", info.recordBytes},
                        {"largestRecord", info.largestRecord},
                        {"lowestId", info.lowestId},
                        {"highestId", info.highestId}};
+  fields.update(DrawingOf(file));
   if (context.json) return PrintJson(fields);
   for (const std::string& line : Lines(fields)) PrintLine(line);
 }
@@ -30,7 +40,7 @@ void PrintInfo(const Context& context, const std::string& file) {
 
 void AddInfo(CLI::App& app, Context& context) {
   auto file = std::make_shared<std::string>();
-  Command command(app, "info", "What the file says of itself; reads the index, loads no object");
+  Command command(app, "info", "What the file says of itself, and what its drawing holds");
   command.Argument("FILE", *file, "The document");
   command.Footer("Example:\n  zdm info house.zdm --json");
   command.Run([&context, file] { PrintInfo(context, *file); });

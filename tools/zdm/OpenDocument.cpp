@@ -25,6 +25,12 @@ IZDMObject* Require(const Document& document, LONG id) {
   return object;
 }
 
+CZDMDrawing& RequireDrawing(const Document& document) {
+  CZDMDrawing* drawing = FindDrawing(*document.Get());
+  if (drawing == nullptr) throw Failure(kNoObject, "the document has no drawing");
+  return *drawing;
+}
+
 void RequireNoFile(const std::string& file) {
   std::error_code failed;
   if (std::filesystem::exists(std::filesystem::symlink_status(PathOf(file), failed))) {

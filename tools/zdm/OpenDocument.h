@@ -3,6 +3,7 @@
 #pragma once
 
 #include "document/Document.h"
+#include "drawing/CZDMDrawing.h"
 
 #include <filesystem>
 #include <string>
@@ -18,6 +19,8 @@ void Save(Document& document);
 
 /// The valid object of that ID, -1 for the document itself. Throws Failure(kNoObject).
 IZDMObject* Require(const Document& document, LONG id);
+/// Throws Failure(kNoObject) for a document without one.
+CZDMDrawing& RequireDrawing(const Document& document);
 /// Throws Failure(kRefused) when there is a file already.
 void RequireNoFile(const std::string& file);
 

@@ -89,6 +89,8 @@ void PrintError(const std::string& text) {
   std::fprintf(stderr, "zdm: %s\n", Escaped(text).c_str());
 }
 
+void PrintWarning(const std::string& text) { PrintError("warning: " + text); }
+
 void FinishOutput() {
   errno = 0;
   if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return;

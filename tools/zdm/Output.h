@@ -29,6 +29,8 @@ void PrintLine(const std::string& line);
 void PrintJson(const Json& json);
 /// One line on stderr, behind the program's name.
 void PrintError(const std::string& text);
+/// The same for what does not stop the work.
+void PrintWarning(const std::string& text);
 /// Throws Failure when not all could be written.
 void FinishOutput();
 

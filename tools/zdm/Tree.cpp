@@ -1,6 +1,7 @@
 #include "tools/zdm/Commands.h"
 #include "tools/zdm/Describe.h"
 #include "tools/zdm/OpenDocument.h"
+#include "tools/zdm/TreePaths.h"
 #include "zdm/identity/OID.h"
 
 #include <memory>
@@ -70,8 +71,14 @@ class TreePrinter {
   std::vector<Level> levels_;
 };
 
-void PrintTree(const Context& context, const std::string& file) {
-  const Document document = Open(file);
+struct Options {
+  std::string file;
+  bool hasPaths = false;
+};
+
+void PrintTree(const Context& context, const Options& options) {
+  const Document document = Open(options.file);
+  if (options.hasPaths) return PrintPaths(context, document);
   TreePrinter printer(context.json);
   printer.Print(Require(document, kRootID));
   const auto& strays = document->GetStrays();
@@ -83,11 +90,12 @@ void PrintTree(const Context& context, const std::string& file) {
 }  // namespace
 
 void AddTree(CLI::App& app, Context& context) {
-  auto file = std::make_shared<std::string>();
+  auto options = std::make_shared<Options>();
   Command command(app, "tree", "The objects, below the managers that hold them");
-  command.Argument("FILE", *file, "The document");
+  command.Argument("FILE", options->file, "The document");
+  command.Flag("--paths", options->hasPaths, "The pooled paths of nested references instead");
   command.Footer("Example:\n  zdm tree house.zdm");
-  command.Run([&context, file] { PrintTree(context, *file); });
+  command.Run([&context, options] { PrintTree(context, *options); });
 }
 
 }  // namespace zdm::tool

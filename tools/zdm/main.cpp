@@ -1,4 +1,5 @@
 // The command line: inspects the library and its documents.
+#include "drawing/ClassTable.h"
 #include "platform/ole/CAtlException.h"
 #include "platform/system/Output.h"
 #include "tools/zdm/Commands.h"
@@ -28,9 +29,9 @@ constexpr const char* kFooter =
     "  zdm COMMAND --help";
 
 void AddCommands(CLI::App& app, Context& context) {
-  for (const auto add : {AddNew, AddAdd, AddRelate, AddSet, AddDelete, AddInfo, AddTree,
-                         AddCategories, AddDefinitions, AddShow, AddRefs, AddDump, AddGraph,
-                         AddAudit, AddRecover, AddClasses, AddCreate}) {
+  for (const auto add : {AddNew, AddAdd, AddRelate, AddSet, AddDelete, AddImport, AddExport, AddView,
+                         AddInfo, AddTree, AddCategories, AddDefinitions, AddShow, AddRefs, AddDump,
+                         AddGraph, AddAudit, AddRecover, AddClasses, AddCreate}) {
     add(app, context);
   }
 }
@@ -40,6 +41,7 @@ int ShowNothing(void*, const OLECHAR*, const OLECHAR*, UINT) { return IDOK; }
 
 ExitCode Run(std::vector<std::string> arguments) {
   SetMessageSink({&ShowNothing, nullptr});
+  RegisterDrawingClasses();
   Context context;
   CLI::App app("Document data models of building and mechanical drawings.", "zdm");
   app.add_flag("--json", context.json, "Print JSON");

@@ -1,0 +1,3 @@
+#include "drawing/CZDMDrawingBlock.h"
+
+ZDM_OBJECT_BODY(CZDMDrawingBlock)

@@ -1,0 +1,3 @@
+#include "drawing/CZDMDrawingDictionary.h"
+
+ZDM_OBJECT_BODY(CZDMDrawingDictionary)

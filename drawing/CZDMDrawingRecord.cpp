@@ -1,0 +1,3 @@
+#include "drawing/CZDMDrawingRecord.h"
+
+ZDM_OBJECT_BODY(CZDMDrawingRecord)

@@ -1,0 +1,3 @@
+#include "drawing/CZDMDrawingSection.h"
+
+ZDM_OBJECT_BODY(CZDMDrawingSection)

@@ -1,0 +1,3 @@
+#include "drawing/CZDMDrawingSequence.h"
+
+ZDM_OBJECT_BODY(CZDMDrawingSequence)
