@@ -4,6 +4,7 @@
 #include "tests/model/ModelSupport.h"
 #include "tests/support/SlotOf.h"
 #include "tests/support/Thrown.h"
+#include "zdm/identity/COIDManager.h"
 #include "zdm/model/CZDMObjEmbed.h"
 #include "zdm/relations/CZReltnColl.h"
 
@@ -189,6 +190,15 @@ TEST_F(Embed, ForwardsToItsExtension) {
   GUID classId = GUID_NULL;
   EXPECT_EQ(embed->GetExtClassID(&classId), S_OK);
   EXPECT_EQ(classId, zdm::ClassRow<Extension>::kClassID);
+}
+
+// Its walk answers no to every question, so it counts as referring to nothing.
+TEST_F(Embed, IsNotSortedBehindWhatItsExtensionRefersTo) {
+  ext->relation = RelationTo(target);
+  std::vector<OID*> records = {embed->GetOID(), target->GetOID()};
+  COIDManager::Sort(records);
+  EXPECT_EQ(records.front(), embed->GetOID());
+  EXPECT_FALSE(COIDManager::IsAGreaterThanB(records.front(), records.back()));
 }
 
 TEST_F(Embed, WithoutExtensionAnswersNothing) {
