@@ -7,6 +7,10 @@
 #include "zdm/extdata/CZExtDataMgr.h"
 #include "zdm/host/IZGiDevice.h"
 #include "zdm/host/IZGiMaterial.h"
+#include "zdm/model/CZDefinition.h"
+#include "zdm/parameters/CZParameter.h"
+#include "zdm/properties/CZProperty.h"
+#include "zdm/relations/ZDfValues.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +21,7 @@ using zdm::test::BytesOf;
 using zdm::test::Canary;
 using zdm::test::IDsOffered;
 using zdm::test::MakeItem;
-using zdm::test::ParamArray;
+using zdm::test::ParametersTo;
 using zdm::test::RelationTo;
 using zdm::test::Stray;
 using zdm::test::TestDatabase;
@@ -69,9 +73,9 @@ class Tree : public IZObjectImpl<IZTreeData> {
 };
 
 /// A parameter array that writes down when it goes, and cannot be copied.
-class LastArray : public ParamArray {
+class LastArray : public CZParameterArray {
  public:
-  using ParamArray::Clone;
+  using CZParameterArray::Clone;
 
   explicit LastArray(std::string& log) : log_(log) {}
   ~LastArray() override { log_ += "parameters "; }
@@ -101,6 +105,8 @@ namespace {
 
 constexpr GUID kKey = {1, 0, 0, {}};
 constexpr GUID kOtherKey = {2, 0, 0, {}};
+constexpr GUID kKeys[] = {{1, 0, 0, {}}, {2, 0, 0, {}}, {3, 0, 0, {}},
+                          {4, 0, 0, {}}, {5, 0, 0, {}}, {6, 0, 0, {}}};
 
 ZRefPtr<IZDMObject> MakePlain() { return zdm::MakeObject<IZDMObject, CZDMPlainObject>(); }
 
@@ -112,11 +118,23 @@ std::string NameOf(IZDMObject* object) {
 
 class DMObject : public testing::Test {
  protected:
-  DMObject() {
-    zdm::RegisterDocumentClasses();
-    zdm::test::RegisterStandIns();
+  DMObject() { zdm::RegisterDocumentClasses(); }
+
+  /// A new parameter, without value, of a new definition.
+  ZRefPtr<IZParameter> ParameterOf(const GUID& key) {
+    const auto property = zdm::MakeObject<IZProperty, CZProperty>();
+    property->SetGUID(key);
+    auto definition = zdm::MakeObject<CZDefinition, CZDefinition>();
+    definition->SetProperty(property, true);
+    db.Add(definition.Get());
+    definitions.push_back(definition);
+    auto parameter = zdm::MakeObject<IZParameter, CZParameter>();
+    parameter->SetDefinition(static_cast<IZDefinition*>(definition.Get()));
+    return parameter;
   }
+
   TestDatabase db;
+  std::vector<ZRefPtr<CZDefinition>> definitions;
 };
 
 TEST_F(DMObject, StartsUnattachedWithTheMaskOfANewObject) {
@@ -267,9 +285,7 @@ TEST_F(DMObject, OffersOwnerThenParametersThenValidRelations) {
   auto invalid = RelationTo(db.MakeObject(nullptr, 14));
   invalid->ClearReltnStatus(ZRS_VALID);
   object->AddRelation(invalid);
-  auto array = zdm::Attached(new ParamArray);
-  array->relation = RelationTo(other);
-  object->SetParameterArray(array, false);
+  object->SetParameterArray(ParametersTo(other), false);
   EXPECT_EQ(IDsOffered(*object), "11 13 12 ");
 
   const struct {
@@ -303,7 +319,7 @@ TEST_F(DMObject, CloneCarriesIDOwnerAndCopiesOfWhatItHolds) {
   object->SetStatus(40);
   object->AddRelation(RelationTo(target));
   object->SetExtData(kKey, MakeItem(OLESTR("item")));
-  auto array = zdm::Attached(new ParamArray);
+  const auto array = ParametersTo(target);
   object->SetParameterArray(array, false);
 
   IZObject* bare = object->Clone();
@@ -316,7 +332,7 @@ TEST_F(DMObject, CloneCarriesIDOwnerAndCopiesOfWhatItHolds) {
   EXPECT_EQ(clone->GetOID()->Status, std::bitset<64>().set(2).set(12));
   EXPECT_EQ(clone->GetOptionAllowed(), 5);
   EXPECT_EQ(NameOf(clone), "wall");
-  EXPECT_EQ(IDsOffered(*clone), "-1 1 ");
+  EXPECT_EQ(IDsOffered(*clone), "-1 1 1 ");
   EXPECT_NE(clone->GetReltnColl()->GetHead(), object->GetReltnColl()->GetHead());
   EXPECT_NE(clone->GetExtData(kKey, OLESTR("item")), nullptr);
   EXPECT_NE(clone->GetExtData(kKey, OLESTR("item")), object->GetExtData(kKey, OLESTR("item")));
@@ -331,7 +347,7 @@ TEST_F(DMObject, CopyTakesAwayWhatTheSourceLacks) {
   auto source = MakePlain();
   auto object = db.MakeObject();
   object->AddRelation(RelationTo(source));
-  object->SetParameterArray(zdm::MakeObject<IZParameterArray, ParamArray>(), false);
+  object->SetParameterArray(ParametersTo(source), false);
   object->SetExtData(kKey, MakeItem(OLESTR("item")));
   object->CopyFrom(source.Get());
   EXPECT_TRUE(object->IsObjectValid());  // an invalid source does not take it away
@@ -479,7 +495,8 @@ TEST_F(DMObject, OwnsItsParameterArray) {
   EXPECT_EQ(array->GetOwner(), nullptr);
 }
 
-TEST_F(DMObject, ForwardsParameterAccessToTheArray) {
+// Each operation reaches the parameter of its own type, and no other.
+TEST_F(DMObject, ReadsAndWritesParametersByDefinition) {
   auto object = MakePlain();
   double number = 7;
   LONG integer = 7;
@@ -487,38 +504,50 @@ TEST_F(DMObject, ForwardsParameterAccessToTheArray) {
   auto text = reinterpret_cast<BSTR>(&number);
   auto* value = reinterpret_cast<ZDfValue*>(&number);
   IZDMObject* target = object;
-  const auto askAll = [&] {
-    int answered = 0;
-    answered += object->GetParamDouble(&kKey, &number);
-    answered += object->SetParamDouble(&kKey, 1);
-    answered += object->GetParamLong(&kKey, &integer);
-    answered += object->SetParamLong(&kKey, 1);
-    answered += object->GetParamString(&kKey, &text);
-    answered += object->SetParamString(&kKey, nullptr);
-    answered += object->GetParamValue(&kKey, &value);
-    answered += object->SetParamValue(&kKey, nullptr);
-    answered += object->GetParamRelation(&kKey, &target);
-    answered += object->SetParamRelation(&kKey, nullptr, true);
-    answered += object->GetParamBool(&kKey, &flag);
-    answered += object->SetParamBool(&kKey, false);
-    return answered;
+  const auto setAll = [&] {
+    ZDfLong long8;
+    long8.Value = 8;
+    return object->SetParamDouble(&kKeys[0], 1.5) + object->SetParamLong(&kKeys[1], 2) +
+           object->SetParamString(&kKeys[2], OLESTR("oak")) +
+           object->SetParamValue(&kKeys[3], &long8) +
+           object->SetParamRelation(&kKeys[4], object, true) +
+           object->SetParamBool(&kKeys[5], false);
   };
-  EXPECT_EQ(askAll(), 0);
-  EXPECT_EQ(object->GetParameter(kKey), nullptr);
-  EXPECT_EQ(number, 7);
-  EXPECT_EQ(text, nullptr);
-  EXPECT_EQ(value, nullptr);
-  EXPECT_EQ(target, nullptr);
+  const auto getAll = [&] {
+    return object->GetParamDouble(&kKeys[0], &number) + object->GetParamLong(&kKeys[1], &integer) +
+           object->GetParamString(&kKeys[2], &text) + object->GetParamValue(&kKeys[3], &value) +
+           object->GetParamRelation(&kKeys[4], &target) + object->GetParamBool(&kKeys[5], &flag);
+  };
+  object->AddParameter(nullptr);  // makes the array
+  EXPECT_NE(object->PeekParameterArray(), nullptr);
+  object->ClearParameters();
+  for (const bool hasArray : {false, true}) {
+    if (hasArray) object->AddParameter(nullptr);
+    EXPECT_EQ(setAll() + getAll(), 0);
+    EXPECT_EQ(object->GetParameter(kKeys[0]), nullptr);
+    EXPECT_EQ(number, 7);
+    EXPECT_EQ(integer, 7);
+    EXPECT_TRUE(flag);
+    EXPECT_EQ(text, nullptr);
+    EXPECT_EQ(value, nullptr);
+    EXPECT_EQ(target, nullptr);
+  }
 
-  auto array = zdm::Attached(new ParamArray);
-  object->SetParameterArray(array, false);
-  EXPECT_EQ(askAll(), 12);
-  object->GetParameter(kKey);
-  object->AddParameter(nullptr);
-  EXPECT_EQ(array->calls,
-            "GetParamDouble SetParamDouble GetParamLong SetParamLong GetParamString "
-            "SetParamString GetParamValue SetParamValue GetParamRelation SetParamRelation "
-            "GetParamBool SetParamBool GetParameter Add");
+  object->PeekParameterArray()->BeginAdd();
+  for (const GUID& key : kKeys) object->AddParameter(ParameterOf(key));
+  object->PeekParameterArray()->EndAdd();
+  EXPECT_EQ(setAll(), 5);  // the relation needs one to be there
+  object->GetParameter(kKeys[4])->SetRelation(nullptr, false);
+  EXPECT_EQ(setAll() + getAll(), 12);
+  EXPECT_EQ(number, 1.5);
+  EXPECT_EQ(integer, 2);
+  EXPECT_EQ(zdm::ToUtf8(text), "oak");
+  EXPECT_EQ(static_cast<ZDfLong*>(value)->Value, 8);
+  EXPECT_EQ(target, object.Get());
+  EXPECT_EQ(object->GetReferenceCount(), 2u);
+  EXPECT_FALSE(flag);
+  SysFreeString(text);
+  target->Release();
 }
 
 TEST_F(DMObject, MaterialIsTheParametersUnlessItDefersToTheCategory) {
@@ -528,9 +557,13 @@ TEST_F(DMObject, MaterialIsTheParametersUnlessItDefersToTheCategory) {
   EXPECT_EQ(found.Get(), nullptr);
 
   auto material = zdm::Attached(new zdm::test::Material);
-  auto array = zdm::Attached(new ParamArray);
-  array->relation = RelationTo(material);
-  object->SetParameterArray(array, false);
+  const auto parameter = ParameterOf(kKey);
+  parameter->SetRelation(material, false);
+  ZRefPtr<IZParameterArray> array;
+  object->GetParameterArray(array.Out());
+  array->BeginAdd();
+  array->Add(parameter, 0);
+  array->EndAdd();
   EXPECT_TRUE(object->GetMaterial(&kKey, found.Out()));
   EXPECT_EQ(found.Get(), material.Get());
   EXPECT_EQ(material->GetReferenceCount(), 2u);
@@ -550,7 +583,7 @@ TEST_F(DMObject, MaterialIsTheParametersUnlessItDefersToTheCategory) {
   EXPECT_EQ(found.Get(), nullptr);
   EXPECT_EQ(material->GetReferenceCount(), 1u);
 
-  array->relation = RelationTo(object);  // no material
+  parameter->SetRelation(object, false);  // no material
   EXPECT_TRUE(object->GetMaterial(&kKey, found.Out()));
   EXPECT_EQ(found.Get(), nullptr);
 }

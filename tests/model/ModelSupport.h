@@ -1,11 +1,12 @@
 // Objects and visitors for tests of data-model objects.
 #pragma once
 
-#include "tests/model/StandIns.h"
+#include "tests/support/TestDatabase.h"
 #include "zdm/extdata/CZExtDataObj.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
+#include "zdm/parameters/CZParameterArray.h"
 #include "zdm/relations/ZReltnVisitor.h"
 
 #include <string>
@@ -31,6 +32,9 @@ inline ZRefPtr<IZExtDataAccess> MakeItem(const OLECHAR* name) {
   item->SetName(name);
   return item;
 }
+
+/// A new array of one parameter, without definition, that refers to `target`.
+ZRefPtr<IZParameterArray> ParametersTo(IZDMObject* target);
 
 /// Looks inside every relation and writes down the IDs it is offered, each followed by a blank;
 /// "-" for a null record. Answers true once to the ID `stopAt`.

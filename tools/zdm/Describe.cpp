@@ -9,7 +9,9 @@
 #include "platform/ole/BytesStream.h"
 #include "platform/system/Text.h"
 #include "tools/zdm/ExtendedData.h"
+#include "tools/zdm/Parameters.h"
 #include "zdm/identity/OID.h"
+#include "zdm/parameters/IZParameter.h"
 #include "zdm/relations/IZReltnColl.h"
 #include "zdm/relations/IZSingleReltn.h"
 
@@ -67,7 +69,8 @@ std::string Word(const std::string& key, const Json& value) {
   if (value.is_null()) return "-";
   if (!value.is_string()) return value.dump();
   const auto text = value.get<std::string>();
-  return key == "name" || key == "value" ? Quoted(text) : Escaped(text);
+  const bool isFree = key == "name" || key == "value" || key == "choice";
+  return isFree ? Quoted(text) : Escaped(text);
 }
 
 std::string Words(const std::string& key, const Json& values) {
@@ -164,6 +167,9 @@ Json Fields(CZDocument& document, IZDMObject& object) {
   fields["name"] = NameOf(object);
   fields["relations"] = Relations(object);
   fields["data"] = ExtendedData(object);
+  if (auto* parameter = ViewAs<IZParameter>(&object)) fields["parameter"] = Described(*parameter);
+  fields["parameters"] = Parameters(object);
+  fields["sheet"] = Sheet(object);
   if (auto* manager = ViewAs<IZDMObjMgr>(&object)) {
     const IZDMObject* current = manager->GetCurrent();
     fields["current"] = current != nullptr ? Json(manager->GetCurrent()->GetOID()->ID) : Json();

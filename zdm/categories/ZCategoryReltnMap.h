@@ -5,7 +5,7 @@
 // Stream form: above Save in ZCategoryReltnMap.cpp.
 #pragma once
 
-#include "zdm/categories/WeakView.h"
+#include "zdm/framework/WeakView.h"
 #include "zdm/framework/ZRefPtr.h"
 #include "zdm/relations/IZReltnColl.h"
 

@@ -12,13 +12,6 @@ inline constexpr bool kPending = false;
 #define ZDM_PENDING(Class) \
   template <>              \
   inline constexpr bool kPending<Class> = true;
-ZDM_PENDING(CZDefinition)
-ZDM_PENDING(CZDefinitionMgr)
-ZDM_PENDING(CZDMParameter)
-ZDM_PENDING(CZDMParameterMgr)
-ZDM_PENDING(CZParameter)
-ZDM_PENDING(CZParameterArray)
-ZDM_PENDING(CZParameterColl)
 ZDM_PENDING(ZReltnVisitorMapID)
 ZDM_PENDING(ZReltnVisitorMapIDForPaste)
 #undef ZDM_PENDING
