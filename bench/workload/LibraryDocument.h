@@ -22,12 +22,10 @@ class LibraryDocument {
   std::uint64_t Lookup(const std::vector<std::uint32_t>& ids) const;
   double Params(const std::vector<ParamPick>& picks) const;
   std::uint64_t Walk() const;
-  /// Visits every object and does nothing there.
+  /// Visits every object until it shows a reference to the target.
   std::uint64_t ReverseScan(std::uint32_t target) const;
-  /// The index is built by the first question.
-  void MakeIndex();
-  /// As if the document had never been asked.
-  void DropIndex();
+  /// The document's index is built by the first question.
+  void MakeIndex() const { static_cast<void>(document_->ReferrersOf(1)); }
   std::uint64_t Reverse(const std::vector<std::uint32_t>& targets) const;
   std::uint64_t Dependents(std::uint32_t changed) const;
   std::uint64_t Closure(std::uint32_t start) const;
