@@ -34,21 +34,16 @@ class Adjacency {
   /// All lists turned round: `other` has `node` where `node` has `other` here.
   void Reverse(Adjacency& out) const {
     out.Reset(runs_.size());
-    const auto forEach = [this](auto take) {
-      for (Node node = 0; node < runs_.size(); ++node) {
-        for (const Node other : (*this)[node]) take(node, out, other);
-      }
-    };
-    forEach([](Node, Adjacency& to, Node other) { ++to.runs_[other].room; });
+    ForEach([&](Node, Node other) { ++out.runs_[other].room; });
     std::size_t first = 0;
     for (Run& run : out.runs_) {
       run.first = first;
       first += run.room;
     }
     out.pool_.resize(first);
-    forEach([](Node node, Adjacency& to, Node other) {
-      Run& run = to.runs_[other];
-      to.pool_[run.first + run.count++] = node;
+    ForEach([&](Node node, Node other) {
+      Run& run = out.runs_[other];
+      out.pool_[run.first + run.count++] = node;
     });
   }
 
@@ -81,6 +76,13 @@ class Adjacency {
     ULONG count = 0;
     ULONG room = 0;
   };
+
+  template <class Take>
+  void ForEach(Take take) const {
+    for (Node node = 0; node < runs_.size(); ++node) {
+      for (const Node other : (*this)[node]) take(node, other);
+    }
+  }
 
   std::vector<Run> runs_;
   std::vector<Node> pool_;
