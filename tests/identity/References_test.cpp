@@ -10,12 +10,7 @@
 #include <random>
 #include <set>
 
-namespace zdm::test {
-class Through;
-}
-
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Through,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZRelation)
+ZDM_TEST_CLASS(Through, IZObject, IZRelation)
 
 namespace zdm::test {
 
@@ -69,29 +64,6 @@ class Referring : public testing::Test {
 };
 
 using Sort = Referring;
-
-TEST_F(Sort, PutsAnObjectBehindItsTarget) {
-  Make({1, 2});
-  Refer(1, 2);
-  EXPECT_EQ(Sorted(), (std::vector<LONG>{2, 1}));
-}
-
-TEST_F(Sort, PutsTheLowerIDFirstWhereBothRefer) {
-  Make({1, 2});
-  Refer(1, 2);
-  Refer(2, 1);
-  EXPECT_EQ(Sorted(), (std::vector<LONG>{1, 2}));
-  std::ranges::reverse(records);
-  EXPECT_EQ(Sorted(), (std::vector<LONG>{1, 2}));
-}
-
-TEST_F(Sort, ExchangesNeighboursOnly) {
-  Make({1, 2, 3});
-  Refer(1, 3);
-  EXPECT_EQ(Sorted(), (std::vector<LONG>{1, 2, 3})) << "1 and 3 never meet";
-  Refer(2, 3);
-  EXPECT_EQ(Sorted(), (std::vector<LONG>{3, 1, 2})) << "now 2 makes way";
-}
 
 TEST_F(Sort, LooksIntoPathsButNotAtOwners) {
   Make({1, 2, 3});

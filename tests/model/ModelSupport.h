@@ -1,6 +1,7 @@
 // Objects and visitors for tests of data-model objects.
 #pragma once
 
+#include "platform/system/Text.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/extdata/CZExtDataObj.h"
 #include "zdm/identity/OID.h"
@@ -9,18 +10,16 @@
 #include "zdm/parameters/CZParameterArray.h"
 #include "zdm/relations/ZReltnVisitor.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 
 namespace zdm::test {
-class Canary;
-class Stray;
 class UIDReltn;
 }  // namespace zdm::test
 
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Canary,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZReltnVisitor)
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Stray,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZDMObject, IZRelation)
+ZDM_TEST_CLASS(Canary, IZObject, IZReltnVisitor)
+ZDM_TEST_CLASS(Stray, IZObject, IZDMObject, IZRelation)
 ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::UIDReltn,
               "7E570000-0000-4000-8000-000000000203", IZObject, IZRelation)
 
@@ -108,6 +107,22 @@ class UIDReltn : public IZRelationImpl<IZRelation> {
   }
 
   UID uid;
+};
+
+inline ZRefPtr<IZDMObject> MakePlain() { return MakeObject<IZDMObject, CZDMPlainObject>(); }
+
+/// "-" for none.
+inline std::string NameOf(IZDMObject& object) {
+  Bstr name;
+  object.GetName(name.Out());
+  return name.IsNull() ? "-" : ToUtf8(name.Get());
+}
+
+/// Tests of objects of a document.
+class DMObject : public testing::Test {
+ protected:
+  DMObject() { RegisterDocumentClasses(); }
+  TestDatabase db;
 };
 
 }  // namespace zdm::test

@@ -1,6 +1,5 @@
 // The stored form of data-model objects: header, body, and what damage does to an object.
 #include "platform/ole/CAtlException.h"
-#include "platform/system/Text.h"
 #include "tests/model/ModelSupport.h"
 #include "tests/support/CapturedOutput.h"
 #include "zdm/identity/CID.h"
@@ -12,15 +11,7 @@
 #include <set>
 #include <sstream>
 
-using zdm::test::BytesOf;
-using zdm::test::IDsOffered;
-using zdm::test::LoadBytes;
-using zdm::test::MakeItem;
-using zdm::test::NumberAt;
-using zdm::test::ParametersTo;
-using zdm::test::RelationTo;
-using zdm::test::TestDatabase;
-using zdm::test::UIDReltn;
+using namespace zdm::test;
 
 namespace {
 
@@ -46,12 +37,6 @@ class ObjectStream : public testing::Test {
 
   TestDatabase db;
 };
-
-std::string NameOf(IZDMObject& object) {
-  zdm::Bstr name;
-  object.GetName(name.Out());
-  return name.IsNull() ? "-" : zdm::ToUtf8(name.Get());
-}
 
 TEST_F(ObjectStream, HeaderAndEmptyBody) {
   auto object = db.MakeObject(nullptr, 0x01020304);

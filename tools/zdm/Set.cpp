@@ -73,10 +73,6 @@ void Change(IZProperty& property, const std::string& text) {
   if (former.IsEmpty()) throw Failure(kRefused, "a property without a value cannot be set");
   auto value = Variant::FromText(wide.c_str());
   if (FAILED(value.ChangeType(former.type()))) throw Failure(kUsage, "not a value here: " + text);
-  const bool isInside = value.type() == VT_R8   ? property.IsInRange(value.Get().dblVal)
-                        : value.type() == VT_I4 ? property.IsInIntRange(value.Get().lVal)
-                                                : true;
-  if (!isInside) throw Failure(kRefused, "out of the property's range: " + text);
   property.SetVariant(value.Get());
 }
 

@@ -66,7 +66,7 @@ class ZDM_API ZCategoryReltnMap {
   };
 
   void ClearIndexes();
-  void Rebuild(IZReltnColl* coll);
+  void Rebuild(IZReltnColl* coll, bool isOfRoots);
   void Index(IZCategory* category, IZRelation* relation);
 
   ZRefPtr<IZReltnColl> categoryColl_;
