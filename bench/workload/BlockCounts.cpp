@@ -24,7 +24,7 @@ bool isCounting = true;
 extern "C" void* __libc_malloc(std::size_t size);
 extern "C" void __libc_free(void* block);
 
-extern "C" __attribute__((visibility("default"))) void* malloc(std::size_t size) {
+extern "C" __attribute__((visibility("default"))) void* malloc(std::size_t size) noexcept {
   void* block = __libc_malloc(size);
   if (counts != nullptr && isCounting && block != nullptr) {
     isCounting = false;
@@ -34,7 +34,7 @@ extern "C" __attribute__((visibility("default"))) void* malloc(std::size_t size)
   return block;
 }
 
-extern "C" __attribute__((visibility("default"))) void free(void* block) {
+extern "C" __attribute__((visibility("default"))) void free(void* block) noexcept {
   if (counts != nullptr && isCounting && block != nullptr) {
     isCounting = false;
     --(*counts)[malloc_usable_size(block)];

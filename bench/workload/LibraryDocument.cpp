@@ -189,7 +189,10 @@ void LibraryDocument::FetchHandles(std::uint32_t n) {
 
 std::uint64_t LibraryDocument::Lookup(const std::vector<std::uint32_t>& ids) const {
   std::uint64_t sum = 0;
-  for (const std::uint32_t id : ids) sum += document_->Find(static_cast<LONG>(id))->GetID();
+  for (const std::uint32_t id : ids) {
+    const OID* found = (*document_)->GetOIDByID(static_cast<LONG>(id));
+    if (found != nullptr && found->Object != nullptr) sum += static_cast<std::uint32_t>(found->ID);
+  }
   return sum;
 }
 

@@ -50,10 +50,12 @@ OID& OID::operator=(const OID& other) {
   return *this;
 }
 
-/// Whether the object counts is part of what is remembered of it.
+/// Whether the object counts is part of what is remembered of it. Only a record that a table keeps
+/// is sure to know when its object ends.
 void OID::TakeStatus(LONG status, bool set) {
   Status.set(BitOf(status), set);
-  if (status == ZOS_VALID && Object != nullptr) zdm::ChangeWatch::Changed(*Object);
+  if (status != ZOS_VALID || table_ == nullptr || Object == nullptr) return;
+  zdm::ChangeWatch::Changed(*Object);
 }
 
 void OID::SetStatus(const LONG& status, ULONGLONG) { TakeStatus(status, true); }
