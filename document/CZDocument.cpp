@@ -8,6 +8,7 @@
 #include "document/DocumentReader.h"
 #include "document/DocumentWriter.h"
 #include "document/PathText.h"
+#include "document/ReferenceIndex.h"
 #include "zdm/categories/CZDMCategoryMgr.h"
 #include "zdm/identity/OID.h"
 #include "zdm/module/DllRegisterZModule.h"
@@ -32,6 +33,7 @@ CZDocument::CZDocument() {
 // Objects go before the tables. One that somebody still holds has no owner any more, since its
 // owner's record goes.
 CZDocument::~CZDocument() {
+  referenceIndex_.reset();
   oids_.SetProgressMeter(nullptr);
   strays_.clear();
   RemoveAll();
@@ -152,6 +154,11 @@ void CZDocument::GetMergeStrategy(IZDMObjMgr*, IZDMObjColl*, IZMergeStrategy** o
 }
 
 bool CZDocument::JudgeSame(IZDMObject* other) { return other == static_cast<IZDMObject*>(this); }
+
+zdm::ReferenceIndex& CZDocument::GetReferenceIndex() {
+  if (referenceIndex_ == nullptr) referenceIndex_ = std::make_unique<zdm::ReferenceIndex>(*this);
+  return *referenceIndex_;
+}
 
 void CZDocument::BeginLoading() { isLoading_ = true; }
 

@@ -17,12 +17,14 @@
 #include "zdm/model/IZDMObjMgrImpl.h"
 
 #include <filesystem>
+#include <memory>
 #include <unordered_map>
 #include <vector>
 
 namespace zdm {
 constexpr LONG kRootID = -1;
-}
+class ReferenceIndex;
+}  // namespace zdm
 
 class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
                    public IZObjectImpl<IZDatabase>,
@@ -96,6 +98,9 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   void LoadOwnData(IZStream* stream, IZDatabase* database) override;
   void SaveOwnData(IZStream* stream, IZDatabase* database) override;
 
+  /// Who refers to whom, kept from the first call on.
+  zdm::ReferenceIndex& GetReferenceIndex();
+
   // For readers of files.
 
   /// From here on IDs that are referred to and not listed get records.
@@ -129,4 +134,5 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   ZRefPtr<IZPersistStrategy> persistStrategy_;
   ZRefPtr<IZMergeStrategy> mergeStrategy_;
   ZRefPtr<IZOptPath> optPath_;
+  std::unique_ptr<zdm::ReferenceIndex> referenceIndex_;
 };

@@ -20,6 +20,7 @@
 #include "zdm/relations/eZRelation.h"
 
 #include <filesystem>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -57,6 +58,17 @@ class Document {
   /// What `object` refers to, and who refers to it; see References.h.
   std::vector<Reference> ReferencesOf(IZDMObject* object) const;
   std::vector<Reference> ReferencesTo(IZDMObject* object) const;
+
+  // The same by IDs, each once and ascending, from the index that the document keeps: no walk. Only
+  // valid objects refer to something.
+
+  /// Who refers to the object of that ID.
+  std::vector<LONG> ReferrersOf(LONG id) const;
+  /// All objects that lead to one of these over any chain of references, these left out: what has
+  /// to be looked at when they change.
+  std::vector<LONG> DependentsOf(std::span<const LONG> ids) const;
+  /// All valid objects that these lead to, these left out: what has to come along with them.
+  std::vector<LONG> ClosureOf(std::span<const LONG> ids) const;
 
   /// Deletes the objects, managers with everything below them, unless one of them is in use.
   /// @return  what was in the way, and what now refers to nothing; see Deletion.h. The objects are

@@ -84,6 +84,9 @@ class ZDM_API COIDManager {
   static IZDMObject* GetOptPathBottomObj(IZDatabase* db);
   /// All records in table order.
   const std::vector<OID*>& GetOIDs() const;
+  /// Another number whenever the list has changed otherwise than by records added at its end, or
+  /// a record was given to another object.
+  ULONGLONG GetRevision() const;
   const std::list<UnresolvedObject>& GetUnresolved() const { return Unresolved; }
 
   // Binding objects.
@@ -203,6 +206,7 @@ class ZDM_API COIDManager {
   void ReleaseRecords();
 
  private:
+  friend class OID;
   class RecordReader;
 
   void Keep(OID* oid);
@@ -226,5 +230,6 @@ class ZDM_API COIDManager {
 
   mutable std::vector<OID*> front_;  // hard IDs since the last walk, before OIDVect, last one first
   mutable std::vector<LONG> ids_;    // of OIDVect, place by place: what searches read
-  std::vector<OID*> kept_;           // every record that was ever listed, one holder each
+  mutable ULONGLONG revision_ = 0;
+  std::vector<OID*> kept_;  // every record that was ever listed, one holder each
 };

@@ -155,6 +155,7 @@ void IZDMObjMgrImpl<T>::SetCurrent(IZObject* object) {
 template <class T>
 void IZDMObjMgrImpl<T>::HoldCurrent(OID* oid) {
   OID::GiveUp(std::exchange(currentOid_, OID::Take(oid)), nullptr);
+  zdm::ChangeWatch::Changed(*this);
 }
 
 // Finding.

@@ -193,6 +193,7 @@ void IZParameterArrayImpl::OnParameterChanged(IZParameter*) {
 }
 
 bool IZParameterArrayImpl::Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) {
+  storage_.Watch();
   for (LONG i = 0; i < storage_.GetCount(); ++i) {
     const ZRefPtr<IZParameter> parameter = storage_.at(i);  // the visitor may take it away
     if (parameter->Accept(root, owner, visitor)) return true;

@@ -5,6 +5,7 @@
 // IZParameterImpl.inl.
 #pragma once
 
+#include "platform/core/ChangeWatch.h"
 #include "zdm/framework/IZObjectImpl.h"
 #include "zdm/framework/WeakView.h"
 #include "zdm/parameters/HeldValue.h"

@@ -60,11 +60,14 @@ ZParaArray::ZParaArray(const ZParaArray& other)
 }
 
 ZParaArray::ZParaArray(ZParaArray&& other) noexcept
-    : items_(std::exchange(other.items_, nullptr)), count_(std::exchange(other.count_, 0)) {}
+    : items_(std::exchange(other.items_, nullptr)), count_(std::exchange(other.count_, 0)) {
+  zdm::ChangeWatch::Changed(other.watch_);
+}
 
 ZParaArray& ZParaArray::operator=(ZParaArray other) noexcept {
   std::swap(items_, other.items_);
   std::swap(count_, other.count_);
+  zdm::ChangeWatch::Changed(watch_);
   return *this;
 }
 
@@ -104,6 +107,7 @@ ZRefPtr<IZParameter> ZParaArray::Take(LONG index) {
   }
   std::swap(items_, rest.items_);
   std::swap(count_, rest.count_);
+  zdm::ChangeWatch::Changed(watch_);
   auto taken = zdm::Attached(rest.items_[index]);
   rest.count_ = 0;  // the others moved
   return taken;

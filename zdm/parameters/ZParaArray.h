@@ -4,6 +4,7 @@
 // it, so that it need not ask all of them. Stream form: above Save in ZParaArray.cpp.
 #pragma once
 
+#include "platform/core/ChangeWatch.h"
 #include "zdm/framework/GuidKey.h"
 #include "zdm/framework/ZRefPtr.h"
 #include "zdm/parameters/IZParameter.h"
@@ -52,6 +53,8 @@ class ZDM_API ZParaArray {
   LONG IndexOf(const IZParameter* parameter) const;
   /// By binary search alone; in an array out of order it may miss.
   bool IsExist(const GUID& definitionGUID) const;
+  /// What is held is remembered by somebody; see ChangeWatch.h.
+  void Watch() { zdm::ChangeWatch::Watch(watch_); }
   /// Makes `array` the one that every parameter reports to.
   void SetOwner(IZParameterArray* array) const;
 
@@ -68,4 +71,5 @@ class ZDM_API ZParaArray {
 
   IZParameter** items_ = nullptr;  // null when empty
   LONG count_ = 0;
+  ULONG watch_ = 0;  // stays with this array
 };
