@@ -30,6 +30,7 @@ CZDocument::CZDocument() {
 // Objects go before the tables. One that somebody still holds has no owner any more, since its
 // owner's record goes.
 CZDocument::~CZDocument() {
+  isClosing_ = true;
   oids_.SetProgressMeter(nullptr);
   strays_.clear();
   RemoveAll();
@@ -145,6 +146,12 @@ void CZDocument::CreateByType(BYTE, IZDMObject** out) {
 
 void CZDocument::GetMergeStrategy(IZDMObjMgr*, IZDMObjColl*, IZMergeStrategy** out) {
   *out = ZRefPtr<IZMergeStrategy>(mergeStrategy_).Detach();
+}
+
+BYTE CZDocument::GetMergeOption(IZDMObject* source, IZDMObject* target) {
+  const bool areManagers =
+      zdm::ViewAs<IZDMObjMgr>(source) != nullptr && zdm::ViewAs<IZDMObjMgr>(target) != nullptr;
+  return areManagers ? static_cast<BYTE>(ZMO_MERGE) : mergeOption_;
 }
 
 bool CZDocument::JudgeSame(IZDMObject* other) { return other == static_cast<IZDMObject*>(this); }

@@ -457,11 +457,4 @@ TEST_F(ObjMgr, ObjectsThatOutliveTheirManagerHaveNoOwner) {
   EXPECT_EQ(moved->GetOwner(), other.Get());
 }
 
-TEST_F(ObjMgr, MergesNothingYet) {
-  auto manager = zdm::Attached(new CZDMObjMgr);
-  auto source = MakeManager();
-  auto coll = zdm::test::MakeObjColl();
-  EXPECT_EQ(manager->MergeFrom(source, coll, coll, nullptr, nullptr, nullptr), 1);
-}
-
 }  // namespace

@@ -4,6 +4,5 @@ namespace zdm::test {
 
 ZDM_OBJECT_BODY(Canary)
 ZDM_OBJECT_BODY(Stray)
-ZDM_OBJECT_BODY(UIDReltn)
 
 }  // namespace zdm::test

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/model/StandIns.h"
+#include "tests/support/UIDReltn.h"
 #include "zdm/extdata/CZExtDataObj.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
@@ -13,15 +14,12 @@
 namespace zdm::test {
 class Canary;
 class Stray;
-class UIDReltn;
 }  // namespace zdm::test
 
 ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Canary,
               "00000000-0000-0000-0000-000000000000", IZObject, IZReltnVisitor)
 ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Stray,
               "00000000-0000-0000-0000-000000000000", IZObject, IZDMObject, IZRelation)
-ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::UIDReltn,
-              "7E570000-0000-4000-8000-000000000203", IZObject, IZRelation)
 
 namespace zdm::test {
 
@@ -85,25 +83,6 @@ class Stray : public IZDMObjectImpl<IZDMObject> {
 
   int drawn = 0;
   ZRefPtr<IZGiMaterial> categoryMaterial;
-};
-
-/// A relation that refers through a UID, paths included.
-class UIDReltn : public IZRelationImpl<IZRelation> {
-  ZDM_OBJECT(UIDReltn)
- public:
-  void Load(IZStream* stream, IZDatabase* database) override {
-    IZRelationImpl::Load(stream, database);
-    uid.Load(stream, database, true);
-  }
-  void Save(IZStream* stream, IZDatabase* database) override {
-    IZRelationImpl::Save(stream, database);
-    uid.Save(stream, database, true);
-  }
-  bool Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) override {
-    return visitor->MapUID(root, owner, this, &uid);
-  }
-
-  UID uid;
 };
 
 }  // namespace zdm::test

@@ -19,8 +19,6 @@ ZDM_PENDING(CZDMParameterMgr)
 ZDM_PENDING(CZParameter)
 ZDM_PENDING(CZParameterArray)
 ZDM_PENDING(CZParameterColl)
-ZDM_PENDING(ZReltnVisitorMapID)
-ZDM_PENDING(ZReltnVisitorMapIDForPaste)
 #undef ZDM_PENDING
 
 }  // namespace zdm

@@ -7,6 +7,8 @@
 #include "zdm/extdata/CZExtDataMgr.h"
 #include "zdm/extdata/CZExtDataObj.h"
 #include "zdm/extdata/CZProxyExtDataObj.h"
+#include "zdm/identity/ZReltnVisitorMapID.h"
+#include "zdm/identity/ZReltnVisitorMapIDForPaste.h"
 #include "zdm/model/CZDMDictionary.h"
 #include "zdm/model/CZDMObjColl.h"
 #include "zdm/model/CZDMObjEmbed.h"
