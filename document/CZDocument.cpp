@@ -7,6 +7,7 @@
 #include "document/DocumentError.h"
 #include "document/DocumentReader.h"
 #include "document/DocumentWriter.h"
+#include "document/MergeStrategy.h"
 #include "zdm/categories/CZDMCategoryMgr.h"
 #include "zdm/identity/OID.h"
 #include "zdm/module/DllRegisterZModule.h"
@@ -145,7 +146,8 @@ void CZDocument::CreateByType(BYTE, IZDMObject** out) {
 }
 
 void CZDocument::GetMergeStrategy(IZDMObjMgr*, IZDMObjColl*, IZMergeStrategy** out) {
-  *out = ZRefPtr<IZMergeStrategy>(mergeStrategy_).Detach();
+  *out = mergeStrategy_ != nullptr ? ZRefPtr<IZMergeStrategy>(mergeStrategy_).Detach()
+                                   : new zdm::MergeStrategy;
 }
 
 BYTE CZDocument::GetMergeOption(IZDMObject* source, IZDMObject* target) {
