@@ -14,21 +14,31 @@
 
 namespace {
 
-/// Categories below a hundred roots, numbered from 1 in no order.
+enum class Shape {
+  kWide,   // a hundred roots, the others below them
+  kChain,  // each below the one before, 256 to a root
+};
+
+/// Categories numbered from 1 in no order.
 struct Categories {
-  explicit Categories(LONG count) {
+  explicit Categories(LONG count, Shape shape = Shape::kWide) {
     db.Add(manager);
     for (LONG number = 1; number <= count; ++number) numbers.push_back(number);
     std::shuffle(numbers.begin(), numbers.end(), std::mt19937(1));
-    std::vector<ZRefPtr<IZCategory>> roots;
+    std::vector<ZRefPtr<IZCategory>> above;
+    const std::size_t limit = shape == Shape::kWide ? 100 : 256;
     for (const LONG number : numbers) {
       auto category = zdm::MakeObject<IZCategory, CZDMCategory>();
       category->SetNumber(static_cast<ULONG>(number));
       manager->AddCategory(category);
-      if (roots.size() < 100) {
-        roots.push_back(category);
+      if (shape == Shape::kChain) {
+        if (above.size() == limit) above.clear();
+        if (!above.empty()) above.back()->AddMember(category);
+        above.push_back(category);
+      } else if (above.size() < limit) {
+        above.push_back(category);
       } else {
-        roots[static_cast<std::size_t>(number) % 100]->AddMember(category);
+        above[static_cast<std::size_t>(number) % limit]->AddMember(category);
       }
     }
     manager->RebuildReltnMap();
@@ -74,13 +84,26 @@ void BM_ZCategoryReltnMap_GetCategoryVisible_Plain(benchmark::State& state) {
 BENCHMARK(BM_ZCategoryReltnMap_GetCategoryVisible_Plain)->Arg(1000)->Arg(100000);
 
 void BM_ZCategoryReltnMap_Rebuild(benchmark::State& state) {
-  const Categories categories(static_cast<LONG>(state.range(0)));
+  const Categories categories(static_cast<LONG>(state.range(0)),
+                              static_cast<Shape>(state.range(1)));
   for (auto _ : state) categories.manager->GetReltnMap().RebuildCategoryMap();
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 BENCHMARK(BM_ZCategoryReltnMap_Rebuild)
-    ->RangeMultiplier(10)
-    ->Range(1000, 100000)
+    ->ArgNames({"relations", "chain"})
+    ->ArgsProduct({benchmark::CreateRange(10000, 1000000, 10), {0, 1}})
+    ->Unit(benchmark::kMillisecond);
+
+/// The trees of relations too.
+void BM_CZDMCategoryMgr_RebuildReltnMap(benchmark::State& state) {
+  const Categories categories(static_cast<LONG>(state.range(0)),
+                              static_cast<Shape>(state.range(1)));
+  for (auto _ : state) categories.manager->RebuildReltnMap();
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(BM_CZDMCategoryMgr_RebuildReltnMap)
+    ->ArgNames({"relations", "chain"})
+    ->ArgsProduct({benchmark::CreateRange(10000, 100000, 10), {0, 1}})
     ->Unit(benchmark::kMillisecond);
 
 void BM_ZCategoryReltnMap_Rebuild_Plain(benchmark::State& state) {
@@ -102,7 +125,7 @@ void BM_ZCategoryReltnMap_Rebuild_Plain(benchmark::State& state) {
 }
 BENCHMARK(BM_ZCategoryReltnMap_Rebuild_Plain)
     ->RangeMultiplier(10)
-    ->Range(1000, 100000)
+    ->Range(10000, 1000000)
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace

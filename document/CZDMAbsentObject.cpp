@@ -1,9 +1,7 @@
 #include "document/CZDMAbsentObject.h"
 
 #include "document/Counterpart.h"
-#include "platform/core/CZStream.h"
-#include "platform/ole/BytesStream.h"
-#include "platform/ole/CAtlException.h"
+#include "document/StreamOver.h"
 #include "zdm/framework/LoadDepth.h"
 #include "zdm/model/EmbeddedRecord.h"
 
@@ -57,8 +55,7 @@ void CZDMAbsentObject::SaveFramed(IZStream* stream) {
 /// False, with none of them held, when the body cannot be read to the class's own data.
 bool CZDMAbsentObject::LoadCommonParts(std::span<const BYTE> body, IZDatabase* database) {
   zdm::BytesStream bytes({body.begin(), body.end()});
-  const auto stream = zdm::MakeObject<IZStream, CZStream>();
-  if (FAILED(stream->AttachStream(&bytes))) throw CAtlException(E_OUTOFMEMORY);
+  const auto stream = zdm::StreamOver(bytes);
   try {
     const zdm::LoadDepth nested;
     LoadAttachments(stream, database);
@@ -97,8 +94,7 @@ void CZDMAbsentObject::Save(IZStream* stream, IZDatabase* database) {
 std::vector<BYTE> CZDMAbsentObject::Written(IZDatabase* database) {
   zdm::BytesStream bytes;
   {
-    const auto stream = zdm::MakeObject<IZStream, CZStream>();
-    if (FAILED(stream->AttachStream(&bytes))) throw CAtlException(E_OUTOFMEMORY);
+    const auto stream = zdm::StreamOver(bytes);
     SaveHead(stream, database);
     SaveBody(stream, database);
     SaveTail(stream, database);

@@ -45,12 +45,10 @@ CZDocument::~CZDocument() {
 
 /// Those that hold themselves or each other would never end.
 void CZDocument::EmptyManagers() {
-  std::vector<ZRefPtr<IZDMObjMgr>> managers;
-  for (const OID* oid : oids_.GetOIDs()) {
-    auto* manager = oid->Object != nullptr ? zdm::ViewAs<IZDMObjMgr>(oid->Object) : nullptr;
-    if (manager != nullptr) managers.emplace_back(manager);
+  for (std::size_t i = 0; i < oids_.GetOIDs().size(); ++i) {
+    const ZRefPtr<IZDMObjMgr> manager = zdm::ViewAs<IZDMObjMgr>(oids_.GetOIDs()[i]->Object);
+    if (manager != nullptr) manager->RemoveAll();
   }
-  for (const auto& manager : managers) manager->RemoveAll();
 }
 
 void CZDocument::MakeDefaults() {
@@ -125,8 +123,9 @@ void CZDocument::Save() {
 }
 
 void CZDocument::SaveAs(const std::filesystem::path& path) {
+  std::filesystem::path kept = path;  // so that nothing fails once the file is there
   zdm::DocumentWriter(*this).Write(path);
-  path_ = path;
+  path_.swap(kept);
   isModified_ = false;
 }
 
@@ -169,6 +168,8 @@ void CZDocument::EndLoading() {
 }
 
 void CZDocument::AbandonLoading() {
+  for (auto& stray : strays_) static_cast<void>(stray.Detach());  // their creation references again
+  strays_.clear();
   for (const OID* oid : oids_.GetOIDs()) {
     if (oid->Object != nullptr && !oid->JudgeStatus(ZOS_ATTACHED)) oid->Object->Release();
   }

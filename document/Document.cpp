@@ -10,6 +10,7 @@ namespace zdm {
 Document Document::Create(WideView name) {
   auto document = MakeObject<CZDocument, CZDocument>();
   document->SetName(WideString(name).c_str());
+  document->MakeDefaults();
   document->SetModified(false);
   return Document(std::move(document));
 }

@@ -29,7 +29,7 @@ namespace zdm {
 
 class Document {
  public:
-  /// Empty; CZDocument::MakeDefaults gives it materials and categories.
+  /// With what CZDocument::MakeDefaults gives it: the default material, a manager of categories.
   static Document Create(WideView name = {});
   static Document Open(const std::filesystem::path& path, IZProgressMeter* meter = nullptr);
 

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace zdm {
 
@@ -99,28 +100,24 @@ void DocumentReader::Read(CZDocument& document, IZProgressMeter* meter) try {
   ReadRoot(document);
   document.EndLoading();
   BytesStream order(ReadStream(kOrderStream, version_.orderChecksum));
-  const auto stream = MakeObject<IZStream, CZStream>();
-  Check(stream->AttachStream(&order), name_);
-  if (!LoadOrder(document, stream)) Damaged("order of managers");
+  if (!LoadOrder(document, StreamOver(order))) Damaged("order of managers");
   document.GetOIDManager()->SetProgressMeter(nullptr);
 } catch (const CAtlException& failure) {
   throw ErrorOf(failure.m_hr, name_);
+} catch (const std::bad_alloc&) {
+  throw ErrorOf(E_OUTOFMEMORY, name_);
 }
 
 void DocumentReader::ReadTables(CZDocument& document, IZProgressMeter* meter) {
   COIDManager& ids = *document.GetOIDManager();
   ids.SetProgressMeter(meter);
-  const auto stream = MakeObject<IZStream, CZStream>();
   BytesStream table(ReadStream(kIDsStream, version_.idsChecksum));
-  Check(stream->AttachStream(&table), name_);
-  const bool isComplete = ids.Load(stream);
+  const bool isComplete = ids.Load(StreamOver(table));
   if (!isComplete || ids.GetOIDs().size() != version_.idCount) Damaged("ID table");
   if (!std::ranges::is_sorted(ids.GetOIDs(), {}, &OID::ID)) ids.ReSort();
 
   BytesStream paths(ReadStream(kPathsStream, version_.pathsChecksum));
-  Check(stream->AttachStream(&paths), name_);
-  if (!document.GetPIDManager()->Load(stream, &ids)) Damaged("path table");
-  Check(stream->AttachStream(nullptr), name_);
+  if (!document.GetPIDManager()->Load(StreamOver(paths), &ids)) Damaged("path table");
 }
 
 void DocumentReader::ReadObjects(CZDocument& document, IZProgressMeter* meter) {
@@ -163,8 +160,7 @@ void DocumentReader::ReadChunk(CZDocument& document, std::span<const IndexEntry>
     }
   }
   if (end != all.size()) Damaged("length of a stream of objects");
-  const auto stream = MakeObject<IZStream, CZStream>();
-  Check(stream->AttachStream(&content), name_);
+  const auto stream = StreamOver(content);
   for (const IndexEntry& entry : entries) {
     const auto record = all.subspan(entry.offset, entry.length);
     const bool isLoaded = (entry.chunk & kEmbeddedChunk) != 0
@@ -176,9 +172,7 @@ void DocumentReader::ReadChunk(CZDocument& document, std::span<const IndexEntry>
 
 void DocumentReader::ReadRoot(CZDocument& document) {
   BytesStream record(ReadStream(kRootStream, version_.rootChecksum));
-  const auto stream = MakeObject<IZStream, CZStream>();
-  Check(stream->AttachStream(&record), name_);
-  document.Load(stream, &document);
+  document.Load(StreamOver(record), &document);
 }
 
 }  // namespace zdm

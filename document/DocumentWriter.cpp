@@ -14,11 +14,13 @@
 #include <cstring>
 #include <exception>
 #include <new>
+#include <string>
 
 namespace zdm {
 
-void DocumentWriter::Write(const std::filesystem::path& path) {
+void DocumentWriter::Write(const std::filesystem::path& path) try {
   const WideString name = WideName(path);
+  const std::string text = ToUtf8(name);  // nothing fails once the file is in place
   std::exception_ptr failure;
   const HRESULT result = ReplaceStorage(name.c_str(), [&](IStorage* root) {
     try {
@@ -30,7 +32,9 @@ void DocumentWriter::Write(const std::filesystem::path& path) {
     }
   });
   if (failure != nullptr) std::rethrow_exception(failure);
-  Check(result, ToUtf8(name));
+  Check(result, text);
+} catch (const std::bad_alloc&) {
+  throw ErrorOf(E_OUTOFMEMORY, ToUtf8(WideName(path)));
 }
 
 void DocumentWriter::Fill(IStorage* root) {
@@ -63,8 +67,7 @@ void DocumentWriter::Fill(IStorage* root) {
 ULONG DocumentWriter::WriteStream(IStorage* root, const OLECHAR* name,
                                   const std::function<void(IZStream*)>& write) {
   BytesStream bytes;
-  const auto stream = MakeObject<IZStream, CZStream>();
-  Check(stream->AttachStream(&bytes), "stream");
+  const auto stream = StreamOver(bytes);
   write(stream);
   stream->GetIStream();  // flushed
   Check(WriteBytes(root, name, bytes.bytes), "document");

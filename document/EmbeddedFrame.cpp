@@ -3,9 +3,7 @@
 #include "document/CZDMAbsentObject.h"
 #include "document/CZDocument.h"
 #include "document/ObjectRecord.h"
-#include "platform/core/CZStream.h"
-#include "platform/ole/BytesStream.h"
-#include "platform/ole/CAtlException.h"
+#include "document/StreamOver.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/model/CZDMObjEmbed.h"
 #include "zdm/model/CZDMProxyObject.h"
@@ -82,8 +80,7 @@ bool LoadAs(CZDocument& document, const EmbeddedHeader& header, std::span<const 
   auto object = MakeObject<Object, Object>();
   BindObject(document, header.id, header.ownerId, object);
   BytesStream bytes({record.begin(), record.end()});
-  const auto stream = MakeObject<IZStream, CZStream>();
-  if (FAILED(stream->AttachStream(&bytes))) throw CAtlException(E_OUTOFMEMORY);
+  const auto stream = StreamOver(bytes);
   const auto work = [&] { load(document, *object, stream.Get()); };
   if (!LoadGuarded(object, work) || stream->GetBytesLeft() != 0) return false;
   static_cast<void>(object.Detach());

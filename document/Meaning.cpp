@@ -7,12 +7,20 @@
 #include "zdm/categories/IZCategory.h"
 #include "zdm/host/IZGiMaterial.h"
 #include "zdm/identity/OID.h"
+#include "zdm/model/IZDefinition.h"
+#include "zdm/properties/GUID_UNSET.h"
 
 namespace zdm {
 
 std::string MeaningOf(IZDMObject& object) {
   if (ViewAs<IZCategory>(&object) != nullptr) {
     return "category " + std::to_string(object.GetNumber());
+  }
+  if (auto* definition = ViewAs<IZDefinition>(&object)) {
+    GUID key = GUID_NULL;
+    OLECHAR text[39];
+    StringFromGUID2(*definition->GetKey(&key), text, 39);
+    return key == GUID_UNSET ? std::string() : "definition " + ToUtf8(text);
   }
   if (ViewAs<IZGiMaterial>(&object) != nullptr) {
     Bstr name;

@@ -10,8 +10,8 @@ struct IZDMObject;
 
 namespace zdm {
 
-/// Equal for two categories of one number and for two materials of one name; empty for an object
-/// that stands for itself alone.
+/// Equal for two categories of one number, two definitions of one GUID and two materials of one
+/// name; empty for an object that stands for itself alone.
 std::string MeaningOf(IZDMObject& object);
 
 /// The objects of a document by their meaning, the first of several. A picture of the moment.

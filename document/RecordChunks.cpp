@@ -58,9 +58,7 @@ HRESULT OpenFolder(IStorage* storage, const OLECHAR* name, OleRef<IStorage>* out
 }
 
 ChunkWriter::ChunkWriter(IStorage* root, const OLECHAR* name, ULONG flag)
-    : root_(root), name_(name), flag_(flag), stream_(MakeObject<IZStream, CZStream>()) {
-  Check(stream_->AttachStream(&bytes_), "stream");
-}
+    : root_(root), name_(name), flag_(flag), stream_(StreamOver(bytes_)) {}
 
 IZStream* ChunkWriter::Begin() {
   start_ = static_cast<ULONG>(stream_->GetPosition());

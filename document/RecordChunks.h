@@ -3,10 +3,8 @@
 #pragma once
 
 #include "document/DocumentFormat.h"
-#include "platform/core/CZStream.h"
-#include "platform/ole/BytesStream.h"
+#include "document/StreamOver.h"
 #include "platform/ole/OleRef.h"
-#include "zdm/framework/ZRefPtr.h"
 
 #include <string>
 #include <vector>

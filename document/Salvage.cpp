@@ -8,9 +8,7 @@
 #include "document/PathText.h"
 #include "document/Recovered.h"
 #include "document/SalvageScan.h"
-#include "platform/core/CZStream.h"
-#include "platform/ole/BytesStream.h"
-#include "platform/ole/CAtlException.h"
+#include "document/StreamOver.h"
 #include "zdm/identity/OID.h"
 
 #include <algorithm>
@@ -33,10 +31,7 @@ bool IsUsable(const FoundTable& table) { return table.trust <= Trust::kUnchecked
 class Reading {
  public:
   explicit Reading(std::vector<BYTE> bytes)
-      : content_(std::move(bytes)), stream_(MakeObject<IZStream, CZStream>()) {
-    if (FAILED(stream_->AttachStream(&content_))) throw CAtlException(E_OUTOFMEMORY);
-  }
-  ~Reading() { stream_->AttachStream(nullptr); }
+      : content_(std::move(bytes)), stream_(StreamOver(content_)) {}
   Reading(const Reading&) = delete;
   Reading& operator=(const Reading&) = delete;
 
@@ -58,9 +53,14 @@ class Builder {
     ListIDs();
     LoadPaths();
     document_->BeginLoading();
-    LoadObjects();
-    LoadRoot();
-    document_->EndLoading();
+    try {
+      LoadObjects();
+      LoadRoot();
+      document_->EndLoading();
+    } catch (...) {
+      document_->AbandonLoading();
+      throw;
+    }
     AdoptStrays();
     if (IsUsable(scan_.Order())) LoadOrder(*document_, Reading(scan_.Order().run.bytes));
     document_->SetModified(true);
@@ -88,16 +88,15 @@ void Builder::ListIDs() {
   COIDManager& ids = *document_->GetOIDManager();
   if (IsWhole(scan_.IDs())) ids.Load(Reading(scan_.IDs().run.bytes));
   std::unordered_set<LONG> listed;
+  const auto list = [&](const LONG(&words)[2], LONG id) {
+    if (!listed.insert(id).second) return;
+    auto oid = std::make_unique<OID>(words[0], words[1], id, nullptr);
+    ids.AddOID(oid.get());
+    static_cast<void>(oid.release());  // the table keeps it
+  };
   for (const OID* oid : ids.GetOIDs()) listed.insert(oid->ID);
-  for (const auto& [id, record] : scan_.Records()) {
-    if (!listed.insert(id).second) continue;
-    ids.AddOID(
-        std::make_unique<OID>(record.auxWords[0], record.auxWords[1], id, nullptr).release());
-  }
-  for (const LONG id : scan_.NamedIDs()) {
-    if (!listed.insert(id).second) continue;
-    ids.AddOID(std::make_unique<OID>(0, 0, id, nullptr).release());
-  }
+  for (const auto& [id, record] : scan_.Records()) list(record.auxWords, id);
+  for (const LONG id : scan_.NamedIDs()) list({0, 0}, id);
   ids.ReSort();
 }
 
@@ -279,9 +278,16 @@ std::vector<BYTE> BytesOf(const std::filesystem::path& path, const std::string& 
   const auto size = static_cast<std::streamoff>(in.tellg());
   if (!in || size < 0) throw ErrorOf(STG_E_ACCESSDENIED, name);
   std::vector<BYTE> bytes(static_cast<std::size_t>(size));
+  auto* const to = reinterpret_cast<char*>(bytes.data());
   in.seekg(0);
-  in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(size));
-  bytes.resize(static_cast<std::size_t>(in.gcount()));
+  if (in.read(to, size)) return bytes;
+  // Of a disk that fails in places the others are read.
+  constexpr std::streamoff kPiece = 4096;
+  for (std::streamoff at = 0; at < size; at += kPiece) {
+    in.clear();
+    in.seekg(at);
+    in.read(to + at, std::min(kPiece, size - at));
+  }
   return bytes;
 }
 

@@ -1,9 +1,7 @@
 #include "document/TrialLoad.h"
 
 #include "document/ObjectRecord.h"
-#include "platform/core/CZStream.h"
-#include "platform/ole/BytesStream.h"
-#include "platform/ole/CAtlException.h"
+#include "document/StreamOver.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/model/ObjectHeader.h"
 
@@ -28,12 +26,9 @@ std::size_t TrialLoad::Length(std::span<const BYTE> bytes) {
   const auto object = CreateAs<IZDMObject>(header.classId);
   if (object == nullptr) return 0;
   BytesStream content({bytes.begin(), bytes.end()});
-  const auto stream = MakeObject<IZStream, CZStream>();
-  if (FAILED(stream->AttachStream(&content))) throw CAtlException(E_OUTOFMEMORY);
+  const auto stream = StreamOver(content);
   const bool loads = LoadGuarded(object, [&] { object->Load(stream, document_); });
-  const auto length = static_cast<std::size_t>(stream->GetPosition());
-  stream->AttachStream(nullptr);
-  return loads ? length : 0;
+  return loads ? static_cast<std::size_t>(stream->GetPosition()) : 0;
 }
 
 }  // namespace zdm

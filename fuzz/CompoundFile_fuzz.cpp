@@ -1,65 +1,29 @@
 // Compound files through every door that takes their bytes: the check, opening, listing, reading
 // all streams, saving what was read, and reading that again. What the check accepts must come
 // through unchanged; anything else is a crash.
+#include "fuzz/Fuzz.h"
 #include "platform/ole/CompoundFileCheck.h"
 #include "platform/ole/OleRef.h"
 #include "platform/ole/StorageFile.h"
+#include "platform/system/Text.h"
+#include "tests/support/TempFile.h"
 
-#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <random>
-#include <string>
-#include <vector>
 
 namespace {
 
-using Text = std::basic_string<OLECHAR>;
 using Storage = zdm::OleRef<IStorage>;
 
 constexpr DWORD kReadWrite = STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
 
-/// Stops the run where a promise is broken.
+/// Says which promise is broken.
 void Require(bool kept, const char* promise) {
   if (kept) return;
   std::fprintf(stderr, "broken: %s\n", promise);
   std::abort();
 }
 
-/// A file that no other run has, gone at the end of this one.
-class File {
- public:
-  explicit File(const char* name) {
-    // Runs are many at a time, and start together.
-    std::random_device random;
-    const std::string run = std::to_string(random()) + "-" + std::to_string(random());
-    path_ = std::filesystem::temp_directory_path() / ("zdm-fuzz-" + run + name);
-  }
-  ~File() {
-    std::error_code ignored;
-    std::filesystem::remove(path_, ignored);
-  }
-  File(const File&) = delete;
-  File& operator=(const File&) = delete;
-
-  void Write(const std::uint8_t* data, std::size_t size) const {
-    std::ofstream file(path_, std::ios::binary);
-    file.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-  }
-  const std::filesystem::path& Path() const { return path_; }
-  Text Name() const {
-#if defined(_WIN32)
-    return path_.wstring();
-#else
-    return path_.u16string();
-#endif
-  }
-
- private:
-  std::filesystem::path path_;
-};
+zdm::WideString Name(const std::filesystem::path& path) { return zdm::FromUtf8(path.string()); }
 
 struct Found {
   unsigned storages = 0;
@@ -94,7 +58,7 @@ void ReadStorage(IStorage* storage, Found& found) {
   Require(storage->EnumElements(0, nullptr, 0, elements.Out()) == S_OK, "a storage enumerates");
   STATSTG entry;
   while (elements->Next(1, &entry, nullptr) == S_OK) {
-    const Text name = entry.pwcsName;
+    const zdm::WideString name = entry.pwcsName;
     Append(found, name.data(), name.size() * sizeof(OLECHAR));
     Append(found, &entry.cbSize, sizeof(entry.cbSize));
     if (entry.type == STGTY_STREAM) {
@@ -114,38 +78,39 @@ void ReadStorage(IStorage* storage, Found& found) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+ZDM_FUZZ(bytes) {
   zdm::CompoundFileReport report;
-  const HRESULT checked = zdm::CheckCompoundFile(data, size, &report);
+  const HRESULT checked = zdm::CheckCompoundFile(bytes.data(), bytes.size(), &report);
   Require((checked == S_OK) == (report.fault == zdm::CompoundFault::kNone),
           "result and report agree");
-  static const File original("-original");
-  static const File copy("-copy");
   // The file is only worth writing when it is accepted, or now and then.
-  if (checked != S_OK && size % 16 != 0) return 0;
-  original.Write(data, size);
+  if (checked != S_OK && bytes.size() % 16 != 0) return;
+  const auto original = zdm::test::TempFile("original");
+  const auto copy = zdm::test::TempFile("copy");
+  zdm::test::WriteFileBytes(original, bytes);
+  const zdm::WideString name = Name(original);
+  const zdm::WideString copyName = Name(copy);
 
   Storage root;
   const HRESULT opened =
-      zdm::OpenStorage(original.Name().c_str(), STGM_READ | STGM_SHARE_DENY_WRITE, root.Out());
+      zdm::OpenStorage(name.c_str(), STGM_READ | STGM_SHARE_DENY_WRITE, root.Out());
   Require((checked == S_OK) == (opened == S_OK), "what is accepted opens, and nothing else");
-  if (FAILED(opened)) return 0;
+  if (FAILED(opened)) return;
   Found before;
   ReadStorage(root.Get(), before);
   Require(before.storages == report.storages && before.streams == report.streams,
           "every element is reached");
 
   Storage target;
-  Require(zdm::CreateStorage(copy.Name().c_str(), kReadWrite | STGM_CREATE, target.Out()) == S_OK,
+  Require(zdm::CreateStorage(copyName.c_str(), kReadWrite | STGM_CREATE, target.Out()) == S_OK,
           "a file can be made");
   Require(root->CopyTo(0, nullptr, nullptr, target.Get()) == S_OK, "a storage copies");
   Require(target->Commit(STGC_DANGEROUSLYCOMMITMERELYTODISKCACHE) == S_OK, "a copy saves");
   target.Reset();
-  Require(zdm::OpenStorage(copy.Name().c_str(), STGM_READ | STGM_SHARE_DENY_WRITE, target.Out()) ==
-              S_OK,
-          "a saved copy opens");
+  Require(
+      zdm::OpenStorage(copyName.c_str(), STGM_READ | STGM_SHARE_DENY_WRITE, target.Out()) == S_OK,
+      "a saved copy opens");
   Found after;
   ReadStorage(target.Get(), after);
   Require(before.bytes == after.bytes, "a saved copy is the same");
-  return 0;
 }

@@ -1,15 +1,12 @@
 // Field values: the first byte is the type code, the rest the stream form. What loads is saved to a
 // form that loads to the same again, and so is a copy of it.
-#include "platform/ole/CAtlException.h"
+#include "fuzz/Fuzz.h"
 #include "tests/relations/ReltnSupport.h"
 #include "zdm/identity/OID.h"
 #include "zdm/module/DllRegisterZModule.h"
 #include "zdm/relations/ZDfValues.h"
 
-#include <cstdint>
-#include <cstdlib>
 #include <memory>
-#include <vector>
 
 using namespace zdm::test;
 
@@ -28,25 +25,21 @@ std::vector<BYTE> SavedValue(ZDfValue& value, IZDatabase& database) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+ZDM_FUZZ(bytes) {
   static const HRESULT registered = DllRegisterZModule();
-  if (size == 0 || registered != S_OK) return 0;
+  if (bytes.empty() || registered != S_OK) return;
   OID oid(0, 0, 7, nullptr);
   Lookup database;
   database.records[7] = &oid;
-  const Held value(ZDfValueRxClass::CreateZDfValue(data[0]));
-  if (value == nullptr) return 0;
-  ByteStream in(std::vector<BYTE>(data + 1, data + size));
-  try {
-    value->Load(&in, &database);
-  } catch (const CAtlException&) {
-    // What it holds now is still a value.
-  }
-  const std::vector<BYTE> bytes = SavedValue(*value, database);
-  ByteStream stream(bytes);
-  const Held again(ZDfValueRxClass::CreateZDfValue(data[0]));
+  const Held value(ZDfValueRxClass::CreateZDfValue(bytes[0]));
+  if (value == nullptr) return;
+  ByteStream in(std::vector<BYTE>(bytes.begin() + 1, bytes.end()));
+  Loads([&] { value->Load(&in, &database); });  // what it holds now is a value in any case
+  const std::vector<BYTE> saved = SavedValue(*value, database);
+  ByteStream stream(saved);
+  const Held again(ZDfValueRxClass::CreateZDfValue(bytes[0]));
   again->Load(&stream, &database);
-  if (SavedValue(*again, database) != bytes || stream.GetBytesLeft() != 0) std::abort();
+  Require(SavedValue(*again, database) == saved && stream.GetBytesLeft() == 0);
   ZDfValue* clone = nullptr;
   value->Clone(&clone);
   const Held copy(clone);
@@ -54,5 +47,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   copy->JudgeSame(value.get());
   Recorder visitor;
   copy->Accept(nullptr, nullptr, &visitor);
-  return 0;
 }

@@ -1,28 +1,25 @@
 // Collections of extended data as they stand in a stream, with items of a known class of the host's
 // and of unknown ones. Whatever is read, also in part, can be copied and written, reads back the
 // same, and is released whole.
+#include "fuzz/Fuzz.h"
 #include "tests/extdata/ExtDataSupport.h"
-
-#include <cstdint>
-#include <cstdlib>
 
 using namespace zdm::test;
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+ZDM_FUZZ(bytes) {
   MakeNote(nullptr, 0);  // a known class from here on
   const int before = Note::alive;
   {
     const auto items = MakeItems({});
-    Load(*items, Bytes(data, data + size));
+    Load(*items, bytes);
     const Bytes saved = Saved(*items);
     const auto again = MakeItems({});
     ULONGLONG read = 0;
-    if (Load(*again, saved, &read) != S_OK || read != saved.size()) std::abort();
-    if (Saved(*again) != saved) std::abort();
+    Require(Load(*again, saved, &read) == S_OK && read == saved.size());
+    Require(Saved(*again) == saved);
     ZRefPtr<IZExtDataCollection> copy;
     again->Clone(copy.Out());
-    if (Saved(*copy) != saved) std::abort();
+    Require(Saved(*copy) == saved);
   }
-  if (Note::alive != before) std::abort();
-  return 0;
+  Require(Note::alive == before);
 }

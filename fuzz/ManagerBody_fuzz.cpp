@@ -1,27 +1,18 @@
 // Hostile bytes as the record of a manager, then as the calls on the manager that holds what is
 // left: adds, moves and removals of objects and of managers, itself among them. What loads is saved
 // to bytes that load to the same bytes again; what does not load leaves name and current object.
-#include "platform/ole/CAtlException.h"
-#include "tests/support/TestDatabase.h"
+#include "fuzz/ObjectFuzz.h"
 #include "zdm/model/CZDMObjMgr.h"
 #include "zdm/model/IZDMObjColl.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 
 namespace {
 
-using zdm::test::BytesOf;
-using zdm::test::LoadBytes;
-using zdm::test::TestDatabase;
+using namespace zdm::test;
 
 constexpr std::size_t kFixed = 41 + 4 + 3 + 4 + 4;  // a record with an empty name
 constexpr LONG kBit = 40;
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 ZRefPtr<IZDMObjMgr> NewManager(TestDatabase& db) {
   auto manager = zdm::MakeObject<IZDMObjMgr, CZDMObjMgr>();
@@ -29,42 +20,19 @@ ZRefPtr<IZDMObjMgr> NewManager(TestDatabase& db) {
   return manager;
 }
 
-bool Loads(IZDMObject& object, const std::vector<BYTE>& bytes, TestDatabase& db) {
-  try {
-    LoadBytes(object, bytes, &db);
-    return true;
-  } catch (const CAtlException&) {
-    return false;
-  }
-}
-
-/// Objects among the relations write nothing behind their class identifier.
-bool HoldsObjects(IZReltnColl* relations) {
-  if (relations == nullptr) return false;
-  for (LONGLONG pos = relations->GetHeadPosition(); pos != 0;) {
-    if (zdm::ViewAs<IZDMObject>(relations->GetNext(pos)) != nullptr) return true;
-  }
-  return false;
-}
-
 void LoadRecord(const std::vector<BYTE>& bytes, TestDatabase& db) {
   auto fresh = NewManager(db);
   auto held = NewManager(db);
   held->SetName(OLESTR("held"));
   held->SetCurrent(fresh);
-  const bool loads = Loads(*fresh, bytes, db);
-  Require(Loads(*held, bytes, db) == loads);
+  const bool loads = Loads([&] { LoadBytes(*fresh, bytes, &db); });
+  Require(Loads([&] { LoadBytes(*held, bytes, &db); }) == loads);
   if (!loads) {
     zdm::Bstr name;
     held->GetName(name.Out());
     Require(name == zdm::Bstr(OLESTR("held")) && held->GetCurrent() == fresh);
   }
-  const std::vector<BYTE> saved = BytesOf(*fresh, &db);
-  if (HoldsObjects(fresh->GetReltnColl())) return;
-  auto again = NewManager(db);
-  Require(Loads(*again, saved, db));
-  again->SetID(fresh->GetID());
-  Require(BytesOf(*again, &db) == saved);
+  RequireStable(*fresh, *NewManager(db), db);
 }
 
 /// One call a byte, on one of four managers, about another one or an object. The counts of the
@@ -118,14 +86,12 @@ void Call(const std::vector<BYTE>& calls, TestDatabase& db) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::vector<BYTE> bytes(data, data + size);
+ZDM_FUZZ(bytes) {
   TestDatabase db;
   LoadRecord(bytes, db);
-  if (size > kFixed) {
-    Call({bytes.begin() + kFixed,
-          bytes.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(size, kFixed + 400))},
+  if (bytes.size() > kFixed) {
+    Call({bytes.begin() + kFixed, bytes.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(
+                                                      bytes.size(), kFixed + 400))},
          db);
   }
-  return 0;
 }

@@ -1,45 +1,38 @@
 // A stored ID table: what of it is read is found by its IDs, and written back as it came.
-#include "platform/ole/CAtlException.h"
+#include "fuzz/Fuzz.h"
 #include "tests/support/ByteStream.h"
 #include "zdm/identity/COIDManager.h"
 #include "zdm/identity/OID.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <vector>
 
 namespace {
 
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
+using namespace zdm::test;
 
 /// The next ID of a kind; 0 when all are taken.
 template <class Query>
 LONG Next(Query query) {
-  try {
-    return query();
-  } catch (const CAtlException&) {
-    return 0;
-  }
+  LONG id = 0;
+  Loads([&] { id = query(); });
+  return id;
 }
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+ZDM_FUZZ(bytes) {
   COIDManager table;
   table.Init();
-  zdm::test::ByteStream in(std::vector<BYTE>(data, data + size));
+  ByteStream in(bytes);
   const bool isComplete = table.Load(&in);
   LONG count = 0;
-  if (size >= sizeof(count)) std::memcpy(&count, data, sizeof(count));
+  if (bytes.size() >= sizeof(count)) std::memcpy(&count, bytes.data(), sizeof(count));
   const std::vector<OID*> read = table.GetOIDs();
-  Require(read.size() <= size / 12);
-  Require(isComplete ==
-          (size >= sizeof(count) && count >= 0 && read.size() == static_cast<std::size_t>(count)));
-  const std::uint8_t* entry = data + sizeof(count);
+  Require(read.size() <= bytes.size() / 12);
+  Require(isComplete == (bytes.size() >= sizeof(count) && count >= 0 &&
+                         read.size() == static_cast<std::size_t>(count)));
+  const BYTE* entry = bytes.data() + sizeof(count);
   for (const OID* record : read) {
     const LONG words[] = {record->AuxWord1, record->AuxWord2, record->ID};
     Require(std::memcmp(entry, words, sizeof(words)) == 0);
@@ -60,5 +53,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const OID* record : sorted) Require(soft == 0 || record->ID < soft);
   for (OID* record : read) table.Remove(record);
   Require(table.GetOIDs().empty());
-  return 0;
 }

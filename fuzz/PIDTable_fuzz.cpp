@@ -1,20 +1,15 @@
 // A stored path table over records 1 to 64: what loads is found by its IDs and by its records, and
 // a second pass through a stream changes nothing.
+#include "fuzz/Fuzz.h"
 #include "tests/support/ByteStream.h"
 #include "zdm/identity/COIDManager.h"
 #include "zdm/identity/CPIDManager.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
 
-#include <cstdint>
-#include <cstdlib>
-#include <vector>
-
 namespace {
 
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
+using namespace zdm::test;
 
 const PID* FirstSame(const CPIDManager& pool, const PID& path) {
   for (const PID* other : pool.GetPIDs()) {
@@ -32,7 +27,7 @@ const PID* FirstWithID(const CPIDManager& pool, LONG id) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+ZDM_FUZZ(bytes) {
   constexpr LONG kRecords = 64;
   constexpr std::size_t kCompared = 256;  // paths that are looked up; each costs a walk to check
   COIDManager ids;
@@ -41,9 +36,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   ids.SetIDRange();
 
   CPIDManager pool;
-  zdm::test::ByteStream in(std::vector<BYTE>(data, data + size));
+  ByteStream in(bytes);
   static_cast<void>(pool.Load(&in, &ids));
-  Require(pool.GetPIDs().size() <= size / 8);
+  Require(pool.GetPIDs().size() <= bytes.size() / 8);
   std::size_t compared = 0;
   for (const PID* path : pool.GetPIDs()) {
     if (++compared > kCompared) break;
@@ -51,14 +46,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(pool.GetPIDByID(path->ID) == FirstWithID(pool, path->ID));
   }
 
-  zdm::test::ByteStream out;
+  ByteStream out;
   pool.Save(&out);
   const std::vector<BYTE> saved = out.GetBytes();
-  zdm::test::ByteStream again(saved);
+  ByteStream again(saved);
   CPIDManager second;
   Require(second.Load(&again, &ids) && again.GetBytesLeft() == 0);
-  zdm::test::ByteStream rewritten;
+  ByteStream rewritten;
   second.Save(&rewritten);
   Require(rewritten.GetBytes() == saved);
-  return 0;
 }

@@ -1,9 +1,8 @@
 // What the record of any property must stand.
 #pragma once
 
+#include "fuzz/Fuzz.h"
 #include "tests/properties/PropertySupport.h"
-
-#include <cstdlib>
 
 namespace zdm::test {
 
@@ -14,16 +13,16 @@ void KnockOnProperty(const Bytes& bytes) {
   const auto property = NewOf<IZProperty, C>();
   const Bytes bare = Saved(property);
   if (Load(property, bytes) != S_OK) {
-    if (Saved(property) != bare) std::abort();
+    Require(Saved(property) == bare);
     return;
   }
   const Bytes saved = Saved(property);
   const auto again = NewOf<IZProperty, C>();
-  if (Load(again, saved) != S_OK || Saved(again) != saved) std::abort();
+  Require(Load(again, saved) == S_OK && Saved(again) == saved);
   const auto copy = CloneAs<IZProperty>(property);
-  if (Saved(CloneAs<IZProperty>(copy)) != Saved(copy)) std::abort();
+  Require(Saved(CloneAs<IZProperty>(copy)) == Saved(copy));
   copy->MergeWith(property);
-  if (Saved(property) != saved) std::abort();
+  Require(Saved(property) == saved);
 }
 
 }  // namespace zdm::test

@@ -1,9 +1,4 @@
 // The record of an index property: a property's, then the entries.
 #include "fuzz/PropertyDoor.h"
 
-#include <cstdint>
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  zdm::test::KnockOnProperty<CZPropertyIndex>({data, data + size});
-  return 0;
-}
+ZDM_FUZZ(bytes) { zdm::test::KnockOnProperty<CZPropertyIndex>(bytes); }

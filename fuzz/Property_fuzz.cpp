@@ -1,9 +1,4 @@
 // The record of a property.
 #include "fuzz/PropertyDoor.h"
 
-#include <cstdint>
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  zdm::test::KnockOnProperty<CZProperty>({data, data + size});
-  return 0;
-}
+ZDM_FUZZ(bytes) { zdm::test::KnockOnProperty<CZProperty>(bytes); }

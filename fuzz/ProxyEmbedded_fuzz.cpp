@@ -1,32 +1,14 @@
 // Hostile bytes as the record of a proxy (first byte even) or of an embedded object without
 // extension (odd): header, embedded record, and for the proxy raw data. What loads is saved to
 // bytes that load to the same bytes again.
-#include "platform/ole/CAtlException.h"
+#include "fuzz/Fuzz.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/model/CZDMObjEmbed.h"
 #include "zdm/model/CZDMProxyObject.h"
 
-#include <cstdint>
-#include <cstdlib>
-
 namespace {
 
-using zdm::test::ByteStream;
-using zdm::test::TestDatabase;
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
-
-template <class Load>
-bool Loads(Load load) {
-  try {
-    load();
-    return true;
-  } catch (const CAtlException&) {
-    return false;
-  }
-}
+using namespace zdm::test;
 
 void LoadProxy(CZDMProxyObject& proxy, IZStream* stream, TestDatabase& db) {
   proxy.ReadHeader(stream);
@@ -97,13 +79,7 @@ void TryEmbedded(const std::vector<BYTE>& bytes) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size == 0) return 0;
-  const std::vector<BYTE> bytes(data + 1, data + size);
-  if (data[0] % 2 == 0) {
-    TryProxy(bytes);
-  } else {
-    TryEmbedded(bytes);
-  }
-  return 0;
+ZDM_FUZZ(bytes) {
+  if (bytes.empty()) return;
+  (bytes[0] % 2 == 0 ? TryProxy : TryEmbedded)({bytes.begin() + 1, bytes.end()});
 }

@@ -1,19 +1,16 @@
 // Hostile bytes as a stream of objects, read into a document with a manager, records for a few IDs,
 // and a class of its own for records of type 7. Whatever comes of it, the table stays sound: what
 // is valid is held by the manager that owns it, and a document saved from it reads back the same.
+#include "fuzz/Fuzz.h"
 #include "tests/support/CapturedOutput.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/identity/OID.h"
 #include "zdm/model/IZDMObjMgr.h"
 
-#include <cstdint>
-#include <cstdlib>
-
 namespace {
 
-using zdm::test::ByteStream;
-using zdm::test::TestDatabase;
+using namespace zdm::test;
 
 constexpr LONG kManager = 1;
 constexpr LONG kLastID = 9;
@@ -30,10 +27,6 @@ class Database : public TestDatabase {
 
   ZRefPtr<IZDMObjMgr> manager = zdm::CreateAs<IZDMObjMgr>(zdm::ClassRow<CZDMObjMgr>::kClassID);
 };
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 void RequireSound(Database& db) {
   for (OID* oid : db.oids.GetOIDs()) {
@@ -87,9 +80,8 @@ void BreakRings(Database& db) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+ZDM_FUZZ(bytes) {
   const zdm::CapturedOutput output;
-  const std::vector<BYTE> bytes(data, data + size);
   Database db;
   ByteStream stream(bytes);
   db.oids.ReadStream(&stream);
@@ -118,5 +110,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   db.oids.SetAllStatus(ZOS_DELETED);
   db.oids.Clean();
   Require(db.oids.GetOIDs().empty());
-  return 0;
 }

@@ -1,23 +1,16 @@
 // Stored references, alone and in arrays: what loads is written to the bytes it came from, as far
 // as the tables know its IDs; damage throws and leaves the reference as it was.
-#include "platform/ole/CAtlException.h"
+#include "fuzz/Fuzz.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
 
-#include <cstdint>
-#include <cstdlib>
 #include <memory>
-#include <vector>
 
 namespace {
 
 using namespace zdm::test;
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 std::vector<BYTE> BytesOf(const UID& uid, IZDatabase* db) {
   ByteStream out;
@@ -30,12 +23,7 @@ void One(const std::vector<BYTE>& bytes, IZDatabase* db) {
   uid.SetReltnOID(db->GetOIDByID(1));
   const std::unique_ptr<UID> before(uid.Clone());
   ByteStream in(bytes);
-  try {
-    uid.Load(&in, db, true);
-  } catch (const CAtlException&) {
-    Require(uid.IsSame(before.get()));
-    return;
-  }
+  if (!Loads([&] { uid.Load(&in, db, true); })) return Require(uid.IsSame(before.get()));
   const std::vector<BYTE> saved = BytesOf(uid, db);
   Require(saved.size() == in.GetPosition());
   UID again;
@@ -48,17 +36,14 @@ void One(const std::vector<BYTE>& bytes, IZDatabase* db) {
 void Many(const std::vector<BYTE>& bytes, IZDatabase* db) {
   std::vector<UID*> uids;
   ByteStream in(bytes);
-  try {
-    UID::Load(uids, &in, db, true);
-  } catch (const CAtlException&) {
-  }
+  Loads([&] { UID::Load(uids, &in, db, true); });
   Require(uids.size() <= bytes.size() / 2);
   for (const UID* uid : uids) delete uid;
 }
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+ZDM_FUZZ(bytes) {
   TestDatabase database;
   IZDatabase* db = &database;
   std::vector<OID*> path;
@@ -68,8 +53,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     path.push_back(record);
     database.pids.QueryPID(path);
   }
-  const std::vector<BYTE> bytes(data, data + size);
   One(bytes, db);
   Many(bytes, db);
-  return 0;
 }

@@ -1,24 +1,19 @@
 // Hostile bytes as a value in a stream: read, copied, converted to every type, compared with what
 // came of that, written back and read again. The same bytes as the fields of a DECIMAL, which no
 // stream form vouches for.
+#include "fuzz/Fuzz.h"
 #include "platform/ole/Variant.h"
 #include "platform/ole/VariantStream.h"
 #include "tests/support/TestStream.h"
 
 #include <cmath>
-#include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <vector>
 
 namespace {
 
+using namespace zdm::test;
 using zdm::Variant;
 using Bytes = std::vector<BYTE>;
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 bool IsNan(const Variant& value) {
   const VARIANT& v = value.Get();
@@ -42,7 +37,7 @@ void RequireOrder(const Variant& left, const Variant& right) {
 }
 
 Bytes Written(const Variant& value) {
-  zdm::test::TestStream stream;
+  TestStream stream;
   Require(zdm::WriteVariant(&stream, value.Get()) == S_OK);
   return stream.bytes;
 }
@@ -73,11 +68,11 @@ void Copy(const Variant& value) {
 }
 
 #if !defined(_WIN32)  // the system's own need not bear it
-void TryAsDecimal(const std::uint8_t* data, std::size_t size) {
+void TryAsDecimal(const Bytes& bytes) {
   DECIMAL fields = {};
   constexpr std::size_t kType = sizeof fields.wReserved;
-  if (size < sizeof fields - kType) return;
-  std::memcpy(reinterpret_cast<BYTE*>(&fields) + kType, data, sizeof fields - kType);
+  if (bytes.size() < sizeof fields - kType) return;
+  std::memcpy(reinterpret_cast<BYTE*>(&fields) + kType, bytes.data(), sizeof fields - kType);
   VARIANT raw;
   raw.decVal = fields;
   raw.vt = VT_DECIMAL;
@@ -89,24 +84,23 @@ void TryAsDecimal(const std::uint8_t* data, std::size_t size) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+ZDM_FUZZ(bytes) {
 #if !defined(_WIN32)
-  TryAsDecimal(data, size);
+  TryAsDecimal(bytes);
 #endif
-  zdm::test::TestStream stream({data, data + size});
+  TestStream stream(bytes);
   Variant value;
   if (FAILED(zdm::ReadVariant(&stream, value.Out()))) {
     Require(value.IsEmpty());
-    return 0;
+    return;
   }
   ConvertAndCompare(value);
   Copy(value);
 
   // What was read is written in one way: a second pass gives the same bytes.
-  zdm::test::TestStream written(Written(value));
+  TestStream written(Written(value));
   Variant again;
   Require(zdm::ReadVariant(&written, again.Out()) == S_OK);
   Require(again.type() == value.type());
   Require(Written(again) == written.bytes);
-  return 0;
 }

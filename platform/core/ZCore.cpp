@@ -1,5 +1,7 @@
 #include "platform/core/ZCore.h"
 
+#include "platform/ole/CAtlException.h"
+
 #include <cstring>
 #include <deque>
 #include <unordered_map>
@@ -32,7 +34,9 @@ CZObject* CZFactory::Create(const GUID& classId, const GUID* moduleId) const {
   if (description == nullptr) return nullptr;
   const bool anyModule = moduleId == nullptr || *moduleId == GUID_NULL;
   if (!anyModule && !(*moduleId == description->GetModuleID())) return nullptr;
-  return description->Create();
+  CZObject* object = description->Create();
+  if (object == nullptr) throw CAtlException(E_OUTOFMEMORY);
+  return object;
 }
 
 CZRClass* CZFactory::Find(const GUID& classId) const {

@@ -12,9 +12,9 @@ class ZDM_API CZFactory {
   /// Called for every object that RegisterCreated announces.
   using CreateReactor = std::function<void(CZObject* object, const GUID& classId)>;
 
-  /// A new object of class `classId` (one reference for the caller), or null when the class is not
-  /// registered or there is no memory. A `moduleId` that is neither null nor GUID_NULL limits the
-  /// search to the classes of that module.
+  /// A new object of class `classId` (one reference for the caller); null when the class is not
+  /// registered, so that nobody takes want of memory for that: then CAtlException(E_OUTOFMEMORY).
+  /// A `moduleId` that is neither null nor GUID_NULL limits the search to that module's classes.
   CZObject* Create(const GUID& classId, const GUID* moduleId = nullptr) const;
   bool IsRegistered(const GUID& classId) const { return Find(classId) != nullptr; }
   /// The descriptor (borrowed), or null.

@@ -211,6 +211,11 @@ TEST(CategoryReltnTree, IsCollectedParentsFirstAndNeverBecomesARing) {
     tree.reltns[2]->AddSubReltn(tree.reltns[above].Get());
     EXPECT_EQ(tree.reltns[2]->GetSubReltns(), nullptr) << above;
   }
+  auto root = ReltnTo(nullptr);
+  root->AddSubReltn(ReltnTo(nullptr).Get());
+  auto* onlyInTheTree = zdm::ViewAs<IZCategoryReltn>(root->GetSubReltns()->GetHead());
+  onlyInTheTree->AddSubReltn(root.Get());
+  EXPECT_EQ(onlyInTheTree->GetSubReltns(), nullptr);
 }
 
 TEST(CategoryReltnTree, OffersTargetsWithoutNamingTheRelation) {

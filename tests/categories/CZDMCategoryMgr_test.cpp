@@ -106,10 +106,26 @@ TEST(CategoryMgr, FillsItsMapFromTheRootsInListOrder) {
   EXPECT_EQ(manager->GetReltnMap().GetCategoryColl()->GetCount(), 0) << "a ring has no root";
 }
 
+TEST(CategoryMgr, AllTreesTogetherAreBounded) {
+  TestDatabase db;
+  auto manager = NewMgr();
+  auto shared = NewCategory(db, 1);
+  for (int i = 0; i < 400; ++i) shared->AddMember(db.MakeObject());  // walked, no category
+  ZRefPtr<IZReltnColl> relations;
+  for (LONG number = 2; number <= 4; ++number) {
+    auto root = NewCategory(db, number);
+    manager->AttachTail(root);
+    for (int i = 0; i < 1000; ++i) root->AddMember(shared);
+    const bool isTooMuch = number == 4;
+    EXPECT_EQ(Thrown([&] { manager->CreateCategoryReltnColl(relations.Out()); }),
+              isTooMuch ? E_FAIL : S_OK);
+    EXPECT_EQ(relations == nullptr, isTooMuch);
+  }
+}
+
 /// A new document and the manager of categories that it comes with.
 struct House {
   House() : document(Document::Create(OLESTR("House"))) {
-    document->MakeDefaults();
     manager =
         dynamic_cast<CZDMCategoryMgr*>(document->FindByInterface(ZInterface<IZCategoryMgr>::ID()));
   }
@@ -147,9 +163,14 @@ TEST(CategoryMgr, MakesNothingWithoutTheDocumentsDefaults) {
   bare->AddTail(static_cast<IZDMObject*>(other.Get()));
   EXPECT_EQ(other->GetOrCreateCategory(5, nullptr), nullptr);
   House house;
-  house.document->GetMaterialMgr()->RemoveAll();
-  EXPECT_EQ(house.manager->GetOrCreateCategory(5, nullptr), nullptr) << "no default material";
-  EXPECT_EQ(house.manager->GetCount(), 0);
+  IZDMObjMgr* materials = house.document->GetMaterialMgr();
+  materials->RemoveAll();
+  const auto category = zdm::Attached(house.manager->GetOrCreateCategory(5, nullptr));
+  ASSERT_NE(category, nullptr) << "the default material may be missing";
+  EXPECT_EQ(category->GetMaterial(), nullptr);
+  house.document->RemoveItem(static_cast<IZDMObject*>(materials));
+  EXPECT_EQ(house.manager->GetOrCreateCategory(6, nullptr), nullptr) << "no materials";
+  EXPECT_EQ(house.manager->GetCount(), 1);
 }
 
 TEST(CategoryMgr, ShowsAnObjectWithTheValuesOfACategory) {
@@ -179,14 +200,39 @@ TEST(CategoryMgr, ShowsAnObjectWithTheValuesOfACategory) {
   EXPECT_TRUE(shown->GetValues() == zdm::DispValues());
 }
 
-TEST(CategoryDocument, CategoriesComeBackAndAreFoundByNumber) {
+/// Everything a category shows; `id` of what it refers to.
+std::string Told(IZCategory& category) {
+  const auto id = [](IZDMObject* object) {
+    return ' ' + std::to_string(object != nullptr ? static_cast<LONG>(object->GetID()) : 0);
+  };
+  zdm::Bstr name;
+  category.GetName(name.Out());
+  return std::to_string(category.GetNumber()) + zdm::ToUtf8(name.View()) + ' ' +
+         std::to_string(category.GetFlags()) + ' ' + std::to_string(category.GetLevel()) + ' ' +
+         std::to_string(ColorOf(category.GetProjectionDispAttrib())) + ' ' +
+         std::to_string(ColorOf(category.GetSectionDispAttrib())) + ' ' +
+         std::to_string(category.GetHatchB()->Values[0]) + ' ' +
+         std::to_string(category.GetKey()->Data1) + id(category.GetParentCategory()) +
+         id(category.GetMaterial()) + id(category.GetReference());
+}
+
+TEST(CategoryDocument, CategoriesAndRelationsComeBackWhole) {
   House house;
   IZDMObject* wall = house.document.Add(OLESTR("Wall"));
   const auto walls = zdm::Attached(house.manager->GetOrCreateCategory(5, OLESTR("Walls")));
   const auto inner = zdm::Attached(house.manager->GetOrCreateCategory(6, OLESTR("Inner")));
   walls->AddMember(inner);
   inner->SetLevel(8);
-  wall->AddRelation(ZRefPtr<IZCategoryReltn>(walls->CreateCategoryReltn()).Get());
+  inner->SetFlags(0x1234);
+  inner->SetReference(wall);
+  inner->SetSectionDispAttrib(Colored(3));
+  const auto hatch = Hatch(OLESTR("brick"), 2);
+  inner->SetHatchB(&hatch);
+  inner->GetKey()->Data1 = 9;
+  const ZRefPtr<IZCategoryReltn> relation = walls->CreateCategoryReltn();
+  relation->SetLevel(7);
+  relation->SetHatchA(&hatch);
+  wall->AddRelation(relation.Get());
   house.manager->ApplyCategoryDispAttrib(6, wall);
   house.document.Save(TempFile("categories.zdm"));
 
@@ -194,17 +240,40 @@ TEST(CategoryDocument, CategoriesComeBackAndAreFoundByNumber) {
   auto* manager =
       zdm::ViewAs<IZCategoryMgr>(opened.Find(static_cast<LONG>(house.manager->GetID())));
   ASSERT_NE(manager, nullptr);
-  IZCategory* found = manager->GetCategoryByNumber(6);
-  ASSERT_NE(found, nullptr);
-  EXPECT_EQ(found->GetLevel(), 8);
-  EXPECT_EQ(found->GetParentCategory(), manager->GetCategoryByNumber(5));
+  for (const auto& category : {walls, inner}) {
+    auto* found = manager->GetCategoryByNumber(static_cast<LONG>(category->GetNumber()));
+    ASSERT_NE(found, nullptr);
+    EXPECT_EQ(Told(*found), Told(*category));
+  }
   IZDMObject* again = opened.Find(static_cast<LONG>(wall->GetID()));
-  EXPECT_EQ(TreeOf(zdm::ViewAs<IZCategoryReltn>(again->GetReltnColl()->GetHead())), "5(6)");
+  auto* loaded = zdm::ViewAs<IZCategoryReltn>(again->GetReltnColl()->GetHead());
+  EXPECT_EQ(TreeOf(loaded), "5(6)");
+  EXPECT_EQ(BytesOf(*loaded), BytesOf(*relation));
   EXPECT_NE(dynamic_cast<CZCategoryDispAttrib*>(again->GetDispAttrib()), nullptr);
-  EXPECT_EQ(opened.ReferencesTo(found).size(), 3u) << "a member, a relation, an attribute";
+  EXPECT_EQ(opened.ReferencesTo(manager->GetCategoryByNumber(6)).size(), 3u)
+      << "a member, a relation, an attribute";
   const auto before = FileBytes(opened->GetPath());
   opened.Save();
   EXPECT_EQ(FileBytes(opened->GetPath()), before);
+}
+
+TEST(CategoryDocument, ATreeOfFullDepthComesBack) {
+  House house;
+  auto root = zdm::Attached(house.manager->GetOrCreateCategory(1, nullptr));
+  auto last = root;
+  for (ULONG number = 2; number <= 300; ++number) {
+    const auto next = zdm::Attached(house.manager->GetOrCreateCategory(number, nullptr));
+    last->AddMember(next);
+    last = next;
+  }
+  IZDMObject* wall = house.document.Add(OLESTR("Wall"));
+  wall->AddRelation(ZRefPtr<IZCategoryReltn>(root->CreateCategoryReltn()).Get());
+  house.document.Save(TempFile("deep.zdm"));
+  auto opened = Document::Open(house.document->GetPath());
+  IZDMObject* again = opened.Find(static_cast<LONG>(wall->GetID()));
+  auto* relation = zdm::ViewAs<IZCategoryReltn>(again->GetReltnColl()->GetHead());
+  ASSERT_NE(relation, nullptr);
+  EXPECT_NE(relation->FindCategoryReltn(256), nullptr);
 }
 
 }  // namespace

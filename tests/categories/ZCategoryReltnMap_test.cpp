@@ -69,6 +69,25 @@ TEST(CategoryReltnMap, WhatHasNoCategoryGoesOutWithAllBelowIt) {
   EXPECT_EQ(map.GetCategoryReltn(2), nullptr);
 }
 
+TEST(CategoryReltnMap, ARingIsWalkedOnceAndOpened) {
+  TestDatabase db;
+  const ZRefPtr<IZCategory> categories[] = {NewCategory(db, 1), NewCategory(db, 2)};
+  auto root = ReltnTo(categories[0]);
+  auto below = ReltnTo(categories[1]);
+  below->AddSubReltn(ReltnTo(categories[1]).Get());
+  root->AddSubReltn(below.Get());
+  below->GetSubReltns()->AddTail(root.Get());
+  auto flat = NewReltns();
+  root->CollectReltns(flat);
+  EXPECT_EQ(flat->GetCount(), 3);
+  EXPECT_EQ(root->FindCategoryReltn(4), nullptr);
+  auto coll = NewReltns();
+  coll->AddTail(root.Get());
+  ZCategoryReltnMap map;
+  map.SetCategoryColl(coll);
+  EXPECT_EQ(TreesOf(coll), "1(2(2))");
+}
+
 TEST(CategoryReltnMap, AddRelationTakesThePlaceOfAnEarlierOne) {
   TestDatabase db;
   auto category = NewCategory(db, 1);

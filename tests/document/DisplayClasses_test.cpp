@@ -188,7 +188,6 @@ TEST(Material, IsStoredAndCopiedWithWhatItLooksLike) {
 
 TEST(DocumentDefaults, AreMadeWithADocumentAndFoundWhenItIsOpened) {
   auto document = Document::Create(OLESTR("House"));
-  document->MakeDefaults();
   EXPECT_EQ(document.Add(OLESTR("Wall"))->GetID(), 1u) << "soft IDs begin with the first object";
   dynamic_cast<CZDispAttrib&>(*document->GetDefaultDispAttrib()).SetValues(RedDashes());
   document.Save(TempFile("defaults.zdm"));

@@ -261,7 +261,8 @@ TEST_F(Salvage, NeverBelievesTheOwnerOfADoubtfulRecord) {
   EXPECT_EQ(Account(30)->fate, ObjectFate::kDoubtful);
   EXPECT_TRUE(Account(30)->isOwnerless);
   EXPECT_EQ(NameOf(salvaged.document->GetOIDByID(30)->Object->GetOwner()), "Recovered");
-  EXPECT_EQ(salvaged.document->GetCount(), 3) << "walls, doors and Recovered";
+  EXPECT_EQ(salvaged.document->GetCount(), 5)
+      << "materials, categories, walls, doors and Recovered";
 }
 
 TEST_F(Salvage, GathersTheObjectsOfALostManager) {

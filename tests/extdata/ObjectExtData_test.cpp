@@ -37,14 +37,6 @@ class ObjectExtData : public testing::Test {
   TestDatabase db;
 };
 
-TEST_F(ObjectExtData, TheFirstItemOfANameCounts) {
-  auto object = MakeFull();
-  EXPECT_EQ(LongOf(*object, kTwo, OLESTR("a")), 1);
-  EXPECT_EQ(object->GetExtData(kOne, OLESTR("a")), nullptr);
-  object->RemoveExtData(kTwo, object->GetExtData(kTwo, OLESTR("a")));
-  EXPECT_EQ(LongOf(*object, kTwo, OLESTR("a")), 2);
-}
-
 TEST_F(ObjectExtData, IsSavedWithItAndComesBack) {
   auto object = MakeFull();
   const Bytes saved = BytesOf(*object, &db);

@@ -10,12 +10,9 @@ using Custom = IZExtDataObjImpl<IZExtData>;
 
 TEST(Slots, ProxyAndCustomItems) {
   const GUID* (IZProxyExtDataObj::*getClassId)() = &IZProxyExtDataObj::GetClassID;
-  ExpectInOrder(3, {{"GetClassID", SlotOf(getClassId)},
-                    ZDM_SLOT(IZProxyExtDataObj, SetClassID),
-                    ZDM_SLOT(IZProxyExtDataObj, GetData),
-                    ZDM_SLOT(IZProxyExtDataObj, SetData)});
-  ExpectInOrder(
-      9, {ZDM_SLOT(Custom, LoadData), ZDM_SLOT(Custom, SaveData), ZDM_SLOT(Custom, CopyData)});
+  EXPECT_EQ(SlotOf(getClassId), 3);
+  ZDM_EXPECT_SLOTS(4, IZProxyExtDataObj, SetClassID, GetData, SetData);
+  ZDM_EXPECT_SLOTS(9, Custom, LoadData, SaveData, CopyData);
 }
 
 TEST(Slots, VersionAndDumpFollowEachOther) {

@@ -8,10 +8,9 @@
 #include <random>
 #include <vector>
 
-class Meddler;
+ZDM_TEST_CLASS(Meddler, IZObject, ITestElement)
 
-ZDM_CLASS_ROW(zdm::test::TestModule, false, Meddler, "00000000-0000-0000-0000-000000000000",
-              IZObject, ITestElement)
+namespace zdm::test {
 
 /// Empties, extends or shortens the collection that is about to let go of it.
 class Meddler : public IZObjectImpl<ITestElement> {
@@ -28,6 +27,8 @@ class Meddler : public IZObjectImpl<ITestElement> {
 };
 
 ZDM_OBJECT_BODY(Meddler)
+
+}  // namespace zdm::test
 
 namespace {
 

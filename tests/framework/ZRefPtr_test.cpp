@@ -29,14 +29,6 @@ TEST(ZRefPtr, HoldsOneReferenceEach) {
   EXPECT_EQ(Element::alive, before);
 }
 
-TEST(ZRefPtr, SelfAssignmentKeepsTheObject) {
-  auto held = zdm::MakeObject<ITestElement, Element>("a");
-  const auto& same = held;
-  held = same;
-  held = held.Get();
-  EXPECT_EQ(held->GetReferenceCount(), 1u);
-}
-
 TEST(ZRefPtr, AssignsAnyObjectByQuery) {
   auto twofold = zdm::MakeObject<ITestElement, Twofold>();
   auto stranger = zdm::MakeObject<IZObject, Stranger>();

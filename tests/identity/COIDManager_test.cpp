@@ -15,15 +15,6 @@ using namespace zdm::test;
 
 constexpr LONG kMaxID = 0x7FFFFFFF;
 
-TEST(IDs, GoDownFromMinus2AndUpFrom1) {
-  COIDManager table;
-  table.Init();
-  EXPECT_EQ(table.QueryHardID(), -2);
-  EXPECT_EQ(table.QueryHardID(), -3);
-  EXPECT_EQ(table.QuerySoftID(), 1);
-  EXPECT_EQ(table.QuerySoftID(), 2);
-}
-
 TEST(IDs, GoOnAfterTheListedOnes) {
   const struct {
     const char* what;
@@ -194,15 +185,6 @@ TEST(Table, SetsAStatusOnAllButClearsItOnlyWhereThereIsAnObject) {
   EXPECT_FALSE(bound->JudgeStatus(30));
   EXPECT_TRUE(unbound->JudgeStatus(30));
   EXPECT_THROW(db->oids.SetAllStatus(64), std::out_of_range);
-}
-
-TEST(Table, CountsTheValidRecordsThatHaveAnObject) {
-  const Document db;
-  const auto valid = db->MakeObject();
-  const auto invalid = db->MakeObject();
-  invalid->SetObjectValid(false);
-  ListRecord(db->oids, 7)->SetStatus(ZOS_VALID, 0);
-  EXPECT_EQ(db->oids.GetValidOIDCount(), 1);
 }
 
 TEST(Table, BindsAnObjectToItsRecord) {

@@ -1,9 +1,8 @@
-// What the ID table does to managers and collections, and what it asks through the visitors.
+// What the ID table does to managers and collections.
 #include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
 #include "tests/model/ManagerSupport.h"
 #include "zdm/identity/CID.h"
-#include "zdm/relations/CZReltnColl.h"
 
 namespace {
 
@@ -16,12 +15,6 @@ class Managed : public testing::Test {
     auto manager = MakeManager(name);
     db->Add(manager);
     return manager;
-  }
-  ZRefPtr<IZSingleReltn> Refer(IZDMObject* from, IZDMObject* to, bool isDiffusible) {
-    auto relation = RelationTo(to);
-    relation->SetReltnDiffusible(isDiffusible);
-    from->AddRelation(relation->GetIZObject());
-    return relation;
   }
 
   Document db;
@@ -134,51 +127,6 @@ TEST_F(Managed, ReceiveTheObjectsOfAReference) {
   CID(nullptr, nullptr, &unbound).ExpandCID(coll);
   EXPECT_EQ(NamesIn(*coll), "self through target");
   COIDManager::DumpObjColl(coll, 0);
-}
-
-TEST_F(Managed, AreToldWhoRefersToAnObject) {
-  const auto target = db->MakeObject(OLESTR("target"));
-  const auto a = db->MakeObject(OLESTR("a"));
-  const auto b = db->MakeObject(OLESTR("b"));
-  const auto invalid = db->MakeObject(OLESTR("invalid"));
-  Refer(target, target, true);
-  Refer(b, target, false);
-  Refer(a, target, false);
-  const auto fromInvalid = Refer(invalid, target, true);
-  invalid->SetObjectValid(false);
-  const auto ask = [&](eZRelation kind) {
-    const auto coll = MakeObjColl();
-    EXPECT_EQ(db->oids.GetReltnObjs(kind, target, coll), 0);
-    return NamesIn(*coll);
-  };
-  EXPECT_EQ(ask(ZR_ALL), "target a b") << "in table order";
-  EXPECT_EQ(ask(ZR_DIFFUSIBLE), "target");
-  EXPECT_EQ(ask(ZR_NONDIFFUSIBLE), "a b");
-  EXPECT_EQ(db->oids.IsDependByOtherObjs(target), 0) << "by itself and by invalid ones only";
-  invalid->SetObjectValid(true);
-  EXPECT_EQ(db->oids.IsDependByOtherObjs(target), 1);
-  EXPECT_EQ(db->oids.IsDependByOtherObjs(a), 0);
-
-  invalid->SetObjectValid(false);
-  const auto relations = zdm::MakeObject<IZReltnColl, CZReltnColl>();
-  const auto out = MakeObjColl();
-  EXPECT_EQ(db->oids.GetRelations(ZR_DIFFUSIBLE, target, relations, out), 0);
-  EXPECT_EQ(relations->GetCount(), 2) << "also of objects that are not valid";
-  EXPECT_EQ(relations->GetTail(), fromInvalid.Get());
-  EXPECT_TRUE(out->IsEmpty());
-}
-
-TEST_F(Managed, AreGreaterThanWhatTheyReferTo) {
-  const auto low = db->MakeObject();
-  const auto high = db->MakeObject();
-  const auto greater = [](IZDMObject* a, IZDMObject* b) {
-    return COIDManager::IsAGreaterThanB(a->GetOID(), b->GetOID());
-  };
-  EXPECT_FALSE(greater(low, high) || greater(high, low));
-  Refer(low, high, false);
-  EXPECT_TRUE(greater(low, high) && !greater(high, low));
-  Refer(high, low, true);
-  EXPECT_TRUE(!greater(low, high) && greater(high, low)) << "both refer: the higher ID";
 }
 
 }  // namespace

@@ -10,14 +10,6 @@ namespace {
 
 using namespace zdm::test;
 
-TEST(OID, StartsUnboundWithEveryOptionAllowed) {
-  OID record;
-  EXPECT_EQ(record.ID, 0);
-  EXPECT_TRUE(record.Status.none());
-  EXPECT_EQ(record.Object, nullptr);
-  EXPECT_TRUE(record.JudgeOptionAllowed(-1));
-}
-
 TEST(OID, ChangesOptionsByMask) {
   OID record;
   record.ClearOptionAllowed(0x30);

@@ -270,25 +270,22 @@ TEST_F(ReadErrors, FailingStreamsEndTheReading) {
 
 }  // namespace
 
-namespace zdm::test {
-class AddLast;
-class Meter;
-}  // namespace zdm::test
-
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::AddLast,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZPersistStrategy)
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Meter,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZProgressMeter)
+ZDM_TEST_CLASS(AddLast, IZObject, IZPersistStrategy)
+ZDM_TEST_CLASS(Meter, IZObject, IZProgressMeter)
 
 namespace zdm::test {
 
-/// Puts objects at the head and drops the one of ID 11.
+/// Puts objects at the head and drops the one of ID 11. The document lets go of it at its first
+/// use.
 class AddLast : public IZObjectImpl<IZPersistStrategy> {
   ZDM_OBJECT(AddLast)
  public:
   void Add(IZDMObjMgr* manager, IZDMObject* object) override {
+    if (holder != nullptr) holder->Reset();
     if (object->GetID() != 11) manager->AttachHead(object->GetIZObject());
   }
+
+  ZRefPtr<IZPersistStrategy>* holder = nullptr;
 };
 
 class Meter : public IZObjectImpl<IZProgressMeter> {
@@ -335,7 +332,9 @@ class ReadByHost : public testing::Test {
 };
 
 TEST_F(ReadByHost, StrategyPutsObjectsWhereItWants) {
-  db.strategy = zdm::MakeObject<IZPersistStrategy, AddLast>();
+  AddLast* strategy = new AddLast;
+  db.strategy = zdm::Attached<IZPersistStrategy>(strategy);
+  strategy->holder = &db.strategy;
   ByteStream stream(Plain(10, kOwner) + Plain(11, kOwner) + Plain(12, kOwner));
   EXPECT_EQ(db.oids.ReadStream(&stream), 1);
   EXPECT_EQ(manager->GetCount(), 2);

@@ -1,12 +1,7 @@
 // Cleaning and validation of the ID table.
 #include "tests/identity/RecoverySupport.h"
 
-namespace zdm::test {
-class Watched;
-}
-
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Watched,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZDMObject, IZRelation)
+ZDM_TEST_CLASS(Watched, IZObject, IZDMObject, IZRelation)
 
 namespace zdm::test {
 

@@ -7,15 +7,11 @@
 
 namespace {
 
-using zdm::test::ExpectInOrder;
-using zdm::test::SlotOf;
+using namespace zdm::test;
 
-TEST(Slots, KID) { ExpectInOrder(1, {ZDM_SLOT(KID, SetStatus), ZDM_SLOT(KID, ClearStatus)}); }
+TEST(Slots, KID) { ZDM_EXPECT_SLOTS(1, KID, SetStatus, ClearStatus); }
 
-TEST(Slots, OID) {
-  ExpectInOrder(1, {ZDM_SLOT(OID, SetStatus), ZDM_SLOT(OID, ClearStatus),
-                    ZDM_SLOT(OID, JudgeStatus), ZDM_SLOT(OID, Load), ZDM_SLOT(OID, Save)});
-}
+TEST(Slots, OID) { ZDM_EXPECT_SLOTS(1, OID, SetStatus, ClearStatus, JudgeStatus, Load, Save); }
 
 using ByID = LONG (IZReltnMapID::*)(LONG);
 using ByObject = LONG (IZReltnMapID::*)(IZDMObject*);

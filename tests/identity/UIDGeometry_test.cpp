@@ -14,13 +14,11 @@
 
 namespace zdm::test {
 class Placed;
-class Plane;
 }  // namespace zdm::test
 
 ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Placed,
               "7E570000-0000-4000-8000-0000000000A1", IZObject, IZDMObject, IZRelation, IZDMEntity)
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Plane,
-              "00000000-0000-0000-0000-000000000000", IZObject, IGePlane)
+ZDM_TEST_CLASS(Plane, IZObject, IGePlane)
 
 namespace zdm::test {
 

@@ -11,26 +11,10 @@
 
 #include <stdexcept>
 
-using zdm::test::MakeManager;
-using zdm::test::MakeNamed;
-using zdm::test::MakeObjColl;
-using zdm::test::NamesBackwardsWith;
-using zdm::test::NamesIn;
-using zdm::test::NamesWith;
-using zdm::test::Probe;
-using zdm::test::RelationTo;
-using zdm::test::TestDatabase;
-using zdm::test::Thrown;
+using namespace zdm::test;
 
-namespace zdm::test {
-class LimitedDevice;
-class Shown;
-}  // namespace zdm::test
-
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::LimitedDevice,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZGiDevice)
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Shown,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZDMObject, IZRelation)
+ZDM_TEST_CLASS(LimitedDevice, IZObject, IZGiDevice)
+ZDM_TEST_CLASS(Shown, IZObject, IZDMObject, IZRelation)
 
 namespace zdm::test {
 
@@ -80,10 +64,7 @@ ZDM_OBJECT_BODY(Shown)
 
 namespace {
 
-using zdm::test::LimitedDevice;
-using zdm::test::Shown;
-
-constexpr LONG kBit = 40;
+using namespace zdm::test;
 
 class ObjColl : public testing::Test {
  protected:
@@ -188,18 +169,6 @@ TEST_F(ObjColl, CopiesObjectsOneByOne) {
   EXPECT_NE(copies->GetHead(), a.Get());
   EXPECT_EQ(copies->GetHead()->GetReferenceCount(), 1u);
   EXPECT_EQ(copies->GetReferenceCount(), 1u);
-}
-
-TEST_F(ObjColl, SortsACopyByWhoRefersToWhom) {
-  a->AddRelation(RelationTo(b));
-  b->AddRelation(RelationTo(c));
-  auto coll = MakeObjColl({a, b, c});
-  ZRefPtr<IZDMObjColl> sorted;
-  coll->GetSortedCopy(sorted.Out());
-  // One exchange of neighbours, after which none is greater than the next.
-  EXPECT_EQ(NamesIn(*sorted), "b a c");
-  EXPECT_EQ(sorted->GetReferenceCount(), 1u);
-  EXPECT_EQ(NamesIn(*coll), "a b c");
 }
 
 TEST_F(ObjColl, IsolatesWhatTheSelectorPicksAndCutsWhatLeadsOut) {

@@ -7,16 +7,6 @@
 
 #include <stdexcept>
 
-using zdm::test::MakeManager;
-using zdm::test::MakeNamed;
-using zdm::test::NameOf;
-using zdm::test::NamesBackwardsWith;
-using zdm::test::NamesIn;
-using zdm::test::NamesWith;
-using zdm::test::Probe;
-using zdm::test::TestDatabase;
-using zdm::test::Thrown;
-
 namespace zdm::test {
 
 ZDM_OBJECT_BODY(Probe)
@@ -25,28 +15,7 @@ ZDM_OBJECT_BODY(Probe)
 
 namespace {
 
-constexpr LONG kBit = 40;
-
-class ObjMgr : public testing::Test {
- protected:
-  /// A manager in the document, with objects of these names attached to it; the objects whose name
-  /// is in capitals have kBit.
-  ZRefPtr<IZDMObjMgr> MakeFilled(std::initializer_list<const OLECHAR*> names) {
-    auto manager = MakeManager(OLESTR("m"));
-    db.Add(manager);
-    for (const OLECHAR* name : names) {
-      auto object = MakeNamed(name);
-      if (name[0] >= 'A' && name[0] <= 'Z') object->SetStatus(kBit);
-      manager->AttachTail(object);
-    }
-    return manager;
-  }
-  static IZDMObject* Find(const ZRefPtr<IZDMObjMgr>& manager, const OLECHAR* name) {
-    return manager->FindByName(name);
-  }
-
-  TestDatabase db;
-};
+using namespace zdm::test;
 
 TEST_F(ObjMgr, ManagersDifferFromObjectsInKindOptionsAndName) {
   for (const auto& manager : {MakeManager(), MakeManager<CZDMDictionary>()}) {
@@ -92,24 +61,6 @@ TEST_F(ObjMgr, WithoutADocumentARegisteringAddOnlyAttaches) {
   EXPECT_EQ(NamesIn(*manager), "a a");
   EXPECT_EQ(object->GetID(), 0u);
   EXPECT_FALSE(object->IsObjectAttached());
-}
-
-TEST_F(ObjMgr, ChildrenOfAnAddedManagerGetTheirIDsWithIt) {
-  auto inner = MakeManager(OLESTR("inner"));
-  auto outer = MakeManager(OLESTR("outer"));
-  auto leaf = MakeNamed(OLESTR("leaf"));
-  auto last = MakeNamed(OLESTR("last"));
-  inner->AddTail(leaf);
-  outer->AddTail(inner);
-  outer->AddTail(last);
-  auto manager = MakeFilled({});
-  manager->AddTail(outer);
-  const ULONG id = manager->GetID();
-  EXPECT_EQ(outer->GetID(), id + 1);
-  EXPECT_EQ(inner->GetID(), id + 2);
-  EXPECT_EQ(leaf->GetID(), id + 3);
-  EXPECT_EQ(last->GetID(), id + 4);
-  EXPECT_EQ(leaf->GetDatabase(), static_cast<IZDatabase*>(&db));
 }
 
 TEST_F(ObjMgr, AttachingAddsTakeTheOwnerAndRawOperationsDoNot) {
@@ -256,7 +207,7 @@ TEST_F(ObjMgr, FindsByNameStatusAndInterface) {
   manager->AttachTail(nested);
   EXPECT_EQ(manager->FindByInterface(ZInterface<IZDMObjMgr>::ID()), nested.Get());
   EXPECT_EQ(manager->FindByInterface(ZInterface<IZDMDictionary>::ID()), nullptr);
-  auto coll = zdm::test::MakeObjColl();
+  auto coll = MakeObjColl();
   nested->SetStatus(kBit);
   manager->CollectStatusInterface(coll, kBit, ZInterface<IZDMObject>::ID());
   manager->CollectStatusInterface(coll, kBit, ZInterface<IZDMObjMgr>::ID());
@@ -370,78 +321,6 @@ TEST_F(ObjMgr, CollectsUnderTheStatusLockAndLeavesNoMark) {
   EXPECT_EQ(manager->GetStatusCount(ZOS_VISITMARK), 0u);
   EXPECT_FALSE(OID::c_ObjStatusLock.any());
   EXPECT_EQ(OID::c_ObjStatusKey[ZOS_VISITMARK], 0u);
-}
-
-// Nested managers.
-
-TEST_F(ObjMgr, RemovesObjectsByStatusDownTheTreeButNoManager) {
-  auto manager = MakeFilled({OLESTR("A"), OLESTR("b"), OLESTR("C")});
-  auto inner = MakeFilled({OLESTR("D"), OLESTR("e")});
-  auto innermost = MakeFilled({OLESTR("F")});
-  manager->AttachHead(inner);
-  inner->AttachHead(innermost);
-  inner->SetStatus(kBit);
-  innermost->AttachTail(innermost);  // a manager in itself,
-  inner->AttachTail(manager);        // and one in its own child
-  manager->RemoveStatusObjects(kBit);
-  EXPECT_EQ(NamesIn(*manager), "m b");
-  EXPECT_EQ(NamesIn(*inner), "m e m");
-  EXPECT_EQ(NamesIn(*innermost), "m");
-  inner->RemoveAll();
-  innermost->RemoveAll();
-}
-
-TEST_F(ObjMgr, WhatIsRemovedByStatusMayTakeMoreOutAsItEnds) {
-  auto manager = MakeFilled({OLESTR("A"), OLESTR("b"), OLESTR("c")});
-  class Emptying : public CZDMPlainObject {
-   public:
-    ~Emptying() override { manager->RemoveAll(); }
-    IZDMObjMgr* manager = nullptr;
-  };
-  auto emptying = zdm::Attached(new Emptying);
-  emptying->manager = manager;
-  emptying->SetStatus(kBit);
-  manager->AttachHead(static_cast<IZDMObject*>(emptying.Get()));
-  emptying.Reset();
-  manager->RemoveStatusObjects(kBit);
-  EXPECT_TRUE(manager->IsEmpty());
-}
-
-TEST_F(ObjMgr, ClearsStatusDownTheTreeBehindTheFilter) {
-  for (const bool filtered : {false, true}) {
-    auto manager = MakeFilled({OLESTR("A"), OLESTR("B")});
-    auto inner = MakeFilled({OLESTR("C")});
-    inner->SetStatus(kBit);
-    inner->AttachTail(manager);
-    manager->AttachTail(inner);
-    manager->GetHead()->SetStatus(41);
-    inner->GetHead()->SetStatus(41);
-    manager->ClearStatusTree(filtered ? 41 : 0, kBit);
-    EXPECT_EQ(NamesWith(*manager, kBit), filtered ? "B m" : "");
-    EXPECT_EQ(NamesWith(*inner, kBit), filtered ? "C" : "") << "behind a manager without the bit";
-    inner->RemoveAll();
-  }
-}
-
-TEST_F(ObjMgr, AChainOfManagersNeedsNoDeepStack) {
-  constexpr int kDepth = 50000;
-  auto top = MakeManager(OLESTR("top"));
-  auto leaf = MakeNamed(OLESTR("leaf"));
-  leaf->SetStatus(kBit);
-  ZRefPtr<IZDMObjMgr> last = top;
-  for (int depth = 1; depth < kDepth; ++depth) {
-    auto next = MakeManager();
-    last->AttachTail(next);
-    last = next;
-  }
-  last->AttachTail(leaf);
-  last.Reset();
-  top->ClearStatusTree(0, kBit);
-  EXPECT_FALSE(leaf->JudgeStatus(kBit));
-  leaf->SetStatus(kBit);
-  top->RemoveStatusObjects(kBit);
-  EXPECT_EQ(leaf->GetReferenceCount(), 1u);
-  top.Reset();
 }
 
 TEST_F(ObjMgr, ObjectsThatOutliveTheirManagerHaveNoOwner) {

@@ -4,6 +4,7 @@
 #include "tests/model/ModelSupport.h"
 #include "tests/support/SlotOf.h"
 #include "tests/support/Thrown.h"
+#include "zdm/identity/COIDManager.h"
 #include "zdm/model/CZDMObjEmbed.h"
 #include "zdm/relations/CZReltnColl.h"
 
@@ -16,14 +17,7 @@ ZDM_OBJECT_BODY(zdm::test::Extension)
 
 namespace {
 
-using zdm::test::ByteStream;
-using zdm::test::Extension;
-using zdm::test::IDsOffered;
-using zdm::test::RelationTo;
-using zdm::test::SlotOf;
-using zdm::test::TestDatabase;
-using zdm::test::TestStream;
-using zdm::test::Thrown;
+using namespace zdm::test;
 
 constexpr std::size_t kCount = 16;             // offsets in an embedded record
 constexpr std::size_t kFirstClass = 20;        //
@@ -57,15 +51,11 @@ class Embed : public testing::Test {
 
 TEST_F(Embed, OperationsFollowThoseOfTheObjectTemplate) {
   using Impl = IZDMObjEmbedImpl<IZDMObject>;
-  zdm::test::ExpectInOrder(
-      SlotOf(&IZDMObjectImpl<IZDMObject>::ReservedQuery16) + 1,
-      {ZDM_SLOT(Impl, SaveEmbedded), ZDM_SLOT(Impl, LoadEmbedded), ZDM_SLOT(Impl, SaveModuleGuid),
-       ZDM_SLOT(Impl, LoadModuleGuid), ZDM_SLOT(Impl, SaveRelations), ZDM_SLOT(Impl, LoadRelations),
-       ZDM_SLOT(Impl, SetExt), ZDM_SLOT(Impl, GetExt), ZDM_SLOT(Impl, WriteHeaderTo),
-       ZDM_SLOT(Impl, SetMask), ZDM_SLOT(Impl, GetMask)});
-  zdm::test::ExpectInOrder(SlotOf(&CZDMObjEmbed::GetLPVOID) + 1,
-                           {ZDM_SLOT(CZDMObjEmbed, getVersion), ZDM_SLOT(CZDMObjEmbed, IsDumpRef),
-                            ZDM_SLOT(CZDMObjEmbed, GetExtClassID)});
+  ZDM_EXPECT_SLOTS(SlotOf(&IZDMObjectImpl<IZDMObject>::ReservedQuery16) + 1, Impl, SaveEmbedded,
+                   LoadEmbedded, SaveModuleGuid, LoadModuleGuid, SaveRelations, LoadRelations,
+                   SetExt, GetExt, WriteHeaderTo, SetMask, GetMask);
+  ZDM_EXPECT_SLOTS(SlotOf(&CZDMObjEmbed::GetLPVOID) + 1, CZDMObjEmbed, getVersion, IsDumpRef,
+                   GetExtClassID);
 }
 
 TEST_F(Embed, HeaderIs33BytesInFiveWrites) {
@@ -189,6 +179,15 @@ TEST_F(Embed, ForwardsToItsExtension) {
   GUID classId = GUID_NULL;
   EXPECT_EQ(embed->GetExtClassID(&classId), S_OK);
   EXPECT_EQ(classId, zdm::ClassRow<Extension>::kClassID);
+}
+
+// Its walk answers no to every question, so it counts as referring to nothing.
+TEST_F(Embed, IsNotSortedBehindWhatItsExtensionRefersTo) {
+  ext->relation = RelationTo(target);
+  std::vector<OID*> records = {embed->GetOID(), target->GetOID()};
+  COIDManager::Sort(records);
+  EXPECT_EQ(records.front(), embed->GetOID());
+  EXPECT_FALSE(COIDManager::IsAGreaterThanB(records.front(), records.back()));
 }
 
 TEST_F(Embed, WithoutExtensionAnswersNothing) {

@@ -1,40 +1,20 @@
-// Identity, owners, copies and attachments of data-model objects.
-#include "platform/core/ZCore.h"
+// Identity, owners and attachments of data-model objects.
 #include "platform/geometry/GeBox.h"
-#include "platform/ole/CAtlException.h"
-#include "platform/system/Text.h"
 #include "tests/model/ModelSupport.h"
 #include "zdm/extdata/CZExtDataMgr.h"
 #include "zdm/host/IZGiDevice.h"
 #include "zdm/host/IZGiMaterial.h"
+#include "zdm/model/CZDefinition.h"
+#include "zdm/parameters/CZParameter.h"
+#include "zdm/properties/CZProperty.h"
+#include "zdm/relations/ZDfValues.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <stdexcept>
 
-using zdm::test::BytesOf;
-using zdm::test::Canary;
-using zdm::test::IDsOffered;
-using zdm::test::MakeItem;
-using zdm::test::ParamArray;
-using zdm::test::RelationTo;
-using zdm::test::Stray;
-using zdm::test::TestDatabase;
-
-namespace zdm::test {
-class Material;
-class Device;
-class Tree;
-}  // namespace zdm::test
-
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Material,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZDMObject, IZRelation,
-              IZGiMaterial)
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Device,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZGiDevice)
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Tree, "00000000-0000-0000-0000-000000000000",
-              IZObject, IZTreeData)
+ZDM_TEST_CLASS(Material, IZObject, IZDMObject, IZRelation, IZGiMaterial)
+ZDM_TEST_CLASS(Device, IZObject, IZGiDevice)
 
 namespace zdm::test {
 
@@ -57,66 +37,37 @@ class Device : public IZObjectImpl<IZGiDevice> {
   std::string calls;
 };
 
-/// Tree data that writes down when it goes.
-class Tree : public IZObjectImpl<IZTreeData> {
-  ZDM_OBJECT(Tree)
- public:
-  explicit Tree(std::string& log) : log_(log) {}
-  ~Tree() override { log_ += "tree "; }
-
- private:
-  std::string& log_;
-};
-
-/// A parameter array that writes down when it goes, and cannot be copied.
-class LastArray : public ParamArray {
- public:
-  using ParamArray::Clone;
-
-  explicit LastArray(std::string& log) : log_(log) {}
-  ~LastArray() override { log_ += "parameters "; }
-  void Clone(IZParameterArray**) override { throw CAtlException(E_OUTOFMEMORY); }
-
- private:
-  std::string& log_;
-};
-
-/// A relation that writes down when it goes.
-class LastReltn : public CZPlainSingleReltn {
- public:
-  explicit LastReltn(std::string& log) : log_(log) {}
-  ~LastReltn() override { log_ += "relations "; }
-
- private:
-  std::string& log_;
-};
-
 ZDM_OBJECT_BODY(Material)
 ZDM_OBJECT_BODY(Device)
-ZDM_OBJECT_BODY(Tree)
 
 }  // namespace zdm::test
 
 namespace {
 
+using namespace zdm::test;
+
 constexpr GUID kKey = {1, 0, 0, {}};
 constexpr GUID kOtherKey = {2, 0, 0, {}};
+constexpr GUID kKeys[] = {{1, 0, 0, {}}, {2, 0, 0, {}}, {3, 0, 0, {}},
+                          {4, 0, 0, {}}, {5, 0, 0, {}}, {6, 0, 0, {}}};
 
-ZRefPtr<IZDMObject> MakePlain() { return zdm::MakeObject<IZDMObject, CZDMPlainObject>(); }
-
-std::string NameOf(IZDMObject* object) {
-  zdm::Bstr name;
-  object->GetName(name.Out());
-  return zdm::ToUtf8(name.Get() != nullptr ? name.Get() : OLESTR("-"));
-}
-
-class DMObject : public testing::Test {
+/// A document whose objects have parameters of definitions.
+class Parameterised : public DMObject {
  protected:
-  DMObject() {
-    zdm::RegisterDocumentClasses();
-    zdm::test::RegisterStandIns();
+  /// A new parameter, without value, of a new definition.
+  ZRefPtr<IZParameter> ParameterOf(const GUID& key) {
+    const auto property = zdm::MakeObject<IZProperty, CZProperty>();
+    property->SetGUID(key);
+    auto definition = zdm::MakeObject<CZDefinition, CZDefinition>();
+    definition->SetProperty(property, true);
+    db.Add(definition.Get());
+    definitions.push_back(definition);
+    auto parameter = zdm::MakeObject<IZParameter, CZParameter>();
+    parameter->SetDefinition(static_cast<IZDefinition*>(definition.Get()));
+    return parameter;
   }
-  TestDatabase db;
+
+  std::vector<ZRefPtr<CZDefinition>> definitions;
 };
 
 TEST_F(DMObject, StartsUnattachedWithTheMaskOfANewObject) {
@@ -130,15 +81,6 @@ TEST_F(DMObject, StartsUnattachedWithTheMaskOfANewObject) {
   EXPECT_EQ(object->GetReltnColl(), nullptr);
   EXPECT_EQ(object->PeekParameterArray(), nullptr);
   EXPECT_TRUE(BytesOf(*object).empty());
-}
-
-TEST_F(DMObject, RefusesStatusBitsOutsideTheWord) {
-  auto object = MakePlain();
-  object->SetStatus(63);
-  EXPECT_TRUE(object->JudgeStatus(63));
-  EXPECT_THROW(object->SetStatus(64), std::out_of_range);
-  EXPECT_THROW(object->ClearStatus(-1), std::out_of_range);
-  EXPECT_THROW(static_cast<void>(object->JudgeStatus(64)), std::out_of_range);
 }
 
 TEST_F(DMObject, HasTheEmptyBox) {
@@ -205,16 +147,6 @@ TEST_F(DMObject, AnswersWithoutARecord) {
   old->Object = nullptr;
 }
 
-TEST_F(DMObject, LeavesAListedRecordBehindWhenItDies) {
-  auto object = db.MakeObject();
-  OID* record = object->GetOID();
-  ASSERT_EQ(db.GetOIDByID(1), record);
-  object = nullptr;
-  EXPECT_EQ(record->Object, nullptr);
-  EXPECT_FALSE(record->JudgeStatus(ZOS_VALID));
-  EXPECT_FALSE(record->JudgeStatus(ZOS_ATTACHED));
-}
-
 TEST_F(DMObject, IsTheSameOnlyAsItself) {
   auto a = MakePlain();
   auto b = MakePlain();
@@ -267,9 +199,7 @@ TEST_F(DMObject, OffersOwnerThenParametersThenValidRelations) {
   auto invalid = RelationTo(db.MakeObject(nullptr, 14));
   invalid->ClearReltnStatus(ZRS_VALID);
   object->AddRelation(invalid);
-  auto array = zdm::Attached(new ParamArray);
-  array->relation = RelationTo(other);
-  object->SetParameterArray(array, false);
+  object->SetParameterArray(ParametersTo(other), false);
   EXPECT_EQ(IDsOffered(*object), "11 13 12 ");
 
   const struct {
@@ -296,139 +226,15 @@ TEST_F(DMObject, IsNotAmongItsOwnRelations) {
   EXPECT_EQ(object->GetReferenceCount(), 1u);
 }
 
-TEST_F(DMObject, CloneCarriesIDOwnerAndCopiesOfWhatItHolds) {
-  auto target = db.MakeObject();
-  auto object = db.MakeObject(OLESTR("wall"), 20);
-  object->SetOptionAllowed(5);
-  object->SetStatus(40);
-  object->AddRelation(RelationTo(target));
-  object->SetExtData(kKey, MakeItem(OLESTR("item")));
-  auto array = zdm::Attached(new ParamArray);
-  object->SetParameterArray(array, false);
-
-  IZObject* bare = object->Clone();
-  EXPECT_EQ(bare->GetReferenceCount(), 0u);
-  const ZRefPtr<IZDMObject> clone = bare;
-  EXPECT_NE(clone->GetOID(), object->GetOID());
-  EXPECT_EQ(clone->GetOID()->Object, clone.Get());
-  EXPECT_EQ(clone->GetID(), 20u);
-  EXPECT_EQ(clone->GetOwner(), static_cast<IZDMObject*>(&db));
-  EXPECT_EQ(clone->GetOID()->Status, std::bitset<64>().set(2).set(12));
-  EXPECT_EQ(clone->GetOptionAllowed(), 5);
-  EXPECT_EQ(NameOf(clone), "wall");
-  EXPECT_EQ(IDsOffered(*clone), "-1 1 ");
-  EXPECT_NE(clone->GetReltnColl()->GetHead(), object->GetReltnColl()->GetHead());
-  EXPECT_NE(clone->GetExtData(kKey, OLESTR("item")), nullptr);
-  EXPECT_NE(clone->GetExtData(kKey, OLESTR("item")), object->GetExtData(kKey, OLESTR("item")));
-  ASSERT_NE(clone->PeekParameterArray(), nullptr);
-  EXPECT_EQ(clone->PeekParameterArray()->GetOwner(), clone.Get());
-  EXPECT_EQ(array->GetOwner(), object.Get());
-  // The table still lists the original alone.
-  EXPECT_EQ(db.GetOIDByID(20)->Object, object.Get());
-}
-
-TEST_F(DMObject, CopyTakesAwayWhatTheSourceLacks) {
-  auto source = MakePlain();
-  auto object = db.MakeObject();
-  object->AddRelation(RelationTo(source));
-  object->SetParameterArray(zdm::MakeObject<IZParameterArray, ParamArray>(), false);
-  object->SetExtData(kKey, MakeItem(OLESTR("item")));
-  object->CopyFrom(source.Get());
-  EXPECT_TRUE(object->IsObjectValid());  // an invalid source does not take it away
-  EXPECT_EQ(object->GetReltnColl(), nullptr);
-  EXPECT_EQ(object->PeekParameterArray(), nullptr);
-  EXPECT_NE(object->GetExtData(kKey, OLESTR("item")), nullptr);
-  EXPECT_EQ(object->GetID(), 1u);
-}
-
-TEST_F(DMObject, CopyFromItselfOrNothingLosesNothing) {
-  auto object = db.MakeObject(OLESTR("wall"));
-  object->AddRelation(RelationTo(object));
-  IZReltnColl* relations = object->GetReltnColl();
-  object->CopyFrom(object.Get(), zdm::kCopyMode);
-  object->CopyFrom(static_cast<IZDMObject*>(nullptr), zdm::kCopyMode);
-  object->CopyFrom(static_cast<IZRelation*>(nullptr));
-  object->CopyFrom(RelationTo(object).Get());
-  EXPECT_EQ(object->GetReltnColl(), relations);
-  EXPECT_EQ(relations->GetCount(), 1);
-  EXPECT_EQ(NameOf(object), "wall");
-}
-
-// The source is an element of the relations that the copy lets go of, and held by nothing else.
-TEST_F(DMObject, CopiesFromAnObjectAmongItsOwnRelations) {
-  auto object = db.MakeObject();
-  auto source = db.MakeObject(OLESTR("wall"));
-  source->AddRelation(RelationTo(object));
-  source->SetOptionAllowed(5);
-  object->AddRelation(source);
-  IZDMObject* last = source;
-  source = nullptr;
-  object->CopyFrom(last, zdm::kCopyMode);
-  EXPECT_EQ(NameOf(object), "wall");
-  EXPECT_EQ(object->GetOptionAllowed(), 5);
-  EXPECT_EQ(IDsOffered(*object), "-1 1 ");
-}
-
-TEST_F(DMObject, KeepsWhatItHoldsWhenTheSourceCannotBeCopied) {
-  std::string log;
-  auto source = db.MakeObject();
-  source->SetOptionAllowed(5);
-  source->SetParameterArray(zdm::MakeObject<IZParameterArray, zdm::test::LastArray>(log), false);
-  auto object = MakePlain();
-  object->AddRelation(RelationTo(source));
-  EXPECT_THROW(object->CopyFrom(source, zdm::kCopyMode), CAtlException);
-  EXPECT_FALSE(object->IsObjectValid());
-  EXPECT_NE(object->GetOptionAllowed(), 5);
-  EXPECT_EQ(object->GetReltnColl()->GetCount(), 1);
-  ZRefPtr<IZDMObject> clone;
-  EXPECT_THROW(source->CloneObject(clone.Out()), CAtlException);
-  EXPECT_EQ(clone, nullptr);
-}
-
-TEST_F(DMObject, GivesUpItsRecordThenTreeDataParametersRelations) {
-  std::string log;
-  auto object = db.MakeObject();
-  const OID* record = object->GetOID();
-  object->SetTreeData(zdm::MakeObject<IZObject, zdm::test::Tree>(log));
-  object->SetTreeData(zdm::MakeObject<IZObject, zdm::test::Tree>(log));
-  EXPECT_EQ(log, "tree ");
-  ZRefPtr<IZDMObject> copy;
-  object->CloneObject(copy.Out());
-  EXPECT_EQ(copy->GetTreeData(), nullptr);
-  object->AddRelation(zdm::MakeObject<IZObject, zdm::test::LastReltn>(log));
-  object->SetParameterArray(zdm::MakeObject<IZParameterArray, zdm::test::LastArray>(log), false);
-  object = nullptr;
-  EXPECT_EQ(record->Object, nullptr);
-  EXPECT_EQ(log, "tree tree parameters relations ");
-}
-
-TEST_F(DMObject, CannotBeClonedWhereTheFactoryDoesNotKnowItsClass) {
-  Stray object;
-  EXPECT_EQ(object.Clone(), nullptr);
-  IZDMObject* copy = &object;
-  object.CloneObject(&copy);
-  EXPECT_EQ(copy, nullptr);
-}
-
-TEST_F(DMObject, AnnouncesClonesToTheFactory) {
-  CZObject* announced = nullptr;
-  auto former = ZCore::GetZFactory()->SetCreateReactor([&](CZObject* object, const GUID& classId) {
-    announced = object;
-    EXPECT_EQ(classId, CZDMPlainObject::kClassID);
-  });
-  auto object = MakePlain();
-  ZRefPtr<IZDMObject> copy;
-  object->CloneObject(copy.Out());
-  ZCore::GetZFactory()->SetCreateReactor(former);
-  EXPECT_EQ(announced, static_cast<CZObject*>(copy.Get()));
-  EXPECT_EQ(copy->GetReferenceCount(), 1u);
-}
-
 TEST_F(DMObject, FindsExtendedDataByKeyAndName) {
-  auto object = MakePlain();
+  auto object = zdm::Attached(new CZDMPlainObject);
   EXPECT_EQ(object->GetExtData(kKey, OLESTR("a")), nullptr);
   object->SetExtData(kKey, nullptr);
   EXPECT_EQ(object->GetExtDataMgr(), nullptr);
+  EXPECT_EQ(object->SetExtDataMgr(nullptr), E_INVALIDARG);
+  auto manager = zdm::NewOf<IZExtDataMgr, CZExtDataMgr>();
+  EXPECT_EQ(object->SetExtDataMgr(manager), S_OK);
+  EXPECT_EQ(object->GetExtDataMgr(), manager.Get());
 
   auto first = MakeItem(OLESTR("a"));
   auto second = MakeItem(OLESTR("a"));
@@ -448,15 +254,6 @@ TEST_F(DMObject, FindsExtendedDataByKeyAndName) {
   EXPECT_EQ(object->GetExtData(kKey, OLESTR("a")), second.Get());
   object->ClearExtData();
   EXPECT_EQ(object->GetExtDataMgr(), nullptr);
-}
-
-TEST_F(DMObject, TakesAManagerOfExtendedData) {
-  zdm::test::TestDatabase other;
-  auto object = zdm::Attached(new CZDMPlainObject);
-  EXPECT_EQ(object->SetExtDataMgr(nullptr), E_INVALIDARG);
-  auto manager = zdm::NewOf<IZExtDataMgr, CZExtDataMgr>();
-  EXPECT_EQ(object->SetExtDataMgr(manager), S_OK);
-  EXPECT_EQ(object->GetExtDataMgr(), manager.Get());
 }
 
 TEST_F(DMObject, OwnsItsParameterArray) {
@@ -479,7 +276,8 @@ TEST_F(DMObject, OwnsItsParameterArray) {
   EXPECT_EQ(array->GetOwner(), nullptr);
 }
 
-TEST_F(DMObject, ForwardsParameterAccessToTheArray) {
+// Each operation reaches the parameter of its own type, and no other.
+TEST_F(Parameterised, ReadsAndWritesParametersByDefinition) {
   auto object = MakePlain();
   double number = 7;
   LONG integer = 7;
@@ -487,50 +285,66 @@ TEST_F(DMObject, ForwardsParameterAccessToTheArray) {
   auto text = reinterpret_cast<BSTR>(&number);
   auto* value = reinterpret_cast<ZDfValue*>(&number);
   IZDMObject* target = object;
-  const auto askAll = [&] {
-    int answered = 0;
-    answered += object->GetParamDouble(&kKey, &number);
-    answered += object->SetParamDouble(&kKey, 1);
-    answered += object->GetParamLong(&kKey, &integer);
-    answered += object->SetParamLong(&kKey, 1);
-    answered += object->GetParamString(&kKey, &text);
-    answered += object->SetParamString(&kKey, nullptr);
-    answered += object->GetParamValue(&kKey, &value);
-    answered += object->SetParamValue(&kKey, nullptr);
-    answered += object->GetParamRelation(&kKey, &target);
-    answered += object->SetParamRelation(&kKey, nullptr, true);
-    answered += object->GetParamBool(&kKey, &flag);
-    answered += object->SetParamBool(&kKey, false);
-    return answered;
+  const auto setAll = [&] {
+    ZDfLong long8;
+    long8.Value = 8;
+    return object->SetParamDouble(&kKeys[0], 1.5) + object->SetParamLong(&kKeys[1], 2) +
+           object->SetParamString(&kKeys[2], OLESTR("oak")) +
+           object->SetParamValue(&kKeys[3], &long8) +
+           object->SetParamRelation(&kKeys[4], object, true) +
+           object->SetParamBool(&kKeys[5], false);
   };
-  EXPECT_EQ(askAll(), 0);
-  EXPECT_EQ(object->GetParameter(kKey), nullptr);
-  EXPECT_EQ(number, 7);
-  EXPECT_EQ(text, nullptr);
-  EXPECT_EQ(value, nullptr);
-  EXPECT_EQ(target, nullptr);
+  const auto getAll = [&] {
+    return object->GetParamDouble(&kKeys[0], &number) + object->GetParamLong(&kKeys[1], &integer) +
+           object->GetParamString(&kKeys[2], &text) + object->GetParamValue(&kKeys[3], &value) +
+           object->GetParamRelation(&kKeys[4], &target) + object->GetParamBool(&kKeys[5], &flag);
+  };
+  object->AddParameter(nullptr);  // makes the array
+  EXPECT_NE(object->PeekParameterArray(), nullptr);
+  object->ClearParameters();
+  for (const bool hasArray : {false, true}) {
+    if (hasArray) object->AddParameter(nullptr);
+    EXPECT_EQ(setAll() + getAll(), 0);
+    EXPECT_EQ(object->GetParameter(kKeys[0]), nullptr);
+    EXPECT_EQ(number, 7);
+    EXPECT_EQ(integer, 7);
+    EXPECT_TRUE(flag);
+    EXPECT_EQ(text, nullptr);
+    EXPECT_EQ(value, nullptr);
+    EXPECT_EQ(target, nullptr);
+  }
 
-  auto array = zdm::Attached(new ParamArray);
-  object->SetParameterArray(array, false);
-  EXPECT_EQ(askAll(), 12);
-  object->GetParameter(kKey);
-  object->AddParameter(nullptr);
-  EXPECT_EQ(array->calls,
-            "GetParamDouble SetParamDouble GetParamLong SetParamLong GetParamString "
-            "SetParamString GetParamValue SetParamValue GetParamRelation SetParamRelation "
-            "GetParamBool SetParamBool GetParameter Add");
+  object->PeekParameterArray()->BeginAdd();
+  for (const GUID& key : kKeys) object->AddParameter(ParameterOf(key));
+  object->PeekParameterArray()->EndAdd();
+  EXPECT_EQ(setAll(), 5);  // the relation needs one to be there
+  object->GetParameter(kKeys[4])->SetRelation(nullptr, false);
+  EXPECT_EQ(setAll() + getAll(), 12);
+  EXPECT_EQ(number, 1.5);
+  EXPECT_EQ(integer, 2);
+  EXPECT_EQ(zdm::ToUtf8(text), "oak");
+  EXPECT_EQ(static_cast<ZDfLong*>(value)->Value, 8);
+  EXPECT_EQ(target, object.Get());
+  EXPECT_EQ(object->GetReferenceCount(), 2u);
+  EXPECT_FALSE(flag);
+  SysFreeString(text);
+  target->Release();
 }
 
-TEST_F(DMObject, MaterialIsTheParametersUnlessItDefersToTheCategory) {
+TEST_F(Parameterised, MaterialIsTheParametersUnlessItDefersToTheCategory) {
   auto object = MakePlain();
   ZRefPtr<IZGiMaterial> found;
   EXPECT_TRUE(object->GetMaterial(&kKey, found.Out()));
   EXPECT_EQ(found.Get(), nullptr);
 
   auto material = zdm::Attached(new zdm::test::Material);
-  auto array = zdm::Attached(new ParamArray);
-  array->relation = RelationTo(material);
-  object->SetParameterArray(array, false);
+  const auto parameter = ParameterOf(kKey);
+  parameter->SetRelation(material, false);
+  ZRefPtr<IZParameterArray> array;
+  object->GetParameterArray(array.Out());
+  array->BeginAdd();
+  array->Add(parameter, 0);
+  array->EndAdd();
   EXPECT_TRUE(object->GetMaterial(&kKey, found.Out()));
   EXPECT_EQ(found.Get(), material.Get());
   EXPECT_EQ(material->GetReferenceCount(), 2u);
@@ -550,7 +364,7 @@ TEST_F(DMObject, MaterialIsTheParametersUnlessItDefersToTheCategory) {
   EXPECT_EQ(found.Get(), nullptr);
   EXPECT_EQ(material->GetReferenceCount(), 1u);
 
-  array->relation = RelationTo(object);  // no material
+  parameter->SetRelation(object, false);  // no material
   EXPECT_TRUE(object->GetMaterial(&kKey, found.Out()));
   EXPECT_EQ(found.Get(), nullptr);
 }

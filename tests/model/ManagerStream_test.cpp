@@ -5,11 +5,7 @@
 
 #include <gtest/gtest.h>
 
-using zdm::test::BytesOf;
-using zdm::test::LoadBytes;
-using zdm::test::MakeManager;
-using zdm::test::NameOf;
-using zdm::test::TestDatabase;
+using namespace zdm::test;
 
 namespace {
 

@@ -7,15 +7,12 @@
 #include "zdm/model/CZDMObjColl.h"
 #include "zdm/model/CZDMObjMgr.h"
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <string>
 
-namespace zdm::test {
-class Probe;
-}
-
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Probe,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZDMObject, IZRelation)
+ZDM_TEST_CLASS(Probe, IZObject, IZDMObject, IZRelation)
 
 namespace zdm::test {
 
@@ -86,5 +83,29 @@ std::string NamesBackwardsWith(List& list, LONG bit) {
   }
   return names;
 }
+
+constexpr LONG kBit = 40;  // a status without a meaning of its own
+
+/// Tests of managers.
+class ObjMgr : public testing::Test {
+ protected:
+  /// A manager in the document, with objects of these names attached to it; the objects whose name
+  /// is in capitals have kBit.
+  ZRefPtr<IZDMObjMgr> MakeFilled(std::initializer_list<const OLECHAR*> names) {
+    auto manager = MakeManager(OLESTR("m"));
+    db.Add(manager);
+    for (const OLECHAR* name : names) {
+      auto object = MakeNamed(name);
+      if (name[0] >= 'A' && name[0] <= 'Z') object->SetStatus(kBit);
+      manager->AttachTail(object);
+    }
+    return manager;
+  }
+  static IZDMObject* Find(const ZRefPtr<IZDMObjMgr>& manager, const OLECHAR* name) {
+    return manager->FindByName(name);
+  }
+
+  TestDatabase db;
+};
 
 }  // namespace zdm::test

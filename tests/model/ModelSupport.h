@@ -1,25 +1,25 @@
 // Objects and visitors for tests of data-model objects.
 #pragma once
 
-#include "tests/model/StandIns.h"
+#include "platform/system/Text.h"
+#include "tests/support/TestDatabase.h"
 #include "tests/support/UIDReltn.h"
 #include "zdm/extdata/CZExtDataObj.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
+#include "zdm/parameters/CZParameterArray.h"
 #include "zdm/relations/ZReltnVisitor.h"
+
+#include <gtest/gtest.h>
 
 #include <string>
 
 namespace zdm::test {
-class Canary;
-class Stray;
 }  // namespace zdm::test
 
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Canary,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZReltnVisitor)
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Stray,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZDMObject, IZRelation)
+ZDM_TEST_CLASS(Canary, IZObject, IZReltnVisitor)
+ZDM_TEST_CLASS(Stray, IZObject, IZDMObject, IZRelation)
 
 namespace zdm::test {
 
@@ -29,6 +29,9 @@ inline ZRefPtr<IZExtDataAccess> MakeItem(const OLECHAR* name) {
   item->SetName(name);
   return item;
 }
+
+/// A new array of one parameter, without definition, that refers to `target`.
+ZRefPtr<IZParameterArray> ParametersTo(IZDMObject* target);
 
 /// Looks inside every relation and writes down the IDs it is offered, each followed by a blank;
 /// "-" for a null record. Answers true once to the ID `stopAt`.
@@ -83,6 +86,22 @@ class Stray : public IZDMObjectImpl<IZDMObject> {
 
   int drawn = 0;
   ZRefPtr<IZGiMaterial> categoryMaterial;
+};
+
+inline ZRefPtr<IZDMObject> MakePlain() { return MakeObject<IZDMObject, CZDMPlainObject>(); }
+
+/// "-" for none.
+inline std::string NameOf(IZDMObject& object) {
+  Bstr name;
+  object.GetName(name.Out());
+  return name.IsNull() ? "-" : ToUtf8(name.Get());
+}
+
+/// Tests of objects of a document.
+class DMObject : public testing::Test {
+ protected:
+  DMObject() { RegisterDocumentClasses(); }
+  TestDatabase db;
 };
 
 }  // namespace zdm::test

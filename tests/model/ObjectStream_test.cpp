@@ -1,8 +1,9 @@
 // The stored form of data-model objects: header, body, and what damage does to an object.
 #include "platform/ole/CAtlException.h"
-#include "platform/system/Text.h"
 #include "tests/model/ModelSupport.h"
+#include "tests/support/CapturedOutput.h"
 #include "zdm/identity/CID.h"
+#include "zdm/module/DllRegisterZModule.h"
 
 #include <gtest/gtest.h>
 
@@ -10,15 +11,7 @@
 #include <set>
 #include <sstream>
 
-using zdm::test::BytesOf;
-using zdm::test::IDsOffered;
-using zdm::test::LoadBytes;
-using zdm::test::MakeItem;
-using zdm::test::NumberAt;
-using zdm::test::ParamArray;
-using zdm::test::RelationTo;
-using zdm::test::TestDatabase;
-using zdm::test::UIDReltn;
+using namespace zdm::test;
 
 namespace {
 
@@ -29,7 +22,7 @@ constexpr std::size_t kBody = 41;  // offset of the body's length
 class ObjectStream : public testing::Test {
  protected:
   ObjectStream() {
-    zdm::test::RegisterStandIns();
+    DllRegisterZModule();
     UIDReltn::zInit();
   }
 
@@ -38,20 +31,12 @@ class ObjectStream : public testing::Test {
     auto object = db.MakeObject(name);
     object->SetExtData(kKey, MakeItem(OLESTR("item")));
     object->AddRelation(RelationTo(target));
-    auto array = zdm::Attached(new ParamArray);
-    array->relation = RelationTo(target);
-    object->SetParameterArray(array, false);
+    object->SetParameterArray(ParametersTo(target), false);
     return object;
   }
 
   TestDatabase db;
 };
-
-std::string NameOf(IZDMObject& object) {
-  zdm::Bstr name;
-  object.GetName(name.Out());
-  return name.IsNull() ? "-" : zdm::ToUtf8(name.Get());
-}
 
 TEST_F(ObjectStream, HeaderAndEmptyBody) {
   auto object = db.MakeObject(nullptr, 0x01020304);
@@ -90,7 +75,8 @@ TEST_F(ObjectStream, BodyHoldsAttachmentsInOrderThenOwnData) {
       0x00, 0x00, 0x80, 0x00, 0xFF, 0xFF, 0xFF, 0xFF,   // status word, tag
       0x00, 0x00, 0x00, 0x00, 0x77, 0x00, 0x00, 0x00,   // spare word, target
       0x01,                                             // parameters
-      0x01,                                             // one
+      0x00, 0x01, 0x00, 0x00, 0x00,                     // the array's flags, one
+      0x0A, 0x00, 0xFF, 0xFF, 0x00, 0x00, 0x03,         // a relation without definition
       0x00, 0x00, 0x80, 0x00, 0xFF, 0xFF, 0xFF, 0xFF,   //
       0x00, 0x00, 0x00, 0x00, 0x77, 0x00, 0x00, 0x00,   //
       0x04, 0x00, 0x00, 0x00, 'w',  0x00, 0x00, 0x00};  // own data: the name
@@ -202,6 +188,7 @@ TEST_F(ObjectStream, AStreamCutAnywhereIsAnErrorAndLosesNothing) {
 // Of the header the option mask alone is believed. A damaged body loads or throws; either way the
 // object can be saved, and what it saves loads to the same again.
 TEST_F(ObjectStream, EveryDamagedByteIsSurvived) {
+  const zdm::CapturedOutput output;  // unknown types of values are reported
   auto target = db.MakeObject(nullptr, 0x77);
   const std::vector<BYTE> bytes = BytesOf(*MakeFull(target, OLESTR("wall")), &db);
   auto intact = db.MakeObject();
@@ -259,9 +246,7 @@ TEST_F(ObjectStream, OffersExactlyTheIDsItSaves) {
   nested->uid.CID = new CID(db.pids.GetPIDByID(kCanary + 101), db.pids.GetPIDByID(kCanary + 102),
                             at(5)->GetOID());
   object->AddRelation(nested);
-  auto array = zdm::Attached(new ParamArray);
-  array->relation = RelationTo(at(6));
-  object->SetParameterArray(array, false);
+  object->SetParameterArray(ParametersTo(at(6)), false);
   object->SetExtData(kKey, MakeItem(OLESTR("item")));
 
   const auto canariesIn = [&](IZDMObject& saved) {

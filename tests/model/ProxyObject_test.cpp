@@ -9,10 +9,7 @@
 
 namespace {
 
-using zdm::test::ByteStream;
-using zdm::test::RelationTo;
-using zdm::test::TestDatabase;
-using zdm::test::Thrown;
+using namespace zdm::test;
 
 constexpr GUID kForeign = {0x11111111, 0x2222, 0x3333, {4, 4, 4, 4, 4, 4, 4, 4}};
 constexpr GUID kModule = {0x55555555, 0x6666, 0x7777, {8, 8, 8, 8, 8, 8, 8, 8}};
@@ -58,15 +55,10 @@ class Proxy : public testing::Test {
 };
 
 TEST_F(Proxy, OperationsAreInOrder) {
-  using I = IZDMProxyObject;
-  zdm::test::ExpectInOrder(
-      3, {ZDM_SLOT(I, GetClassGuid),     ZDM_SLOT(I, SetClassGuid),   ZDM_SLOT(I, GetFormat),
-          ZDM_SLOT(I, SetFormat),        ZDM_SLOT(I, GetModuleGuid),  ZDM_SLOT(I, SetModuleGuid),
-          ZDM_SLOT(I, IsWordSet),        ZDM_SLOT(I, SetWord),        ZDM_SLOT(I, GetKind),
-          ZDM_SLOT(I, SetKind),          ZDM_SLOT(I, GetData),        ZDM_SLOT(I, SetData),
-          ZDM_SLOT(I, CollectRelations), ZDM_SLOT(I, LoadRawData),    ZDM_SLOT(I, SaveEmbedded),
-          ZDM_SLOT(I, LoadEmbedded),     ZDM_SLOT(I, SaveModuleGuid), ZDM_SLOT(I, LoadModuleGuid),
-          ZDM_SLOT(I, SaveRelations),    ZDM_SLOT(I, LoadRelations),  ZDM_SLOT(I, GetKindValue)});
+  ZDM_EXPECT_SLOTS(3, IZDMProxyObject, GetClassGuid, SetClassGuid, GetFormat, SetFormat,
+                   GetModuleGuid, SetModuleGuid, IsWordSet, SetWord, GetKind, SetKind, GetData,
+                   SetData, CollectRelations, LoadRawData, SaveEmbedded, LoadEmbedded,
+                   SaveModuleGuid, LoadModuleGuid, SaveRelations, LoadRelations, GetKindValue);
 }
 
 TEST_F(Proxy, RecordIsHeaderEmbeddedRecordAndBody) {
@@ -114,9 +106,12 @@ TEST_F(Proxy, HandsOutCopiesOfItsBytes) {
   ASSERT_EQ(proxy->GetData(&out), 4);
   EXPECT_EQ(std::string(static_cast<char*>(out), 4), "data");
   CoTaskMemFree(out);
-  proxy->SetData(nullptr, -1);
-  out = &db;
-  EXPECT_EQ(proxy->GetData(&out), 0);
+  for (const LONG length : {-1, 4}) {
+    proxy->SetData("data", 4);
+    proxy->SetData(nullptr, length);
+    out = &db;
+    EXPECT_EQ(proxy->GetData(&out), 0);
+  }
   EXPECT_EQ(out, &db) << "untouched";
 }
 

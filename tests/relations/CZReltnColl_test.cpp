@@ -3,7 +3,6 @@
 #include "platform/ole/CAtlException.h"
 #include "tests/relations/ReltnSupport.h"
 #include "zdm/identity/OID.h"
-#include "zdm/relations/ReltnSelector.h"
 
 #include <gtest/gtest.h>
 
@@ -11,10 +10,9 @@
 #include <utility>
 
 class GiContext {};
-class Meddler;
+ZDM_TEST_CLASS(Meddler, IZObject, IZReltnVisitor)
 
-ZDM_CLASS_ROW(zdm::test::TestModule, false, Meddler, "00000000-0000-0000-0000-000000000000",
-              IZObject, IZReltnVisitor)
+namespace zdm::test {
 
 /// Does something to the collection when it is shown b, and then notes what it was shown.
 class Meddler : public ZReltnVisitor<IZReltnVisitor> {
@@ -32,6 +30,8 @@ class Meddler : public ZReltnVisitor<IZReltnVisitor> {
 };
 
 ZDM_OBJECT_BODY(Meddler)
+
+}  // namespace zdm::test
 
 namespace {
 
@@ -70,14 +70,6 @@ TEST(ReltnColl, OffersValidElementsInListOrder) {
   Recorder visitor;
   EXPECT_FALSE(coll->Accept(nullptr, nullptr, &visitor));
   EXPECT_EQ(visitor.words, "a c d");
-}
-
-TEST(ReltnColl, StopsAtTheFirstTrue) {
-  const auto coll = MakeReltns("abc");
-  Recorder visitor;
-  visitor.stopAt = "b";
-  EXPECT_TRUE(coll->Accept(nullptr, nullptr, &visitor));
-  EXPECT_EQ(visitor.words, "a b");
 }
 
 TEST(ReltnColl, MayChangeWhileItIsShown) {
@@ -352,77 +344,6 @@ TEST(ReltnCollCopy, ElementThatThrowsLeavesTheFormerOnes) {
   ZRefPtr<IZReltnColl> copy;
   EXPECT_THROW(source->Clone(copy.Out(), true), CAtlException);
   EXPECT_EQ(copy, nullptr);
-}
-
-TEST(Collector, SelectsStrictlyAndOthersLoosely) {
-  const struct {
-    LONG status;
-    char letter;
-  } kinds[] = {{0, 'p'}, {ZRS_DIFFUSIBLE, 'd'}, {0x1, 'o'}, {0x3, 't'}, {ZR_ALL, 'z'}};
-  const auto source = MakeReltns("");
-  for (const auto& kind : kinds) {
-    const auto reltn = Valid(kind.letter);
-    reltn->SetReltnStatus(kind.status);
-    source->AddTail(reltn);
-  }
-  source->AddTail(Invalid('i'));
-  const struct {
-    ULONG selector;
-    const char* collected;
-    const char* loosely;
-  } rows[] = {
-      {ZR_ALL, "z", "pdotz"},   {ZR_DIFFUSIBLE, "d", "d"}, {ZR_NONDIFFUSIBLE, "potz", "potz"},
-      {0x1, "ot", "pdotz"},     {0x3, "t", "pdotz"},       {0, "pdotz", "pdotz"},
-      {0x80000001, "", "pdotz"}};
-  for (const auto& row : rows) {
-    const auto coll = MakeReltns("");
-    auto* collector = zdm::ViewAs<IZReltnCollector>(coll);
-    if (row.selector != ZR_ALL) collector->SetReltnType(static_cast<eZRelation>(row.selector));
-    EXPECT_FALSE(collector->Visit(nullptr, nullptr, source.Get()));
-    EXPECT_EQ(LettersIn(*coll), row.collected) << row.selector;
-    EXPECT_FALSE(source->Accept(nullptr, nullptr, collector));
-    EXPECT_EQ(LettersIn(*coll), std::string(row.collected) + row.collected) << "appended";
-    std::string loosely;
-    for (LONGLONG pos = source->GetValidHeadPosition(); pos != 0;) {
-      IZRelation* reltn = source->GetValidNext(pos);
-      if (zdm::SelectsLoosely(static_cast<eZRelation>(row.selector), *reltn)) {
-        loosely += static_cast<char>(reltn->GetReltnTag());
-      }
-    }
-    EXPECT_EQ(loosely, row.loosely) << row.selector;
-  }
-}
-
-TEST(Collector, TakesInvalidRelationsShownOneByOne) {
-  const auto coll = MakeReltns("");
-  auto* collector = zdm::ViewAs<IZReltnCollector>(coll);
-  collector->SetReltnType(static_cast<eZRelation>(0));
-  collector->Visit(nullptr, nullptr, static_cast<IZRelation*>(Invalid('i')));
-  collector->Visit(nullptr, nullptr, static_cast<IZRelation*>(nullptr));
-  collector->Visit(nullptr, nullptr, static_cast<IZReltnColl*>(nullptr));
-  EXPECT_EQ(LettersIn(*coll), "I");
-}
-
-TEST(Collector, ShownToItselfChangesNothing) {
-  const auto coll = MakeReltns("ab");
-  auto* collector = zdm::ViewAs<IZReltnCollector>(coll);
-  collector->SetReltnType(static_cast<eZRelation>(0));
-  EXPECT_FALSE(coll->Accept(nullptr, nullptr, collector));
-  EXPECT_FALSE(collector->Visit(nullptr, nullptr, coll.Get()));
-  EXPECT_EQ(LettersIn(*coll), "ab");
-}
-
-TEST(Collector, LooksIntoNothingElse) {
-  OID oid(0, 0, 1, nullptr);
-  OID* target = &oid;
-  const auto coll = MakeReltns("");
-  auto* collector = zdm::ViewAs<IZReltnCollector>(coll);
-  EXPECT_FALSE(collector->MapOID(nullptr, nullptr, nullptr, &target));
-  EXPECT_FALSE(collector->MapPID(nullptr, nullptr, nullptr, nullptr));
-  EXPECT_FALSE(collector->MapCID(nullptr, nullptr, nullptr, nullptr));
-  EXPECT_FALSE(collector->MapUID(nullptr, nullptr, nullptr, nullptr));
-  EXPECT_FALSE(collector->Visit(nullptr, nullptr, target));
-  EXPECT_EQ(target, &oid);
 }
 
 }  // namespace

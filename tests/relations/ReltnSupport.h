@@ -30,10 +30,8 @@ ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::PlainReltn,
               "69F8E456-23A8-4BF9-A765-5CCF27951F72", IZObject, IZRelation, IZSingleReltn)
 ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Shape, "7E570000-0000-4000-8000-000000000101",
               IZObject, IZRelation)
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Lookup,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZDatabase)
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Recorder,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZReltnVisitor)
+ZDM_TEST_CLASS(Lookup, IZObject, IZDatabase)
+ZDM_TEST_CLASS(Recorder, IZObject, IZReltnVisitor)
 ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Thing, "7E570000-0000-4000-8000-000000000102",
               IZObject, IZRelation, IZDMObject)
 

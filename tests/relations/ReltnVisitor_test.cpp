@@ -1,22 +1,12 @@
-// The defaults of visitors: how references are taken apart and offered.
+// The defaults of visitors: how references are taken apart and offered. The visitor that every
+// collection is: what it collects.
 #include "tests/relations/ReltnSupport.h"
 #include "zdm/identity/CID.h"
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
+#include "zdm/relations/ReltnSelector.h"
 
 #include <gtest/gtest.h>
-
-class Passive;
-
-ZDM_CLASS_ROW(zdm::test::TestModule, false, Passive, "00000000-0000-0000-0000-000000000000",
-              IZObject, IZReltnVisitor)
-
-/// A visitor that overrides nothing.
-class Passive : public ZReltnVisitor<IZReltnVisitor> {
-  ZDM_OBJECT(Passive)
-};
-
-ZDM_OBJECT_BODY(Passive)
 
 namespace {
 
@@ -28,21 +18,6 @@ struct Reference {
   PID self{3};
   CID cid{&self, &ref, &target};
 };
-
-TEST(VisitorDefaults, WalkCollectionsAndChangeNothing) {
-  Reference reference;
-  Passive visitor;
-  const auto coll = MakeReltns("ab");
-  EXPECT_FALSE(visitor.Visit(nullptr, nullptr, coll.Get()));
-  EXPECT_FALSE(visitor.Visit(nullptr, nullptr, coll->GetHead()));
-  EXPECT_FALSE(visitor.Visit(nullptr, nullptr, &reference.target));
-  EXPECT_FALSE(visitor.Visit(nullptr, nullptr));
-  EXPECT_FALSE(visitor.Visit(nullptr));
-  EXPECT_FALSE(visitor.MapCID(nullptr, nullptr, nullptr, &reference.cid));
-  EXPECT_EQ(reference.cid.ReltnOID, &reference.target);
-  EXPECT_EQ(reference.cid.RefPID, &reference.ref);
-  EXPECT_EQ(reference.cid.SelfPID, &reference.self);
-}
 
 TEST(VisitorDefaults, ShowTheValidElementsOfACollection) {
   Recorder visitor;
@@ -125,6 +100,64 @@ TEST(VisitorDefaults, OfferTheCompoundPartOfAUid) {
   EXPECT_EQ(visitor.askedOwner, owner);
   EXPECT_EQ(visitor.askedReltn, nullptr);
   EXPECT_FALSE(visitor.MapCID(root, owner, holder, nullptr));
+}
+
+TEST(Collector, SelectsStrictlyAndOthersLoosely) {
+  const struct {
+    LONG status;
+    char letter;
+  } kinds[] = {{0, 'p'}, {ZRS_DIFFUSIBLE, 'd'}, {0x1, 'o'}, {0x3, 't'}, {ZR_ALL, 'z'}};
+  const auto source = MakeReltns("");
+  for (const auto& kind : kinds) {
+    const auto reltn = Valid(kind.letter);
+    reltn->SetReltnStatus(kind.status);
+    source->AddTail(reltn);
+  }
+  source->AddTail(Invalid('i'));
+  const struct {
+    ULONG selector;
+    const char* collected;
+    const char* loosely;
+  } rows[] = {
+      {ZR_ALL, "z", "pdotz"},   {ZR_DIFFUSIBLE, "d", "d"}, {ZR_NONDIFFUSIBLE, "potz", "potz"},
+      {0x1, "ot", "pdotz"},     {0x3, "t", "pdotz"},       {0, "pdotz", "pdotz"},
+      {0x80000001, "", "pdotz"}};
+  for (const auto& row : rows) {
+    const auto coll = MakeReltns("");
+    auto* collector = zdm::ViewAs<IZReltnCollector>(coll);
+    if (row.selector != ZR_ALL) collector->SetReltnType(static_cast<eZRelation>(row.selector));
+    EXPECT_FALSE(collector->Visit(nullptr, nullptr, source.Get()));
+    EXPECT_EQ(LettersIn(*coll), row.collected) << row.selector;
+    EXPECT_FALSE(source->Accept(nullptr, nullptr, collector));
+    EXPECT_EQ(LettersIn(*coll), std::string(row.collected) + row.collected) << "appended";
+    std::string loosely;
+    for (LONGLONG pos = source->GetValidHeadPosition(); pos != 0;) {
+      IZRelation* reltn = source->GetValidNext(pos);
+      if (zdm::SelectsLoosely(static_cast<eZRelation>(row.selector), *reltn)) {
+        loosely += static_cast<char>(reltn->GetReltnTag());
+      }
+    }
+    EXPECT_EQ(loosely, row.loosely) << row.selector;
+  }
+}
+
+TEST(Collector, TakesInvalidRelationsShownOneByOne) {
+  const auto coll = MakeReltns("");
+  auto* collector = zdm::ViewAs<IZReltnCollector>(coll);
+  collector->SetReltnType(static_cast<eZRelation>(0));
+  collector->Visit(nullptr, nullptr, static_cast<IZRelation*>(Invalid('i')));
+  collector->Visit(nullptr, nullptr, static_cast<IZRelation*>(nullptr));
+  collector->Visit(nullptr, nullptr, static_cast<IZReltnColl*>(nullptr));
+  EXPECT_EQ(LettersIn(*coll), "I");
+}
+
+TEST(Collector, ShownToItselfChangesNothing) {
+  const auto coll = MakeReltns("ab");
+  auto* collector = zdm::ViewAs<IZReltnCollector>(coll);
+  collector->SetReltnType(static_cast<eZRelation>(0));
+  EXPECT_FALSE(coll->Accept(nullptr, nullptr, collector));
+  EXPECT_FALSE(collector->Visit(nullptr, nullptr, coll.Get()));
+  EXPECT_EQ(LettersIn(*coll), "ab");
 }
 
 }  // namespace

@@ -14,118 +14,62 @@ namespace {
 
 using namespace zdm::test;
 
-/// The place of one overload.
-template <class Signature, class C>
-int SlotOfOverload(Signature C::*operation) {
-  return SlotOf(operation);
-}
-
 TEST(Slots, IZDisplay) {
-  ExpectInOrder(
-      3, {ZDM_SLOT(IZDisplay, Draw),
-          ZDM_SLOT(IZDisplay, DrawVariant1),
-          ZDM_SLOT(IZDisplay, DrawVariant2),
-          ZDM_SLOT(IZDisplay, DrawVariant3),
-          ZDM_SLOT(IZDisplay, DrawVariant4),
-          ZDM_SLOT(IZDisplay, DrawVariant5),
-          ZDM_SLOT(IZDisplay, Select),
-          ZDM_SLOT(IZDisplay, Reserved10),
-          ZDM_SLOT(IZDisplay, GetBox),
-          ZDM_SLOT(IZDisplay, GetGeBox),
-          ZDM_SLOT(IZDisplay, Reserved13),
-          ZDM_SLOT(IZDisplay, GetSizeX),
-          ZDM_SLOT(IZDisplay, GetSizeY),
-          ZDM_SLOT(IZDisplay, GetSizeZ),
-          ZDM_SLOT(IZDisplay, UnionBox),
-          ZDM_SLOT(IZDisplay, Reserved18),
-          ZDM_SLOT(IZDisplay, IsVisible),
-          ZDM_SLOT(IZDisplay, SetVisibility),
-          ZDM_SLOT(IZDisplay, GetDisplayValue),
-          ZDM_SLOT(IZDisplay, SetDisplayValue),
-          ZDM_SLOT(IZDisplay, Reserved23),
-          ZDM_SLOT(IZDisplay, Reserved24),
-          ZDM_SLOT(IZDisplay, Reserved25),
-          ZDM_SLOT(IZDisplay, GetDispAttrib),
-          ZDM_SLOT(IZDisplay, AttachDispAttrib),
-          ZDM_SLOT(IZDisplay, Reserved28),
-          ZDM_SLOT(IZDisplay, Reserved29),
-          ZDM_SLOT(IZDisplay, JudgeStatus),
-          ZDM_SLOT(IZDisplay, SetElementStatus),
-          ZDM_SLOT(IZDisplay, Reserved32),
-          ZDM_SLOT(IZDisplay, ClearElementStatus),
-          ZDM_SLOT(IZDisplay, Reserved34),
-          ZDM_SLOT(IZDisplay, Reserved35),
-          ZDM_SLOT(IZDisplay, Reserved36),
-          {"Transform(rows of 3)", SlotOfOverload<void(const double[][3])>(&IZDisplay::Transform)},
-          {"Transform(rows of 4)", SlotOfOverload<void(const double[][4])>(&IZDisplay::Transform)},
-          {"Transform(matrix)", SlotOfOverload<void(const GeMatrix&)>(&IZDisplay::Transform)},
-          ZDM_SLOT(IZDisplay, GetTransform),
-          ZDM_SLOT(IZDisplay, Reserved41),
-          ZDM_SLOT(IZDisplay, Reserved42),
-          ZDM_SLOT(IZDisplay, GetName),
-          ZDM_SLOT(IZDisplay, SetName)});
+  ZDM_EXPECT_SLOTS(
+      3, IZDisplay, Draw, DrawVariant1, DrawVariant2, DrawVariant3, DrawVariant4, DrawVariant5,
+      Select, Reserved10, GetBox, GetGeBox, Reserved13, GetSizeX, GetSizeY, GetSizeZ, UnionBox,
+      Reserved18, IsVisible, SetVisibility, GetDisplayValue, SetDisplayValue, Reserved23,
+      Reserved24, Reserved25, GetDispAttrib, AttachDispAttrib, Reserved28, Reserved29, JudgeStatus,
+      SetElementStatus, Reserved32, ClearElementStatus, Reserved34, Reserved35, Reserved36);
+  EXPECT_EQ(SlotOfOverload<void(const double[][3])>(&IZDisplay::Transform), 37);
+  EXPECT_EQ(SlotOfOverload<void(const double[][4])>(&IZDisplay::Transform), 38);
+  EXPECT_EQ(SlotOfOverload<void(const GeMatrix&)>(&IZDisplay::Transform), 39);
+  ZDM_EXPECT_SLOTS(40, IZDisplay, GetTransform, Reserved41, Reserved42, GetName, SetName);
 }
 
 TEST(Slots, IZRelation) {
-  ExpectInOrder(
-      45, {ZDM_SLOT(IZRelation, CopyFrom), ZDM_SLOT(IZRelation, Update),
-           ZDM_SLOT(IZRelation, SetReltnStatus), ZDM_SLOT(IZRelation, GetReltnStatus),
-           ZDM_SLOT(IZRelation, ClearReltnStatus), ZDM_SLOT(IZRelation, JudgeReltnStatus),
-           ZDM_SLOT(IZRelation, IsReltnDiffusible), ZDM_SLOT(IZRelation, SetReltnDiffusible),
-           ZDM_SLOT(IZRelation, Load), ZDM_SLOT(IZRelation, Save), ZDM_SLOT(IZRelation, IsValid),
-           ZDM_SLOT(IZRelation, SetReltnTag), ZDM_SLOT(IZRelation, GetReltnTag),
-           ZDM_SLOT(IZRelation, AssertValid), ZDM_SLOT(IZRelation, Accept),
-           ZDM_SLOT(IZRelation, JudgeSame)});
+  ZDM_EXPECT_SLOTS(45, IZRelation, CopyFrom, Update, SetReltnStatus, GetReltnStatus,
+                   ClearReltnStatus, JudgeReltnStatus, IsReltnDiffusible, SetReltnDiffusible, Load,
+                   Save, IsValid, SetReltnTag, GetReltnTag, AssertValid, Accept, JudgeSame);
 }
 
 TEST(Slots, RelationBasesAddTheirsBehindTheInterface) {
-  ExpectInOrder(61, {{"Clone", SlotOfOverload<void(IZRelation**)>(&Shape::Clone)},
-                     ZDM_SLOT(Shape, IsDumpRef)});
-  ExpectInOrder(66, {{"Clone", SlotOfOverload<void(IZRelation**)>(&PlainReltn::Clone)},
-                     ZDM_SLOT(PlainReltn, IsDumpRef),
-                     ZDM_SLOT(PlainReltn, ReservedQuery),
-                     {"Clone", SlotOfOverload<void(IZSingleReltn**)>(&PlainReltn::Clone)}});
+  EXPECT_EQ(SlotOfOverload<void(IZRelation**)>(&Shape::Clone), 61);
+  ZDM_EXPECT_SLOTS(62, Shape, IsDumpRef);
+  EXPECT_EQ(SlotOfOverload<void(IZRelation**)>(&PlainReltn::Clone), 66);
+  ZDM_EXPECT_SLOTS(67, PlainReltn, IsDumpRef, ReservedQuery);
+  EXPECT_EQ(SlotOfOverload<void(IZSingleReltn**)>(&PlainReltn::Clone), 69);
 }
 
 TEST(Slots, IZSingleReltn) {
-  ExpectInOrder(61, {ZDM_SLOT(IZSingleReltn, SetReltnObj), ZDM_SLOT(IZSingleReltn, GetReltnObject),
-                     ZDM_SLOT(IZSingleReltn, GetValidReltnObject),
-                     ZDM_SLOT(IZSingleReltn, SetReltnOID), ZDM_SLOT(IZSingleReltn, GetReltnOID)});
+  ZDM_EXPECT_SLOTS(61, IZSingleReltn, SetReltnObj, GetReltnObject, GetValidReltnObject, SetReltnOID,
+                   GetReltnOID);
 }
 
 TEST(Slots, IZReltnColl) {
   EXPECT_EQ(SlotOf(&IZReltnColl::GetHead), 61);
   EXPECT_EQ(SlotOf(&IZReltnColl::AddTailColl), 91);
-  ExpectInOrder(92, {ZDM_SLOT(IZReltnColl, GetHeadStatusPosition),
-                     ZDM_SLOT(IZReltnColl, GetTailStatusPosition),
-                     ZDM_SLOT(IZReltnColl, GetStatusNext),
-                     ZDM_SLOT(IZReltnColl, GetStatusPrev),
-                     {"Clone", SlotOfOverload<void(IZReltnColl**, bool)>(&IZReltnColl::Clone)},
-                     ZDM_SLOT(IZReltnColl, GetValidHeadPosition),
-                     ZDM_SLOT(IZReltnColl, GetValidTailPosition),
-                     ZDM_SLOT(IZReltnColl, GetValidNext),
-                     ZDM_SLOT(IZReltnColl, GetValidPrev)});
+  ZDM_EXPECT_SLOTS(92, IZReltnColl, GetHeadStatusPosition, GetTailStatusPosition, GetStatusNext,
+                   GetStatusPrev);
+  EXPECT_EQ(SlotOfOverload<void(IZReltnColl**, bool)>(&IZReltnColl::Clone), 96);
+  ZDM_EXPECT_SLOTS(97, IZReltnColl, GetValidHeadPosition, GetValidTailPosition, GetValidNext,
+                   GetValidPrev);
 }
 
 TEST(Slots, CZReltnCollAddsVersionDumpAndClone) {
-  ExpectInOrder(SlotOf(&CZReltnColl::getVersion),
-                {ZDM_SLOT(CZReltnColl, getVersion),
-                 ZDM_SLOT(CZReltnColl, IsDumpRef),
-                 {"Clone", SlotOfOverload<void(IZRelation**)>(&CZReltnColl::Clone)}});
+  ZDM_EXPECT_SLOTS(SlotOf(&CZReltnColl::getVersion), CZReltnColl, getVersion, IsDumpRef);
+  EXPECT_EQ(SlotOfOverload<void(IZRelation**)>(&CZReltnColl::Clone),
+            SlotOf(&CZReltnColl::getVersion) + 2);
 }
 
 TEST(Slots, IZReltnVisitor) {
   using I = IZReltnVisitor;
-  ExpectInOrder(
-      3, {{"Visit(coll)", SlotOfOverload<bool(IZDMObject*, IZDMObject*, IZReltnColl*)>(&I::Visit)},
-          {"Visit(reltn)", SlotOfOverload<bool(IZDMObject*, IZDMObject*, IZRelation*)>(&I::Visit)},
-          {"Visit(owner)", SlotOfOverload<bool(IZDMObject*, IZDMObject*, OID*)>(&I::Visit)},
-          {"Visit(two)", SlotOfOverload<bool(IZDMObject*, IZDMObject*)>(&I::Visit)},
-          {"Visit(one)", SlotOfOverload<bool(IZDMObject*)>(&I::Visit)},
-          ZDM_SLOT(IZReltnVisitor, MapUID),
-          ZDM_SLOT(IZReltnVisitor, MapCID),
-          ZDM_SLOT(IZReltnVisitor, MapOID),
-          ZDM_SLOT(IZReltnVisitor, MapPID)});
+  EXPECT_EQ(SlotOfOverload<bool(IZDMObject*, IZDMObject*, IZReltnColl*)>(&I::Visit), 3);
+  EXPECT_EQ(SlotOfOverload<bool(IZDMObject*, IZDMObject*, IZRelation*)>(&I::Visit), 4);
+  EXPECT_EQ(SlotOfOverload<bool(IZDMObject*, IZDMObject*, OID*)>(&I::Visit), 5);
+  EXPECT_EQ(SlotOfOverload<bool(IZDMObject*, IZDMObject*)>(&I::Visit), 6);
+  EXPECT_EQ(SlotOfOverload<bool(IZDMObject*)>(&I::Visit), 7);
+  ZDM_EXPECT_SLOTS(8, IZReltnVisitor, MapUID, MapCID, MapOID, MapPID);
 }
 
 TEST(Slots, VisitorInterfacesContinueAtTwelve) {
@@ -134,19 +78,17 @@ TEST(Slots, VisitorInterfacesContinueAtTwelve) {
   EXPECT_EQ(SlotOf(&IZReltnRecordObjInReltns::Initialize), 12);
   EXPECT_EQ(SlotOf(&IZReltnSelfContained::SelfContained), 12);
   EXPECT_EQ(SlotOf(&IZReltnRecord::GetRecordObjects), 12);
-  ExpectInOrder(12, {ZDM_SLOT(IZReltnDiffuse, Initialize), ZDM_SLOT(IZReltnDiffuse, get_Status)});
+  ZDM_EXPECT_SLOTS(12, IZReltnDiffuse, Initialize, get_Status);
   using S = IZReltnStatus;
-  ExpectInOrder(
-      12, {ZDM_SLOT(S, Initialize),
-           {"Isolate(object)", SlotOfOverload<void(IZDMObject*, eZRelation, bool)>(&S::Isolate)},
-           {"Isolate(coll)", SlotOfOverload<void(IZDMObjColl*, eZRelation, bool)>(&S::Isolate)}});
+  ZDM_EXPECT_SLOTS(12, S, Initialize);
+  EXPECT_EQ(SlotOfOverload<void(IZDMObject*, eZRelation, bool)>(&S::Isolate), 13);
+  EXPECT_EQ(SlotOfOverload<void(IZDMObjColl*, eZRelation, bool)>(&S::Isolate), 14);
 }
 
 /// A class's own operations: behind those of its interface and those of its row.
 template <class Visitor>
 void ExpectVersionThenDump() {
-  ExpectInOrder(SlotOf(&Visitor::GetLPVOID) + 1,
-                {ZDM_SLOT(Visitor, getVersion), ZDM_SLOT(Visitor, IsDumpRef)});
+  ZDM_EXPECT_SLOTS(SlotOf(&Visitor::GetLPVOID) + 1, Visitor, getVersion, IsDumpRef);
 }
 
 TEST(Slots, VisitorsEndWithVersionAndDump) {
@@ -163,10 +105,7 @@ TEST(Slots, VisitorsEndWithVersionAndDump) {
 
 TEST(Slots, ZDfValue) {
   // Place 0 is the destructor, which takes two entries.
-  ExpectInOrder(
-      1, {ZDM_SLOT(ZDfValue, Clone), ZDM_SLOT(ZDfValue, GetType), ZDM_SLOT(ZDfValue, Release),
-          ZDM_SLOT(ZDfValue, JudgeSame), ZDM_SLOT(ZDfValue, CopyFrom), ZDM_SLOT(ZDfValue, Load),
-          ZDM_SLOT(ZDfValue, Save), ZDM_SLOT(ZDfValue, Accept)});
+  ZDM_EXPECT_SLOTS(1, ZDfValue, Clone, GetType, Release, JudgeSame, CopyFrom, Load, Save, Accept);
 }
 
 }  // namespace

@@ -11,12 +11,7 @@
 #include <functional>
 #include <initializer_list>
 
-namespace zdm::test {
-class Compound;
-}  // namespace zdm::test
-
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Compound,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZRelation)
+ZDM_TEST_CLASS(Compound, IZObject, IZRelation)
 
 namespace zdm::test {
 

@@ -44,23 +44,6 @@ TEST(RecordVisitor, GathersTargetsInTheOrderOfTheWalk) {
   EXPECT_EQ(NumbersIn(*out), "3 2 3 1 7");
 }
 
-TEST(RecordVisitor, HoldsTheReceiverAndSharesItWithCopies) {
-  const Objects objects(1);
-  const auto out = NewObjColl();
-  {
-    ZReltnVisitorRecord visitor;
-    visitor.GetRecordObjects(nullptr, out);
-    EXPECT_EQ(out->GetReferenceCount(), 2u);
-    ZReltnVisitorRecord copy;
-    copy = ZReltnVisitorRecord(visitor);
-    EXPECT_EQ(out->GetReferenceCount(), 3u);
-    const auto reltn = ReltnTo(objects[1]);
-    EXPECT_FALSE(copy.Visit(nullptr, nullptr, reltn.Get()));
-  }
-  EXPECT_EQ(NumbersIn(*out), "1");
-  EXPECT_EQ(out->GetReferenceCount(), 1u);
-}
-
 /// What of object 1 leads to object 2, by the kind of reference.
 class Leading : public testing::Test {
  protected:
@@ -139,17 +122,6 @@ TEST_F(Leading, OwnersInvalidRelationsAndFartherObjectsDoNotCount) {
   none.Initialize(ZR_ALL, nullptr);
   objects.Refer(1, 0);
   EXPECT_FALSE(objects[1]->VisitReferences(nullptr, &none)) << "no target is not the null one";
-}
-
-TEST_F(Leading, VisitorCopiesItsFields) {
-  const auto reltn = objects.Refer(1, 2);
-  ZReltnVisitorIsDirectTo visitor;
-  visitor.Initialize(ZR_DIFFUSIBLE, objects[2]);
-  ZReltnVisitorIsDirectTo copy;
-  copy = ZReltnVisitorIsDirectTo(visitor);
-  EXPECT_FALSE(objects[1]->VisitReferences(nullptr, &copy));
-  reltn->SetReltnDiffusible(true);
-  EXPECT_TRUE(objects[1]->VisitReferences(nullptr, &copy));
 }
 
 /// Relations of object 1 are named; what is recorded is read as letters.

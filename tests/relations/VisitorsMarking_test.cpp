@@ -91,15 +91,6 @@ TEST(StatusVisitor, IsolatesEveryObjectOfACollectionButNotWhatRelationsHold) {
   EXPECT_FALSE(compound->inner->JudgeReltnStatus(ZRS_ISOLATED));
 }
 
-TEST(StatusVisitor, AnswersToTheInterfacesOfItsRow) {
-  ZReltnVisitorStatus visitor;
-  EXPECT_TRUE(visitor.IsA(ZInterface<IZReltnStatus>::ID()));
-  EXPECT_TRUE(visitor.IsA(ZInterface<IZReltnVisitor>::ID()));
-  EXPECT_FALSE(visitor.IsA(ZInterface<IZReltnDiffuse>::ID()));
-  EXPECT_EQ(visitor.getVersion(), 0u) << "the factory does not know it";
-  EXPECT_FALSE(visitor.IsDumpRef());
-}
-
 /// Object 1 holds one compound relation; 1 and 2 are the set, 3 and 4 are outside.
 class SelfContained : public testing::Test {
  protected:

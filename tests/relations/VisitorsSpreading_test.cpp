@@ -72,25 +72,6 @@ TEST(Deduce, MarksWhatDependsOnAffectedObjects) {
   }
 }
 
-TEST(Deduce, MarksARootThatIsNotTheStart) {
-  const Objects objects = MakeGraph(4, "1>2 2>3");
-  objects[3]->SetStatus(ZOS_AFFECTED);
-  ZReltnVisitorDeduce visitor;
-  EXPECT_TRUE(objects[1]->VisitReferences(objects[4], &visitor));
-  EXPECT_EQ(objects.With(ZOS_AFFECTED), "1 2 3 4");
-}
-
-TEST(Deduce, SearchesInvalidElementsOnlyOfACollectionShownToIt) {
-  const Objects objects(2);
-  objects.Refer(1, 2)->ClearReltnStatus(ZRS_VALID);
-  objects[2]->SetStatus(ZOS_AFFECTED);
-  ZReltnVisitorDeduce visitor;
-  EXPECT_FALSE(objects[1]->VisitReferences(objects[1], &visitor));
-  EXPECT_TRUE(visitor.Visit(nullptr, objects[1], objects[1]->GetReltnColl()));
-  EXPECT_EQ(objects.With(ZOS_AFFECTED), "1 2");
-  EXPECT_FALSE(visitor.Visit(nullptr, objects[1], static_cast<IZReltnColl*>(nullptr)));
-}
-
 TEST(Diffuse, ReachesWhatDiffusibleRelationsAndOwnersLeadTo) {
   const struct {
     const char* what;
@@ -114,37 +95,6 @@ TEST(Diffuse, ReachesWhatDiffusibleRelationsAndOwnersLeadTo) {
     EXPECT_EQ(objects.With(40), row.reached);
     EXPECT_TRUE(objects[1]->VisitReferences(nullptr, &visitor)) << "reached before";
   }
-}
-
-TEST(Diffuse, DoesNotLookInsideRelationsThatAreNotDiffusible) {
-  const Objects objects(2);
-  Compound* outer = nullptr;
-  const auto reltn = objects.Compose(1, outer);
-  outer->inner = ReltnTo(objects[2]);
-  outer->inner->SetReltnDiffusible(true);
-  for (const bool diffusible : {false, true}) {
-    objects[1]->ClearStatus(ZOS_DIFFUSEMARK);
-    reltn->SetReltnDiffusible(diffusible);
-    ZReltnVisitorDiffuse visitor;
-    objects[1]->VisitReferences(nullptr, &visitor);
-    EXPECT_EQ(objects.With(ZOS_DIFFUSEMARK), diffusible ? "1 2" : "1");
-  }
-}
-
-TEST(Diffuse, CopiesItsFields) {
-  ZReltnVisitorDiffuse visitor;
-  LONG status = 0;
-  visitor.get_Status(&status);
-  EXPECT_EQ(status, ZOS_DIFFUSEMARK);
-  visitor.Initialize(7, false);
-  ZReltnVisitorDiffuse copy;
-  copy = ZReltnVisitorDiffuse(visitor);
-  copy.get_Status(&status);
-  EXPECT_EQ(status, 7);
-  const Objects objects = MakeGraph(2, "1^2");
-  objects[1]->VisitReferences(nullptr, &copy);
-  EXPECT_EQ(objects.With(7), "1");
-  EXPECT_TRUE(copy.IsA(ZInterface<IZReltnDiffuse>::ID()));
 }
 
 TEST(Spreading, StartsAfreshAfterARelationThrew) {

@@ -348,12 +348,4 @@ TEST(DfValueVisit, RelationsAndCollectionsOfferWhatTheyHold) {
   EXPECT_FALSE(coll.Accept(nullptr, nullptr, &visitor));
 }
 
-TEST(DfValueVisit, OthersOfferNothing) {
-  Recorder visitor;
-  auto element = Of<ZDfElement>(zdm::MakeObject<IZDMObject, Thing>());
-  EXPECT_FALSE(element.Accept(nullptr, nullptr, &visitor));
-  EXPECT_FALSE(Text(OLESTR("a")).Accept(nullptr, nullptr, &visitor));
-  EXPECT_EQ(visitor.words, "");
-}
-
 }  // namespace

@@ -34,6 +34,12 @@ int SlotOf(Function C::*operation) {
   }
 }
 
+/// The place of one overload.
+template <class Signature, class C>
+int SlotOfOverload(Signature C::*operation) {
+  return SlotOf(operation);
+}
+
 struct Slot {
   const char* name;
   int actual;
@@ -48,3 +54,17 @@ inline void ExpectInOrder(int first, std::initializer_list<Slot> slots) {
 
 #define ZDM_SLOT(Interface, operation) \
   zdm::test::Slot { #Interface "::" #operation, zdm::test::SlotOf(&Interface::operation) }
+
+// ZDM_EXPECT_SLOTS(first, Interface, operations...): they take consecutive places from `first` on.
+#define ZDM_EXPECT_SLOTS(first, Interface, ...) \
+  zdm::test::ExpectInOrder(first, {ZDM_SLOTS_256(ZDM_SLOTS(Interface, __VA_ARGS__))})
+#define ZDM_SLOTS(Interface, operation, ...) \
+  ZDM_SLOT(Interface, operation),            \
+      __VA_OPT__(ZDM_SLOTS_AGAIN ZDM_NOTHING()()(Interface, __VA_ARGS__))
+#define ZDM_SLOTS_AGAIN() ZDM_SLOTS
+#define ZDM_NOTHING()
+#define ZDM_SLOTS_256(...) ZDM_SLOTS_64(ZDM_SLOTS_64(ZDM_SLOTS_64(ZDM_SLOTS_64(__VA_ARGS__))))
+#define ZDM_SLOTS_64(...) ZDM_SLOTS_16(ZDM_SLOTS_16(ZDM_SLOTS_16(ZDM_SLOTS_16(__VA_ARGS__))))
+#define ZDM_SLOTS_16(...) ZDM_SLOTS_4(ZDM_SLOTS_4(ZDM_SLOTS_4(ZDM_SLOTS_4(__VA_ARGS__))))
+#define ZDM_SLOTS_4(...) ZDM_SLOTS_1(ZDM_SLOTS_1(ZDM_SLOTS_1(ZDM_SLOTS_1(__VA_ARGS__))))
+#define ZDM_SLOTS_1(...) __VA_ARGS__

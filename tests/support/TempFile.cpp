@@ -3,7 +3,6 @@
 #include "platform/system/Text.h"
 
 #include <fstream>
-#include <iterator>
 #include <string>
 
 namespace zdm::test {
@@ -42,8 +41,11 @@ std::filesystem::path TempFile(const char* name) {
 }
 
 std::vector<BYTE> FileBytes(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  std::ifstream file(path, std::ios::binary | std::ios::ate);
+  std::vector<BYTE> bytes(file ? static_cast<std::size_t>(file.tellg()) : 0);
+  file.seekg(0);
+  file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  return bytes;
 }
 
 void WriteFileBytes(const std::filesystem::path& path, const std::vector<BYTE>& bytes) {

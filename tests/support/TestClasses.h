@@ -15,11 +15,17 @@ struct TestModule {
 
 class Element;
 class Stranger;
-class Coll;
 class Twofold;
-class Reserved;
 
 }  // namespace zdm::test
+
+/// Declares a class of zdm::test that the factory does not make, and its row.
+#define ZDM_TEST_CLASS(Class, ...)                              \
+  namespace zdm::test {                                         \
+  class Class;                                                  \
+  }                                                             \
+  ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Class, \
+                "00000000-0000-0000-0000-000000000000", __VA_ARGS__)
 
 struct ITestElement : IZObject {
   virtual const std::string& Name() = 0;  // 3
@@ -40,13 +46,11 @@ ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Element,
               "7E570000-0000-4000-8000-000000000002", IZObject, ITestElement)
 ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Stranger,
               "7E570000-0000-4000-8000-000000000003", IZObject)
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Coll, "00000000-0000-0000-0000-000000000000",
-              IZObject, ITestColl)
+ZDM_TEST_CLASS(Coll, IZObject, ITestColl)
 ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Twofold,
               "7E570000-0000-4000-8000-000000000004", IZObject, ITestElement, ITestExtra)
 
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Reserved,
-              "00000000-0000-0000-0000-000000000000", IZObject, ITestElement)
+ZDM_TEST_CLASS(Reserved, IZObject, ITestElement)
 
 namespace zdm::test {
 

@@ -13,12 +13,7 @@
 #include <utility>
 #include <vector>
 
-namespace zdm::test {
-class TestDatabase;
-}
-
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::TestDatabase,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZDMObject, IZRelation, IZDatabase)
+ZDM_TEST_CLASS(TestDatabase, IZObject, IZDMObject, IZRelation, IZDatabase)
 
 namespace zdm::test {
 

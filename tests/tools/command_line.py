@@ -6,9 +6,14 @@ import shutil
 import unittest
 import xml.dom.minidom
 
-from harness import IS_WINDOWS, DocumentTest, contents, main, read_json, zdm
+from harness import (IS_WINDOWS, SAMPLE_DOCUMENT, DocumentTest, contents, main, read_json, run,
+                     zdm)
 
 STREAM = "{65808542-5A64-45F2-B71A-A6A6D03CD2D5}"
+
+
+# What every document comes with: ID, name, owner, depth.
+DEFAULTS = [(-2, "*ZMaterialMgr", -1, 1), (-3, "\u7f3a\u7701", -2, 2), (-4, "*ZCategoryMgr", -1, 1)]
 
 
 class Library(unittest.TestCase):
@@ -35,7 +40,8 @@ class Library(unittest.TestCase):
 class Usage(unittest.TestCase):
     def test_wrong_lines_end_with_2_and_say_why(self):
         for line in ("create stream", "create", "", "clases extra", "--jsn extra", "show x.zdm",
-                     "show x.zdm two", "set x.zdm 1 colour=red", "delete x.zdm"):
+                     "show x.zdm two", "set x.zdm 1 colour", "set x.zdm 1 =red",
+                     "delete x.zdm"):
             with self.subTest(line):
                 code, out, err = zdm(*line.split())
                 self.assertEqual((code, out), (2, ""))
@@ -47,7 +53,7 @@ class Usage(unittest.TestCase):
         self.assertEqual(code, 0)
         commands = [line.split()[0] for line in out.split("Subcommands:\n")[1].split("\nExit")[0]
                     .splitlines() if line.startswith("  ") and line[2] != " "]
-        self.assertEqual(len(commands), 15)
+        self.assertEqual(len(commands), 16)
         for command in commands if not IS_WINDOWS else commands[:2]:
             self.assertIn(f"  zdm {command}" if command != "dump" else "zdm dump",
                           zdm(command, "--help")[1])
@@ -65,7 +71,7 @@ class MakingAndChanging(DocumentTest):
         self.expect(0, "relate", "made.zdm", 3, 2, "--diffusible")
         rows = read_json("tree", "made.zdm")
         self.assertEqual([(row["id"], row["name"], row["owner"], row["depth"]) for row in rows],
-                         [(-1, "House", -1, 0), (1, "Walls", -1, 1), (2, "South wall", 1, 2),
+                         [(-1, "House", -1, 0), *DEFAULTS, (1, "Walls", -1, 1), (2, "South wall", 1, 2),
                           (3, "Door", -1, 1)])
         edges = read_json("graph", "made.zdm")["edges"]
         self.assertEqual(edges, [{"from": 3, "to": 2, "via": "relation", "diffusible": True}])
@@ -104,8 +110,77 @@ class MakingAndChanging(DocumentTest):
         self.assertEqual(out.splitlines(), [
             'will refer to nothing: 4 "Key" CZDMPlainObject through relation to 3',
             "deleted 4 objects"])
-        self.assertEqual([row["id"] for row in read_json("tree", "sample.zdm")], [-1, 4])
+        self.assertEqual([row["id"] for row in read_json("tree", "sample.zdm")],
+                         [-1, -2, -3, -4, 6, 7, 4])
         self.assertEqual(read_json("refs", "sample.zdm", 4)["refersTo"][0]["id"], 3)
+
+
+class Parameters(DocumentTest):
+    def setUp(self):
+        super().setUp()
+        self.assertEqual(run(SAMPLE_DOCUMENT, "doors.zdm", "parameters")[0], 0)
+
+    def sheet(self):
+        return {property["name"]: property for group in read_json("show", "doors.zdm", 11)["sheet"]
+                for property in group["properties"]}
+
+    def test_show_prints_the_sheet_in_the_order_of_its_groups(self):
+        lines = self.expect(0, "show", "doors.zdm", 11).splitlines()
+        key = "key={D0000000-0000-0000-0000-00000000000%d}"
+        last = "readOnly=false linked=false"
+        self.assertEqual([line for line in lines if line.startswith("sheet")], [
+            'sheet name="Shape"',
+            f'sheet.properties {key % 2} name="Note" value="a \\"b\\"\\u202e" {last}',
+            f'sheet.properties {key % 4} name="Kind" value=1 choice="oak" {last}',
+            f'sheet.properties {key % 5} name="Open" value=true readOnly=true linked=false',
+            f'sheet.properties {key % 6} name="Stands in" value=10 {last}',
+            'sheet name="Size"',
+            f'sheet.properties {key % 1} name="Width" value=0.9 {last}',
+            f'sheet.properties {key % 3} name="Height" value=2.5 readOnly=false linked=true'])
+        parameters = read_json("show", "doors.zdm", 11)["parameters"]
+        self.assertEqual([(row["key"], row["flags"], row["type"], row["value"])
+                          for row in parameters[2:]],
+                         [(3, 10, "double", 1.0), (4, 10, "long", 1), (65535, 14, "bool", True),
+                          (6, 10, "relation", 10)])
+        own = read_json("show", "doors.zdm", 9)
+        self.assertEqual((own["parameter"]["value"], own["sheet"]), (2.5, []))
+        groups = read_json("show", "doors.zdm", 8)["sheet"]
+        self.assertEqual([(group["name"], group["properties"][0]["value"]) for group in groups],
+                         [("Size", 2.5)])
+
+    def test_set_changes_a_value_through_its_property(self):
+        before = self.expect(0, "dump", "doors.zdm").splitlines()
+        for change, name, value in (("Width=2.25", "Width", 2.25), ("Width=10", "Width", 10.0),
+                                    ("Note=T\u00fcr=1", "Note", "T\u00fcr=1"),
+                                    ("Kind=pine", "Kind", 2), ("K=1", "Kind", 1),
+                                    ("{D0000000-0000-0000-0000-000000000001}=3", "Width", 3.0)):
+            with self.subTest(change):
+                self.expect(0, "set", "doors.zdm", 11, change)
+                self.assertEqual(self.sheet()[name]["value"], value)
+        self.expect(0, "set", "doors.zdm", 8, "Height=4")  # of the document's own parameter
+        self.assertEqual(self.sheet()["Height"]["value"], 4.0)
+        changed = {line.split()[0] for line in self.expect(0, "dump", "doors.zdm").splitlines()
+                   if line not in before}
+        self.assertEqual(changed, {"8", "9", "11"})
+
+    def test_set_refuses_what_the_sheet_does(self):
+        before = contents("doors.zdm")
+        for change, code, why in (("Width=wide", 2, "not a value"), ("Kind=elm", 2, "not a value"),
+                                  ("Open=false", 11, "read-only"), ("Height=3", 11, "linked"),
+                                  ("Stands in=3", 11, "cannot be set"), ("Depth=3", 11, "no property")):
+            with self.subTest(change):
+                ended, out, err = zdm("set", "doors.zdm", 11, change)
+                self.assertEqual((ended, out), (code, ""))
+                self.assertIn(why, err)
+        self.assertEqual(contents("doors.zdm"), before)
+
+    def test_refs_and_deletion_know_what_parameters_refer_to(self):
+        refers = read_json("refs", "doors.zdm", 11)["refersTo"]
+        self.assertEqual([row["id"] for row in refers if row["via"] == "parameter"],
+                         [2, 3, 9, 4, 5, 6, 7, 10])
+        self.assertEqual(read_json("refs", "doors.zdm", 10)["referredToBy"][0]["id"], 11)
+        self.expect(11, "delete", "doors.zdm", 10)
+        self.assertEqual(self.expect(0, "audit", "doors.zdm"), "nothing found\n")
 
 
 class Looking(DocumentTest):
@@ -113,11 +188,16 @@ class Looking(DocumentTest):
         info = read_json("info", "sample.zdm")
         self.assertEqual([info[key] for key in ("fileBytes", "formatVersion", "objects",
                                                 "recordStreams", "lowestId", "highestId")],
-                         [os.path.getsize("sample.zdm"), 1, 5, 1, 1, 5])
+                         [os.path.getsize("sample.zdm"), 1, 10, 1, -4, 7])
 
     def test_tree_draws_managers_above_what_they_hold(self):
         self.assertEqual(self.expect(0, "tree", "sample.zdm").splitlines(), [
             '-1 "Sample" CZDocument',
+            '├─ -2 "*ZMaterialMgr" CZDMMaterialMgr',
+            '│  └─ -3 "\u7f3a\u7701" CZDMMaterial',
+            '├─ -4 "*ZCategoryMgr" CZDMCategoryMgr',
+            '│  ├─ 6 "Outside" CZDMCategory',
+            '│  └─ 7 "Plaster" CZDMCategory',
             '├─ 1 "Walls" CZDMObjMgr',
             '│  ├─ 2 "South wall" CZDMPlainObject',
             '│  ├─ 3 "T\u00fcr" CZDMPlainObject',
@@ -150,6 +230,30 @@ class Looking(DocumentTest):
         walls = read_json("show", "sample.zdm", 1)
         self.assertEqual((walls["holds"], walls["current"]), ([2, 3, 5], None))
 
+    def test_categories_are_listed_by_id(self):
+        self.assertEqual(self.expect(0, "categories", "sample.zdm").splitlines(), [
+            'category id=6 number=70 name="Outside" parent=- members=7 visible=true level=4',
+            'category id=7 number=80 name="Plaster" parent=6 members=- visible=false level=4'])
+        self.assertEqual(read_json("categories", "sample.zdm")[1], {
+            "id": 7, "number": 80, "name": "Plaster", "parent": 6, "members": [], "visible": False,
+            "level": 4})
+        self.expect(0, "delete", "sample.zdm", 1, 6)
+        self.assertEqual([(row["id"], row["parent"]) for row in read_json("categories", "sample.zdm")],
+                         [(7, None)])
+
+    def test_show_sets_a_category_relation_beside_its_category(self):
+        lines = self.expect(0, "show", "sample.zdm", 2).splitlines()
+        self.assertEqual(len([line for line in lines if ".values " in line]), 2 * 19)
+        for line in ("relations class=CZCategoryReltn status=0x40800000 tag=-1 targets=6",
+                     "relations.values field=visible own=true category=true",
+                     "relations.values field=flag02 own=false category=-",
+                     "relations.values field=level own=9 category=4",
+                     'relations.values field=hatchA.pattern own="red brick" category=""',
+                     "relations.values field=hatchA.values own=50.0,0.0,1.0 category=50.0,0.0,1.0",
+                     "relations.below class=CZCategoryReltn status=0x40800000 tag=-1 targets=7",
+                     "relations.below.values field=visible own=false category=false"):
+            self.assertIn(line, lines)
+
     def test_dump_is_the_same_for_a_copy_saved_again(self):
         shutil.copy("sample.zdm", "copy.zdm")
         self.expect(0, "set", "copy.zdm", 4, "name=Key")
@@ -158,7 +262,7 @@ class Looking(DocumentTest):
         self.assertEqual(dump, self.expect(0, "dump", "copy.zdm"))
         self.assertTrue(all(line.split()[0].lstrip("-").isdigit() for line in dump.splitlines()))
         self.assertEqual([each["id"] for each in read_json("dump", "sample.zdm")],
-                         [-1, 1, 2, 3, 4, 5])
+                         [-1, -4, -3, -2, 1, 2, 3, 4, 5, 6, 7])
 
     def test_nothing_in_a_name_reaches_the_terminal(self):
         for line in ("tree sample.zdm", "show sample.zdm 5", "dump sample.zdm --json",
@@ -220,7 +324,7 @@ class Recovering(DocumentTest):
 
     def test_a_sound_document_comes_out_as_it_is(self):
         out = self.expect(0, "recover", "sample.zdm", "copy.zdm")
-        self.assertEqual(out, "5 recovered\n")
+        self.assertEqual(out, "10 recovered\n")
         self.assertEqual(contents("copy.zdm"), contents("sample.zdm"))
         with open("text", "wb") as file:
             file.write(b"no document\n" * 99)

@@ -1,9 +1,28 @@
-// Makes the document that command_line.py looks at: sample_document FILE.
-// 1 manager "Walls" holding 2, 3 and 5; 4 in the document. 3 refers to 2 (diffusible), 4 to 3.
-// 3 carries extended data of several types; 5 has a name that would drive a terminal.
+// Makes the documents that command_line.py looks at.
+//
+// sample_document FILE: 1 manager "Walls" holding 2, 3 and 5; 4 in the document. 3 refers to 2
+// (diffusible), 4 to 3. 3 carries extended data of several types; 5 has a name that would drive a
+// terminal. Categories 6 "Outside" and its member 7 "Plaster", hidden; 2 is related to them, with
+// its own level.
+//
+// sample_document FILE parameters: 1 holds the definitions 2 to 7, 8 the document's parameter 9; 10
+// is "Wall", and 11 "Door" has a parameter of each definition, one of them linked to 9.
 #include "document/Document.h"
+#include "zdm/categories/IZCategory.h"
+#include "zdm/categories/IZCategoryMgr.h"
+#include "zdm/categories/IZCategoryReltn.h"
 #include "zdm/extdata/ZExtDataWrapper.h"
+#include "zdm/framework/CreateAs.h"
 #include "zdm/framework/ZClass.h"
+#include "zdm/host/ZGiHatchData.h"
+#include "zdm/model/CZDefinition.h"
+#include "zdm/model/CZDefinitionMgr.h"
+#include "zdm/parameters/CZDMParameterMgr.h"
+#include "zdm/parameters/IZParameterArray.h"
+#include "zdm/properties/IZPropertyIndex.h"
+#include "zdm/relations/ZDfValues.h"
+
+#include <string_view>
 
 namespace {
 
@@ -20,9 +39,108 @@ void Attach(IZDMObject* object) {
   attach(OLESTR("note"), static_cast<const OLECHAR*>(OLESTR("a \"b\"\n\u00e9")));
 }
 
+void Categorize(zdm::Document& document, IZDMObject* wall) {
+  auto* manager =
+      zdm::ViewAs<IZCategoryMgr>(document->FindByInterface(ZInterface<IZCategoryMgr>::ID()));
+  const auto outside = zdm::Attached(manager->GetOrCreateCategory(70, OLESTR("Outside")));
+  const auto plaster = zdm::Attached(manager->GetOrCreateCategory(80, OLESTR("Plaster")));
+  outside->AddMember(plaster);
+  plaster->SetCategoryVisible(false);
+  const ZRefPtr<IZCategoryReltn> relation = outside->CreateCategoryReltn();
+  relation->SetLevel(9);
+  ZGiHatchData hatch;
+  hatch.Pattern = zdm::Bstr(OLESTR("red brick"));
+  relation->SetHatchA(&hatch);
+  wall->AddRelation(relation.Get());
+}
+
+enum Index : LONG { kShape = 3, kSize = 7 };
+
+constexpr GUID Key(BYTE number) { return {0xD0000000, 0, 0, {0, 0, 0, 0, 0, 0, 0, number}}; }
+
+/// A property of class C with a key, its names and a type code.
+template <class C>
+ZRefPtr<IZProperty> MakeProperty(BYTE number, const OLECHAR* name, const OLECHAR* displayName,
+                                 ULONG type) {
+  auto property = zdm::NewOf<IZProperty, C>();
+  property->SetName(name);
+  property->SetDisplayName(displayName);
+  property->SetGUID(Key(number));
+  property->SetType(type);
+  return property;
+}
+
+void Define(IZDefinitionMgr* definitions, LONG index, IZProperty* property) {
+  const auto definition = zdm::MakeObject<IZDefinition, CZDefinition>();
+  definition->SetProperty(property, true);
+  definition->SetIndex(index);
+  definitions->AddDefinition(definition);
+}
+
+void MakeDefinitions(IZDefinitionMgr* definitions) {
+  definitions->RegisterName(kShape, OLESTR("Shape"));
+  definitions->RegisterName(kSize, OLESTR("Size"));
+  const auto width = MakeProperty<CZProperty>(1, OLESTR("W"), OLESTR("Width"), 3);
+  const auto kind = MakeProperty<CZPropertyIndex>(4, OLESTR("K"), OLESTR("Kind"), 25);
+  zdm::ViewAs<IZPropertyIndex>(kind)->AddEntry(1, OLESTR("oak"));
+  zdm::ViewAs<IZPropertyIndex>(kind)->AddEntry(2, OLESTR("pine"));
+  Define(definitions, kSize, width);
+  Define(definitions, kShape, MakeProperty<CZProperty>(2, OLESTR("Note"), OLESTR(""), 1));
+  Define(definitions, kSize, MakeProperty<CZProperty>(3, OLESTR("H"), OLESTR("Height"), 3));
+  Define(definitions, kShape, kind);
+  Define(definitions, kShape, MakeProperty<CZPropertyYesNo>(5, OLESTR("O"), OLESTR("Open"), 10));
+  Define(definitions, kShape, MakeProperty<CZProperty>(6, OLESTR("In"), OLESTR("Stands in"), 9));
+}
+
+void MakeParameters(zdm::Document& document) {
+  const auto definitions = zdm::MakeObject<IZDefinitionMgr, CZDefinitionMgr>();
+  document.Add(definitions.Get(), nullptr);
+  MakeDefinitions(definitions);
+  const auto parameters = zdm::MakeObject<CZDMParameterMgr, CZDMParameterMgr>();
+  document.Add(static_cast<IZDMObject*>(parameters.Get()), nullptr);
+  const GUID height = Key(3);
+  parameters->AddDoubleParameter(definitions, &height, 1, 2.5, 0x0A);
+  IZDMObject* wall = document.Add(OLESTR("Wall"));
+  IZDMObject* door = document.Add(OLESTR("Door"));
+  ZRefPtr<IZParameterArray> array;
+  door->GetParameterArray(array.Out());
+  array->BeginAdd();
+  for (BYTE number = 6; number >= 1; --number) {
+    const GUID key = Key(number);
+    switch (number) {
+      case 1:
+        array->AddDoubleParameter(definitions, &key, 1, 0.9, 0x0A);
+        break;
+      case 2:
+        array->AddStringParameter(definitions, &key, OLESTR("a \"b\"\u202e"), 0x0A);
+        break;
+      case 4:
+        array->AddLongParameter(definitions, &key, 4, 1, 0x0A);
+        break;
+      case 5:
+        array->AddBoolParameter(definitions, &key, true, 0x0E);
+        break;
+      case 6:
+        array->AddRelationParameter(definitions, &key, 6, wall, true, 0x0A);
+        break;
+      default:
+        array->AddDoubleParameter(definitions, &key, 3, 1, 0x0A);
+        break;
+    }
+  }
+  array->EndAdd();
+  array->GetParameter(height)->SetLinkedObject(parameters->GetHead());
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc == 3 && argv[2] == std::string_view("parameters")) {
+    auto document = zdm::Document::Create(OLESTR("Parameters"));
+    MakeParameters(document);
+    document.Save(argv[1]);
+    return 0;
+  }
   if (argc != 2) return 2;
   auto document = zdm::Document::Create(OLESTR("Sample"));
   IZDMObjMgr* walls = document.AddManager(OLESTR("Walls"));
@@ -33,6 +151,7 @@ int main(int argc, char** argv) {
   document.Relate(door, wall, ZR_DIFFUSIBLE)->SetReltnTag(7);
   document.Relate(key, door);
   Attach(door);
+  Categorize(document, wall);
   document.Save(argv[1]);
   return 0;
 }

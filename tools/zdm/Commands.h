@@ -23,6 +23,7 @@ void AddDelete(CLI::App& app, Context& context);
 // Looking at them.
 void AddInfo(CLI::App& app, Context& context);
 void AddTree(CLI::App& app, Context& context);
+void AddCategories(CLI::App& app, Context& context);
 void AddShow(CLI::App& app, Context& context);
 void AddRefs(CLI::App& app, Context& context);
 void AddDump(CLI::App& app, Context& context);

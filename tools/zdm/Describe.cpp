@@ -4,14 +4,17 @@
 #include "document/CZDocument.h"
 #include "document/Crc32c.h"
 #include "document/DocumentError.h"
-#include "platform/core/CZStream.h"
+#include "document/StreamOver.h"
 #include "platform/ole/Bstr.h"
-#include "platform/ole/BytesStream.h"
 #include "platform/system/Text.h"
+#include "tools/zdm/CategoryValues.h"
 #include "tools/zdm/ExtendedData.h"
+#include "tools/zdm/Parameters.h"
+#include "zdm/categories/IZCategory.h"
+#include "zdm/categories/IZCategoryReltn.h"
 #include "zdm/identity/OID.h"
+#include "zdm/parameters/IZParameter.h"
 #include "zdm/relations/IZReltnColl.h"
-#include "zdm/relations/IZSingleReltn.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -26,31 +29,46 @@ std::string Hex(ULONGLONG value, int digits) {
   return text;
 }
 
+/// Calls `action(IZRelation&)` for every element of a collection, which may be null.
+template <class Action>
+void ForEach(IZReltnColl* relations, Action action) {
+  for (LONGLONG pos = relations != nullptr ? relations->GetHeadPosition() : 0; pos != 0;) {
+    if (IZRelation* relation = relations->GetNext(pos)) action(*relation);
+  }
+}
+
+/// Those below a category relation follow it; their depth in a file is bounded.
+Json RelationFields(IZRelation& relation) {
+  Json fields = {{"class", relation.getZRClass()->GetName()},
+                 {"status", Hex(static_cast<ULONG>(relation.GetReltnStatus()), 8)},
+                 {"tag", relation.GetReltnTag()},
+                 {"targets", Json::array()}};
+  auto* toCategory = ViewAs<IZCategoryReltn>(&relation);
+  if (toCategory == nullptr) return fields;
+  if (const OID* target = toCategory->GetReltnOID()) fields["targets"].push_back(target->ID);
+  fields["values"] = CategoryReltnValues(*toCategory);
+  ForEach(toCategory->GetSubReltns(),
+          [&](IZRelation& sub) { fields["below"].push_back(RelationFields(sub)); });
+  return fields;
+}
+
 Json Relations(IZDMObject& object) {
   Json rows = Json::array();
-  IZReltnColl* relations = object.GetReltnColl();
-  if (relations == nullptr) return rows;
   const std::vector<Reference> references = ReferencesOf(&object);
-  for (LONGLONG pos = relations->GetHeadPosition(); pos != 0;) {
-    IZRelation* relation = relations->GetNext(pos);
-    if (relation == nullptr) continue;
-    Json targets = Json::array();
+  ForEach(object.GetReltnColl(), [&](IZRelation& relation) {
+    Json& row = rows.emplace_back(RelationFields(relation));
+    if (!row["targets"].empty()) return;
     for (const Reference& reference : references) {
-      if (reference.relation == relation) targets.push_back(reference.to->ID);
+      if (reference.relation == &relation) row["targets"].push_back(reference.to->ID);
     }
-    rows.push_back({{"class", relation->getZRClass()->GetName()},
-                    {"status", Hex(static_cast<ULONG>(relation->GetReltnStatus()), 8)},
-                    {"tag", relation->GetReltnTag()},
-                    {"targets", std::move(targets)}});
-  }
+  });
   return rows;
 }
 
 /// As it would be saved now.
 Json Record(CZDocument& document, IZDMObject& object) {
   BytesStream bytes;
-  const auto stream = MakeObject<IZStream, CZStream>();
-  Check(stream->AttachStream(&bytes), "record");
+  const auto stream = StreamOver(bytes);
   if (FrameKindOf(&object) == FrameKind::kNone) {
     object.Save(stream, &document);
   } else {
@@ -67,7 +85,10 @@ std::string Word(const std::string& key, const Json& value) {
   if (value.is_null()) return "-";
   if (!value.is_string()) return value.dump();
   const auto text = value.get<std::string>();
-  return key == "name" || key == "value" ? Quoted(text) : Escaped(text);
+  for (const char* free : {"name", "value", "choice", "own", "category"}) {
+    if (key == free) return Quoted(text);
+  }
+  return Escaped(text);
 }
 
 std::string Words(const std::string& key, const Json& values) {
@@ -162,8 +183,12 @@ Json Fields(CZDocument& document, IZDMObject& object) {
   fields["word1"] = oid.AuxWord1;
   fields["word2"] = oid.AuxWord2;
   fields["name"] = NameOf(object);
+  if (auto* category = ViewAs<IZCategory>(&object)) fields["category"] = CategoryFields(*category);
   fields["relations"] = Relations(object);
   fields["data"] = ExtendedData(object);
+  if (auto* parameter = ViewAs<IZParameter>(&object)) fields["parameter"] = Described(*parameter);
+  fields["parameters"] = Parameters(object);
+  fields["sheet"] = Sheet(object);
   if (auto* manager = ViewAs<IZDMObjMgr>(&object)) {
     const IZDMObject* current = manager->GetCurrent();
     fields["current"] = current != nullptr ? Json(manager->GetCurrent()->GetOID()->ID) : Json();

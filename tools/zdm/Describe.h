@@ -26,8 +26,9 @@ Json Brief(const OID& oid);
 /// The same on a line.
 std::string BriefLine(const OID& oid);
 
-/// Everything the library knows of an object, field by field: header, name, relations, extended
-/// data, what a manager holds in its order, and a checksum of the record that would be saved.
+/// Everything the library knows of an object, field by field: header, name, relations, those to
+/// categories with their values beside the category's, extended data, parameters and the property
+/// sheet, what a manager holds in its order, and a checksum of the record that would be saved.
 Json Fields(CZDocument& document, IZDMObject& object);
 /// One line a field or element.
 std::vector<std::string> Lines(const Json& fields);

@@ -13,21 +13,9 @@
 #include "zdm/framework/ZRefPtr.h"
 #include "zdm/model/IZDMObject.h"
 
-#include <charconv>
-#include <cmath>
-#include <cstdlib>
-
 namespace zdm::tool {
 
 namespace {
-
-/// The shortest number that reads back as the same; a word for what is no number.
-template <class Float>
-Json Number(Float value) {
-  char text[40] = {};
-  std::to_chars(text, text + sizeof(text) - 1, value);
-  return std::isfinite(value) ? Json(std::strtod(text, nullptr)) : Json(text);
-}
 
 template <class T>
 T Got(IZExtDataAccess& item, LONG (IZExtDataAccess::*get)(T*)) {

@@ -25,7 +25,7 @@ void MakeDocument(const Context& context, const Options& options) {
 
 void AddNew(CLI::App& app, Context& context) {
   auto options = std::make_shared<Options>();
-  Command command(app, "new", "Make an empty document");
+  Command command(app, "new", "Make a document, with the default material and no categories");
   command.Argument("FILE", options->file, "The file to make; there must be none");
   command.Option("--name", options->name, "The document's name");
   command.Footer("Example:\n  zdm new house.zdm --name House");

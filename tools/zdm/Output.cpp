@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -29,12 +31,23 @@ constexpr std::array<Range, 8> kHostile = {{{0x00, 0x1F},
                                             {0xFEFF, 0xFEFF},
                                             {0xFFF9, 0xFFFB}}};
 
+template <class Float>
+Json Shortest(Float value) {
+  char text[40] = {};
+  std::to_chars(text, text + sizeof(text) - 1, value);
+  return std::isfinite(value) ? Json(std::strtod(text, nullptr)) : Json(text);
+}
+
 bool IsHostile(unsigned unit) {
   return std::ranges::any_of(
       kHostile, [&](const Range& range) { return range.first <= unit && unit <= range.last; });
 }
 
 }  // namespace
+
+Json Number(double value) { return Shortest(value); }
+
+Json Number(float value) { return Shortest(value); }
 
 std::string Escaped(std::string_view text, std::string_view layout) {
   WideString safe;

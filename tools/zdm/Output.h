@@ -17,6 +17,10 @@ std::string Escaped(std::string_view text, std::string_view layout = {});
 /// The same in double quotes, with quotes and backslashes escaped: a JSON string.
 std::string Quoted(const std::string& text);
 
+/// The shortest number that reads back as the same; a word for what is no number.
+Json Number(double value);
+Json Number(float value);
+
 enum class Colour { kPlain, kDim, kRed, kYellow, kCyan };
 /// Coloured when standard output is a terminal and NO_COLOR is not set.
 std::string Painted(Colour colour, const std::string& text);

@@ -1,8 +1,14 @@
+#include "document/PropertySheet.h"
+#include "platform/ole/Variant.h"
+#include "platform/system/Text.h"
 #include "tools/zdm/Commands.h"
 #include "tools/zdm/Describe.h"
 #include "tools/zdm/OpenDocument.h"
+#include "tools/zdm/Parameters.h"
+#include "zdm/properties/IZPropertyIndex.h"
 
 #include <memory>
+#include <optional>
 
 namespace zdm::tool {
 
@@ -14,17 +20,90 @@ struct Options {
   std::string assignment;
 };
 
-void SetName(const Context& context, const Options& options) {
-  constexpr std::string_view kKey = "name=";
-  if (!options.assignment.starts_with(kKey)) {
-    throw Failure(kUsage, "not of the form name=TEXT: " + options.assignment);
+std::string TextOfName(IZProperty& property) {
+  Bstr name;
+  property.GetName(name.Out());
+  return ToUtf8(name.View());
+}
+
+bool IsCalled(IZProperty& property, const std::string& key) {
+  GUID guid;
+  return TextOf(*property.GetGUID(&guid)) == key || LabelOf(property) == key ||
+         TextOfName(property) == key;
+}
+
+/// The property that `key` names: by its GUID, its display name or its name.
+IZProperty* RequireProperty(const PropertySheet& sheet, const std::string& key) {
+  IZProperty* found = nullptr;
+  for (const PropertySheet::Group& group : sheet.GetGroups()) {
+    for (IZProperty* property : group.properties) {
+      if (!IsCalled(*property, key)) continue;
+      if (found != nullptr) throw Failure(kRefused, "several properties are called " + key);
+      found = property;
+    }
   }
-  const std::string name = options.assignment.substr(kKey.size());
+  if (found == nullptr) throw Failure(kRefused, "the object has no property " + key);
+  if (found->IsLinked()) throw Failure(kRefused, key + " comes from a linked parameter");
+  if (found->IsReadOnly()) throw Failure(kRefused, key + " is read-only");
+  return found;
+}
+
+/// The number of the entry with that label.
+std::optional<ULONG> ChoiceOf(IZProperty& property, WideView label) {
+  auto* choice = ViewAs<IZPropertyIndex>(&property);
+  if (choice == nullptr || choice->GetEntryCount() == 0) return {};
+  ULONG index = 0;
+  Bstr text;
+  choice->GetFirstEntry(&index, text.Out());
+  do {
+    if (!text.IsNull() && text.View() == label) return index;
+  } while (choice->GetNextEntry(&index, text.Out()));
+  return {};
+}
+
+/// Gives the property the value that `text` stands for in the type that it has.
+void Change(IZProperty& property, const std::string& text) {
+  const WideString wide = FromUtf8(text);
+  if (const auto choice = ChoiceOf(property, wide)) {
+    property.SetLong(static_cast<LONG>(*choice));
+    return;
+  }
+  Variant former;
+  property.GetVariant(former.Out());
+  if (former.IsEmpty()) throw Failure(kRefused, "a property without a value cannot be set");
+  auto value = Variant::FromText(wide.c_str());
+  if (FAILED(value.ChangeType(former.type()))) throw Failure(kUsage, "not a value here: " + text);
+  property.SetVariant(value.Get());
+}
+
+void SetProperty(IZDMObject* object, const std::string& key, const std::string& text) {
+  const PropertySheet sheet(object);
+  IZProperty* const property = RequireProperty(sheet, key);
+  Change(*property, text);
+  const Json wanted = ValueOf(*property);
+  sheet.Apply(property);
+  if (ValueOf(*property) != wanted) throw Failure(kRefused, key + " does not take the value");
+}
+
+void SetName(IZDMObject* object, const std::string& name) {
+  object->SetName(FromUtf8(name).c_str());
+  if (NameOf(*object) != Json(name)) throw Failure(kRefused, "the object does not take the name");
+}
+
+void SetKey(const Context& context, const Options& options) {
+  const std::size_t split = options.assignment.find('=');
+  if (split == std::string::npos || split == 0) {
+    throw Failure(kUsage, "not of the form KEY=VALUE: " + options.assignment);
+  }
+  const std::string key = options.assignment.substr(0, split);
+  const std::string value = options.assignment.substr(split + 1);
   Document document = Open(options.file);
   IZDMObject* object = Require(document, options.id);
-  object->SetName(FromUtf8(name).c_str());
-  if (NameOf(*object) != Json(name)) {
-    throw Failure(kRefused, "object " + std::to_string(options.id) + " does not take the name");
+  if (key == "name") {
+    SetName(object, value);
+  } else {
+    SetProperty(object, key, value);
+    document->SetModified(true);
   }
   Save(document);
   if (context.json) PrintJson(Brief(*object->GetOID()));
@@ -37,9 +116,14 @@ void AddSet(CLI::App& app, Context& context) {
   Command command(app, "set", "Change an object");
   command.Argument("FILE", options->file, "The document");
   command.Argument("ID", options->id, "The object; -1 is the document");
-  command.Argument("CHANGE", options->assignment, "name=TEXT gives it that name");
-  command.Footer("Example:\n  zdm set house.zdm 2 'name=North wall'");
-  command.Run([&context, options] { SetName(context, *options); });
+  command.Argument("CHANGE", options->assignment,
+                   "KEY=VALUE: name=TEXT gives it that name; another KEY is a property, by its "
+                   "display name, name or GUID");
+  command.Footer(
+      "Examples:\n"
+      "  zdm set house.zdm 2 'name=North wall'\n"
+      "  zdm set house.zdm 2 Width=0.3");
+  command.Run([&context, options] { SetKey(context, *options); });
 }
 
 }  // namespace zdm::tool

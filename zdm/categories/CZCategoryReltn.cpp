@@ -24,6 +24,17 @@ bool AreSame(IZDispAttrib* left, IZDispAttrib* right) {
   return left != nullptr ? left->JudgeSame(right) : right == nullptr;
 }
 
+/// Whether `wanted` is `tree` or stands below it.
+bool IsIn(IZCategoryReltn& tree, const IZCategoryReltn* wanted) {
+  struct Looking;
+  if (&tree == wanted) return true;
+  IZReltnColl* below = tree.GetSubReltns();
+  const zdm::TreeStep<Looking> step(&tree, below);
+  return step.IsTaken() && zdm::AnyElement<IZCategoryReltn>(below, [&](IZCategoryReltn& element) {
+           return IsIn(element, wanted);
+         });
+}
+
 /// The record holds both attributes, whatever happens.
 void Require(ZRefPtr<IZDispAttrib>& attribute) {
   if (attribute == nullptr) attribute = NewAttrib();
@@ -39,7 +50,7 @@ CZCategoryReltn::CZCategoryReltn() : projectionAttrib_(NewAttrib()), sectionAttr
 /// As zdm::AnyElement over the sub-relations, unless the tree is too deep here.
 template <class Test>
 bool CZCategoryReltn::AnySubReltn(Test test) {
-  const zdm::TreeStep<CZCategoryReltn> step(this);
+  const zdm::TreeStep<CZCategoryReltn> step(this, subReltns_);
   return step.IsTaken() && zdm::AnyElement<IZCategoryReltn>(subReltns_, test);
 }
 
@@ -122,10 +133,10 @@ void CZCategoryReltn::CopyAll(IZRelation* other, bool withSubReltns) {
   SetFlag(kFlag04, source->IsFlag04());
   SetProjectionDispAttrib(source->GetProjectionDispAttrib());
   SetSectionDispAttrib(source->GetSectionDispAttrib());
-  const zdm::TreeStep<CZCategoryReltn> step(this);
+  const zdm::TreeStep<CZCategoryReltn> step(this, source->GetSubReltns());
   if (withSubReltns && step.IsTaken()) {
     zdm::AnyElement<IZCategoryReltn>(source->GetSubReltns(), [this](IZCategoryReltn& element) {
-      AddSubReltn(zdm::CloneAs<IZCategoryReltn>(&element).Get());
+      AppendSubReltn(zdm::CloneAs<IZCategoryReltn>(&element));
       return false;
     });
   }
@@ -144,24 +155,22 @@ void CZCategoryReltn::CopyTarget(IZSingleReltn* other) {
 // Sub-relations.
 
 void CZCategoryReltn::AddSubReltn(IZObject* relation) {
-  if (relation == nullptr || static_cast<CZObject*>(relation) == static_cast<CZObject*>(this)) {
-    return;
-  }
-  // One that only its maker holds hangs below nothing.
-  auto* added = GetReferenceCount() > 1 ? zdm::ViewAs<IZCategoryReltn>(relation) : nullptr;
-  if (added != nullptr) {
-    const auto tree = zdm::NewOf<IZReltnColl, CZReltnColl>();
-    added->CollectReltns(tree);
-    if (tree->Has(this)) return;
-  }
+  auto* added = zdm::ViewAs<IZCategoryReltn>(relation);
+  if (added == nullptr || !IsIn(*added, this)) AppendSubReltn(relation);
+}
+
+void CZCategoryReltn::AppendSubReltn(IZObject* relation) {
+  if (relation == nullptr) return;
   if (subReltns_ == nullptr) subReltns_ = zdm::NewOf<IZReltnColl, CZReltnColl>();
   subReltns_->AddTail(relation);
 }
 
 void CZCategoryReltn::CollectReltns(IZReltnColl* coll) {
   if (coll == nullptr || coll == subReltns_.Get()) return;
+  const zdm::TreeStep<CZCategoryReltn> step(this, subReltns_);
+  if (!step.IsTaken()) return;
   coll->AddTail(this);
-  AnySubReltn([coll](IZCategoryReltn& element) {
+  zdm::AnyElement<IZCategoryReltn>(subReltns_, [coll](IZCategoryReltn& element) {
     element.CollectReltns(coll);
     return false;
   });
@@ -170,7 +179,7 @@ void CZCategoryReltn::CollectReltns(IZReltnColl* coll) {
 void CZCategoryReltn::AssertValid(IZDatabase*) {
   if (projectionAttrib_ != nullptr) projectionAttrib_->AssertValid(nullptr);
   if (sectionAttrib_ != nullptr) sectionAttrib_->AssertValid(nullptr);
-  const zdm::TreeStep<CZCategoryReltn> step(this);
+  const zdm::TreeStep<CZCategoryReltn> step(this, subReltns_);
   if (!step.IsTaken()) return;
   zdm::AnyElement<IZRelation>(subReltns_, [](IZRelation& element) {
     element.AssertValid(nullptr);

@@ -71,6 +71,9 @@ class ZDM_API CZCategoryReltn : public IZSingleReltnImpl<IZCategoryReltn> {
   void CopyValuesFrom(IZCategoryReltn* other) override;
   void ApplyToCategory() override;
 
+  /// AddSubReltn of a relation that this one does not hang below.
+  void AppendSubReltn(IZObject* relation);
+
  private:
   enum Flag : BYTE { kVisible = 0x01, kFlag02 = 0x02, kFlag04 = 0x04, kFlag08 = 0x08 };
 

@@ -1,5 +1,6 @@
 #include "zdm/categories/CZDMCategoryMgr.h"
 
+#include "zdm/categories/CategoryTree.h"
 #include "zdm/categories/IZCategory.h"
 #include "zdm/categories/IZCategoryReltn.h"
 #include "zdm/framework/CreateAs.h"
@@ -65,6 +66,7 @@ void CZDMCategoryMgr::AddCategory(IZDMObject* object) {
 
 void CZDMCategoryMgr::CreateCategoryReltnColl(IZReltnColl** out) {
   *out = nullptr;
+  const zdm::TreeStep<zdm::Counting>::Sum sum;
   auto relations = zdm::NewOf<IZReltnColl, CZReltnColl>();
   for (LONGLONG pos = GetHeadPosition(); pos != 0;) {
     auto* category = zdm::ViewAs<IZCategory>(GetNext(pos));
@@ -101,10 +103,9 @@ IZCategory* CZDMCategoryMgr::GetOrCreateCategory(ULONG number, const OLECHAR* na
   if (category != nullptr) return category.Detach();
   auto* model = zdm::ViewAs<IZDMModel>(GetDatabase());
   IZDMObjMgr* materials = model != nullptr ? model->GetMaterialMgr() : nullptr;
-  IZDMObject* material =
-      materials != nullptr ? materials->FindByName(zdm::kDefaultMaterialName) : nullptr;
   IZDispAttrib* attribute = model != nullptr ? model->GetDefaultDispAttrib() : nullptr;
-  if (material == nullptr || attribute == nullptr) return nullptr;
+  if (materials == nullptr || attribute == nullptr) return nullptr;
+  IZDMObject* material = materials->FindByName(zdm::kDefaultMaterialName);
   category = zdm::CreateAs<IZCategory, CZDMCategory>();
   if (category == nullptr) return nullptr;
   category->SetMaterial(material);

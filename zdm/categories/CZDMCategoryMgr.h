@@ -5,8 +5,8 @@
 #pragma once
 
 #include "zdm/categories/IZCategoryMgr.h"
-#include "zdm/categories/WeakView.h"
 #include "zdm/categories/ZCategoryReltnMap.h"
+#include "zdm/framework/WeakView.h"
 #include "zdm/model/IZDMObjMgrImpl.h"
 #include "zdm/module/ClassTable.h"
 

@@ -9,17 +9,19 @@
 namespace zdm {
 
 constexpr int kMaxCategoryDepth = 256;
-constexpr ULONG kMaxCategoryReltns = 1000000;  // of one tree
+constexpr ULONG kMaxCategoryReltns = 1000000;  // of one tree, those included that are left out
 
 /// The way from the root of a tree down to where a walk is. `Tag` keeps kinds of walks apart.
 template <class Tag>
 class TreeStep {
  public:
-  /// Goes down to `node`; see IsTaken. Throws CAtlException(E_FAIL) at the one that is too many.
-  explicit TreeStep(const CZObject* node) {
-    if (depth_ == 0) count_ = 0;
+  /// Goes down to `node`, below which stands `below` (may be null); see IsTaken. Throws
+  /// CAtlException(E_FAIL) when that makes too many.
+  TreeStep(const CZObject* node, IZReltnColl* below) {
     if (depth_ == kMaxCategoryDepth || IsOnPath(node)) return;
-    if (++count_ > kMaxCategoryReltns) throw CAtlException(E_FAIL);
+    if (depth_ == 0 && !isSum_) left_ = kMaxCategoryReltns;
+    if (depth_ == 0) Take(1);
+    if (below != nullptr) Take(static_cast<ULONG>(below->GetCount()));
     path_[depth_++] = node;
     isTaken_ = true;
   }
@@ -33,6 +35,18 @@ class TreeStep {
   bool IsTaken() const { return isTaken_; }
   static bool IsUnderWay() { return depth_ != 0; }
 
+  /// While one lives, all trees that are walked count as one.
+  class Sum {
+   public:
+    Sum() {
+      left_ = kMaxCategoryReltns;
+      isSum_ = true;
+    }
+    ~Sum() { isSum_ = false; }
+    Sum(const Sum&) = delete;
+    Sum& operator=(const Sum&) = delete;
+  };
+
  private:
   static bool IsOnPath(const CZObject* node) {
     for (int i = depth_; i > 0; --i) {
@@ -40,13 +54,21 @@ class TreeStep {
     }
     return false;
   }
+  static void Take(ULONG count) {
+    if (count > left_) throw CAtlException(E_FAIL);
+    left_ -= count;
+  }
 
   static inline const CZObject* path_[kMaxCategoryDepth];
   static inline int depth_ = 0;
-  static inline ULONG count_ = 0;
+  static inline ULONG left_ = 0;
+  static inline bool isSum_ = false;
 
   bool isTaken_ = false;
 };
+
+/// The walk that counts a tree before it is made.
+struct Counting;
 
 /// True at the first element of `coll`, which may be null, that answers to T and for which
 /// `test(T&)` is. What is appended meanwhile is not reached; nothing may be removed.

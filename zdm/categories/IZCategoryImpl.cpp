@@ -1,6 +1,7 @@
 #include "zdm/categories/IZCategoryImpl.h"
 
 #include "platform/core/IZStream.h"
+#include "zdm/categories/CZCategoryReltn.h"
 #include "zdm/categories/CategoryTree.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/host/HostClasses.h"
@@ -46,11 +47,9 @@ void ForEachMember(IZReltnColl* members, Action action) {
   });
 }
 
-struct Counting {};
-
 /// Throws for a tree of too many relations before any of them is made.
 void CheckSize(IZCategory& category) {
-  const zdm::TreeStep<Counting> step(&category);
+  const zdm::TreeStep<zdm::Counting> step(&category, category.GetMemberColl());
   if (step.IsTaken()) ForEachMember(category.GetMemberColl(), CheckSize);
 }
 
@@ -189,7 +188,7 @@ IZDMObjColl* IZCategoryImpl::GetMembers() {
 IZCategoryReltn* IZCategoryImpl::CreateCategoryReltn() {
   using Step = zdm::TreeStep<IZCategoryReltn>;
   if (!Step::IsUnderWay()) CheckSize(*this);
-  const Step step(this);
+  const Step step(this, members_);
   if (!step.IsTaken()) return nullptr;
   auto relation = zdm::CreateAs<IZCategoryReltn, CZCategoryReltn>();
   if (relation == nullptr) return nullptr;
@@ -198,7 +197,7 @@ IZCategoryReltn* IZCategoryImpl::CreateCategoryReltn() {
   relation->SetReltnObj(static_cast<IZCategory*>(this));
   ForEachMember(members_, [&](IZCategory& member) {
     const ZRefPtr<IZCategoryReltn> below = member.CreateCategoryReltn();
-    if (below != nullptr) relation->AddSubReltn(below.Get());
+    if (below != nullptr) static_cast<CZCategoryReltn&>(*relation).AppendSubReltn(below);
   });
   IZCategoryReltn* result = relation.Detach();
   result->ForgetReference();
@@ -281,9 +280,9 @@ void IZCategoryImpl::LoadOwnData(IZStream* stream, IZDatabase* database) {
   hatchA_.Load(stream);
   hatchB_.Load(stream);
   if (stream->ReadFlag()) {
-    const auto members = zdm::NewOf<IZReltnColl, CZReltnColl>();
-    members_ = members;
-    members->Load(stream, database);
+    if (members_ == nullptr) members_ = zdm::NewOf<IZReltnColl, CZReltnColl>();
+    members_->RemoveAll();
+    members_->Load(stream, database);
   }
   const auto plain = [] { return NewReltn(false); };
   const auto diffusible = [] { return NewReltn(true); };

@@ -45,7 +45,7 @@ void ZCategoryReltnMap::RebuildCategoryMap() {
 }
 
 void ZCategoryReltnMap::RebuildCategoryMap(IZReltnColl* coll) {
-  if (coll != nullptr) Rebuild(coll);
+  if (coll != nullptr) Rebuild(coll, true);
 }
 
 /// The first one under a key stays while it lives.
@@ -59,21 +59,23 @@ void ZCategoryReltnMap::Index(IZCategory* category, IZRelation* relation) {
   if (numbered.Get() == nullptr) numbered = view;
 }
 
-void ZCategoryReltnMap::Rebuild(IZReltnColl* coll) {
+/// A root has everything below it check itself.
+void ZCategoryReltnMap::Rebuild(IZReltnColl* coll, bool isOfRoots) {
   std::vector<ZRefPtr<IZRelation>> retained;
   LONGLONG next = 0;
   for (LONGLONG pos = coll->GetHeadPosition(); pos != 0; pos = next) {
     next = pos;
     const ZRefPtr<IZCategoryReltn> relation = zdm::ViewAs<IZCategoryReltn>(coll->GetNext(next));
     if (relation == nullptr) continue;
-    relation->AssertValid(nullptr);
+    if (isOfRoots) relation->AssertValid(nullptr);
     IZCategory* category = relation->GetCategory();
     if (category == nullptr) continue;
-    const zdm::TreeStep<ZCategoryReltnMap> step(relation);
+    const ZRefPtr<IZReltnColl> below = relation->GetSubReltns();
+    const zdm::TreeStep<ZCategoryReltnMap> step(relation, below);
     if (!step.IsTaken()) continue;
     retained.emplace_back(relation.Get());
     Index(category, relation);
-    if (IZReltnColl* below = relation->GetSubReltns()) Rebuild(below);
+    if (below != nullptr) Rebuild(below, false);
   }
   if (retained.size() == static_cast<std::size_t>(coll->GetCount())) return;
   coll->RemoveAll();

@@ -5,7 +5,7 @@
 // Stream form: above Save in ZCategoryReltnMap.cpp.
 #pragma once
 
-#include "zdm/categories/WeakView.h"
+#include "zdm/framework/WeakView.h"
 #include "zdm/framework/ZRefPtr.h"
 #include "zdm/relations/IZReltnColl.h"
 
@@ -66,7 +66,7 @@ class ZDM_API ZCategoryReltnMap {
   };
 
   void ClearIndexes();
-  void Rebuild(IZReltnColl* coll);
+  void Rebuild(IZReltnColl* coll, bool isOfRoots);
   void Index(IZCategory* category, IZRelation* relation);
 
   ZRefPtr<IZReltnColl> categoryColl_;

@@ -101,10 +101,14 @@ void CZExtDataCollection::LoadCustomItem(IZStream* stream, IZDatabase* database)
       item->Load(stream, database);
     } catch (const std::bad_alloc&) {
       throw;
-    } catch (...) {  // whatever it was, the bytes are still there
+    } catch (const CAtlException& failure) {
+      if (failure.m_hr == E_OUTOFMEMORY) throw;
       item = nullptr;
-      stream->Seek(start, STREAM_SEEK_SET);
+    } catch (...) {
+      item = nullptr;
     }
+    // Whatever it was, the bytes are still there.
+    if (item == nullptr) stream->Seek(start, STREAM_SEEK_SET);
   }
   if (item == nullptr) {
     item = zdm::NewOf<IZExtData, CZProxyExtDataObj>();

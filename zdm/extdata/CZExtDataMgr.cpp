@@ -4,10 +4,9 @@
 #include "platform/ole/Bstr.h"
 #include "zdm/extdata/CZExtDataCollection.h"
 #include "zdm/framework/CreateAs.h"
+#include "zdm/framework/GuidKey.h"
 
-#include <cstring>
 #include <memory>
-#include <tuple>
 #include <utility>
 
 ZDM_OBJECT_BODY(CZExtDataMgr)
@@ -21,9 +20,7 @@ ZRefPtr<IZExtDataCollection> NewCollection() {
 }  // namespace
 
 bool CZExtDataMgr::KeyOrder::operator()(const GUID& left, const GUID& right) const {
-  const int tail = std::memcmp(left.Data4, right.Data4, sizeof(left.Data4));
-  return std::tuple(left.Data1, left.Data2, left.Data3, tail) <
-         std::tuple(right.Data1, right.Data2, right.Data3, 0);
+  return zdm::GuidKey(left) < zdm::GuidKey(right);
 }
 
 CZExtDataMgr::~CZExtDataMgr() { CZExtDataMgr::RemoveAll(); }

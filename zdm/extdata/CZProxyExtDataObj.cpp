@@ -1,6 +1,7 @@
 #include "zdm/extdata/CZProxyExtDataObj.h"
 
 #include <cstring>
+#include <memory>
 #include <utility>
 
 ZDM_OBJECT_BODY(CZProxyExtDataObj)
@@ -51,7 +52,7 @@ void CZProxyExtDataObj::CopyData(IZExtData* source) {
   if (proxy == nullptr) return;
   void* data = nullptr;
   const int length = proxy->GetData(&data);
+  const std::unique_ptr<void, decltype(&CoTaskMemFree)> kept(data, &CoTaskMemFree);
   SetData(data, length);
-  CoTaskMemFree(data);
   SetClassID(proxy->GetClassID());
 }

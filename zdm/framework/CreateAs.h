@@ -9,8 +9,8 @@
 
 namespace zdm {
 
-/// A new object of class `classId` by its view T; null when the class is not registered, does not
-/// answer to T, or there is no memory.
+/// A new object of class `classId` by its view T; null when the class is not registered or does not
+/// answer to T. Throws CAtlException(E_OUTOFMEMORY).
 template <class T>
 ZRefPtr<T> CreateAs(const GUID& classId) {
   CZObject* object = ZCore::GetZFactory()->Create(classId);

@@ -14,7 +14,7 @@ inline constexpr const OLECHAR* kDefaultMaterialName = OLESTR("\u7F3A\u7701");
 
 struct ZDM_INTERFACE IZDMModel : IZObject {
   /// The manager of materials (borrowed), whose FindByName finds the default material
-  /// (zdm::kDefaultMaterialName). Null, or without that material: no category is made.
+  /// (zdm::kDefaultMaterialName). Null: no category is made. Without that material they have none.
   virtual IZDMObjMgr* GetMaterialMgr() = 0;  // 3
   /// The display attribute whose values new categories copy (borrowed). Null: no category is made.
   virtual IZDispAttrib* GetDefaultDispAttrib() = 0;  // 4

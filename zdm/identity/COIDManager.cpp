@@ -14,10 +14,11 @@ namespace {
 constexpr LONG kRootID = -1;
 constexpr LONG kLastID = std::numeric_limits<LONG>::max();
 
-/// For one more element, which then cannot fail to be added.
+/// For `count` more elements, which then cannot fail to be added.
 template <class T>
-void MakeRoom(std::vector<T>& elements) {
-  if (elements.size() == elements.capacity()) elements.reserve(2 * elements.size() + 8);
+void MakeRoom(std::vector<T>& elements, std::size_t count = 1) {
+  const std::size_t needed = elements.size() + count;
+  if (needed > elements.capacity()) elements.reserve(needed + elements.size() + 8);
 }
 
 }  // namespace
@@ -86,8 +87,8 @@ bool COIDManager::AreCountersBehind() const {
 
 void COIDManager::AddOID(OID* oid) {
   if (oid->isListed_) oid->table_->Remove(oid);
-  MakeRoom(OIDVect);
-  MakeRoom(ids_);
+  MakeRoom(OIDVect, front_.size() + 1);
+  MakeRoom(ids_, front_.size() + 1);
   List(oid);
   OIDVect.push_back(oid);
   ids_.push_back(oid->ID);
@@ -146,16 +147,13 @@ void COIDManager::Unlist(OID* oid) {
   if (oid->table_ == this) oid->isListed_ = false;
 }
 
-/// Brings the hard IDs handed out since the last walk to the front of the list.
+/// Brings the hard IDs handed out since the last walk to the front of the list. There is room for
+/// them, since tables are walked where nothing may fail.
 void COIDManager::Settle() const {
   if (front_.empty()) return;
-  std::vector<LONG> ids(front_.size());
-  std::transform(front_.rbegin(), front_.rend(), ids.begin(),
+  ids_.insert(ids_.begin(), front_.size(), 0);
+  std::transform(front_.rbegin(), front_.rend(), ids_.begin(),
                  [](const OID* oid) { return oid->ID; });
-  // Room for both first: they never differ in length.
-  ids_.reserve(ids_.size() + front_.size());
-  OIDVect.reserve(OIDVect.size() + front_.size());
-  ids_.insert(ids_.begin(), ids.begin(), ids.end());
   OIDVect.insert(OIDVect.begin(), front_.rbegin(), front_.rend());
   front_.clear();
 }
@@ -233,8 +231,9 @@ void COIDManager::AssignID(IZDMObject* object, bool hard) {
   const LONG id = hard ? QueryHardID() : QuerySoftID();
   OID* oid = object->GetOID();
   if (oid->isListed_) oid->table_->Remove(oid);
-  MakeRoom(hard ? front_ : OIDVect);  // what may fail comes before the object is marked
-  MakeRoom(ids_);
+  MakeRoom(front_);  // what may fail comes before the object is marked
+  MakeRoom(OIDVect, front_.size() + 1);
+  MakeRoom(ids_, front_.size() + 1);
   Keep(oid);
   object->SetStatus(ZOS_ATTACHED);
   object->SetStatus(ZOS_VALID);

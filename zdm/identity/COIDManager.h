@@ -116,8 +116,8 @@ class ZDM_API COIDManager {
 
   /// The object of `a` refers to that of `b`, and not the other way round unless its ID is greater.
   static bool IsAGreaterThanB(OID* a, OID* b);
-  /// Exchanges neighbours of which the left is greater until there are none: objects come after
-  /// those they refer to. Records without object stay where they are.
+  /// Exchanges neighbours of which the left is greater until there are none. So an object comes
+  /// after what it refers to wherever the two became neighbours. Records without object stay.
   static void Sort(std::vector<OID*>& oids);
   /// Sorts the list by ID, equal ones in their present order, and sets the ranges.
   void ReSort();

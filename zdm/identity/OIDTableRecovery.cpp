@@ -201,9 +201,9 @@ class COIDManager::RecordReader {
 
   COIDManager& table_;
   IZStream* stream_;
-  IZDatabase* database_;         // null without a document
-  IZPersistStrategy* strategy_;  // may be null
-  std::optional<LONG> ownerId_;  // of the last record
+  IZDatabase* database_;                       // null without a document
+  const ZRefPtr<IZPersistStrategy> strategy_;  // may be null; the host's may go meanwhile
+  std::optional<LONG> ownerId_;                // of the last record
   OID* owner_ = nullptr;
 };
 

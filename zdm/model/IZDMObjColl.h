@@ -38,7 +38,7 @@ struct ZDM_INTERFACE IZDMObjColl : IZList<IZObject, IZDMObjColl, IZDMObject> {
   virtual void DrawAll(IZGiDevice* device, GiContext* context) = 0;       // 42
   virtual void DrawOptionAllowed(LONGLONG mask, IZGiDevice* device) = 0;  // 43
   virtual void DrawAllEx(IZGiDevice* device, GiContext* context) = 0;     // 44
-  /// A new collection of the same objects, each after those it refers to.
+  /// A new collection of the same objects in the order of COIDManager::Sort.
   virtual void GetSortedCopy(IZDMObjColl** out) = 0;      // 45
   virtual LONGLONG GetValidHeadPosition() = 0;            // 46
   virtual IZDMObject* GetValidNext(LONGLONG& pos) = 0;    // 47

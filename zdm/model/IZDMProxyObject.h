@@ -28,7 +28,7 @@ struct ZDM_INTERFACE IZDMProxyObject : IZObject {
   /// A copy of the bytes held. Returns their number; 0 when there are none.
   /// @param out  the copy (CoTaskMemFree by the caller); untouched when there are none.
   virtual LONG GetData(void** out) = 0;  // 13
-  /// Holds a copy of `length` bytes; none for a length below 1.
+  /// Holds a copy of `length` bytes; none for a length below 1, or null.
   virtual void SetData(const void* data, LONG length) = 0;  // 14
   /// Appends to `out` the stored relations that the selector picks: all for ZR_ALL, by their
   /// diffusibility for ZR_DIFFUSIBLE and ZR_NONDIFFUSIBLE, none for another; in format 1 none.

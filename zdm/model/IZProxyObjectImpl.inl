@@ -102,7 +102,7 @@ template <class P, class T>
 void IZProxyObjectImpl<P, T>::SetData(const void* data, LONG length) {
   std::vector<BYTE> copy;
   const auto* bytes = static_cast<const BYTE*>(data);
-  if (length > 0) copy.assign(bytes, bytes + length);
+  if (bytes != nullptr && length > 0) copy.assign(bytes, bytes + length);
   data_.swap(copy);
 }
 

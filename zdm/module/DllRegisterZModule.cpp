@@ -1,5 +1,6 @@
 #include "zdm/module/DllRegisterZModule.h"
 
+#include "zdm/parameters/BulkAdd.h"
 #include "zdm/relations/ZDfValues.h"
 
 HRESULT DllRegisterZModule() {
@@ -16,6 +17,7 @@ HRESULT DllRegisterZModule() {
 }
 
 HRESULT DllUnRegisterZModule() {
+  zdm::BulkAdd::FreeAll();
   ZDfValueRxClass::ReleaseRxClassChain();
   return S_OK;
 }

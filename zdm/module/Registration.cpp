@@ -14,8 +14,14 @@
 #include "zdm/model/CZDMObjEmbed.h"
 #include "zdm/model/CZDMObjMgr.h"
 #include "zdm/model/CZDMProxyObject.h"
+#include "zdm/model/CZDefinition.h"
+#include "zdm/model/CZDefinitionMgr.h"
 #include "zdm/module/ClassTable.h"
-#include "zdm/module/PendingClasses.h"
+#include "zdm/parameters/CZDMParameter.h"
+#include "zdm/parameters/CZDMParameterMgr.h"
+#include "zdm/parameters/CZParameter.h"
+#include "zdm/parameters/CZParameterArray.h"
+#include "zdm/parameters/CZParameterColl.h"
 #include "zdm/properties/CZPropKeyArray.h"
 #include "zdm/properties/CZProperty.h"
 #include "zdm/properties/CZPropertyArray.h"
@@ -48,7 +54,7 @@ namespace {
 
 template <class C>
 void InitClass() {
-  if constexpr (!zdm::kPending<C>) C::zInit();
+  C::zInit();
 }
 
 bool RegisterAll() {
@@ -75,7 +81,7 @@ struct NamesOf<zdm::InterfaceList<I...>> {
 template <class C>
 constexpr zdm::ClassInfo InfoOf() {
   using Row = zdm::ClassRow<C>;
-  return {Row::kName, Row::kClassID, Row::kCreatable, !zdm::kPending<C>,
+  return {Row::kName, Row::kClassID, Row::kCreatable,
           NamesOf<typename Row::Interfaces>::kNames};
 }
 

@@ -1,4 +1,4 @@
-// The point property. Only its value is stored.
+// The point property. Its coordinates are not stored: an array has no form in a stream.
 #pragma once
 
 #include "zdm/module/ClassTable.h"

@@ -41,9 +41,10 @@ void CZPropertyScaleIndex::AddStandardScale(double ratio) {
   constexpr double kTolerance = 1e-4;
   const OLECHAR* label = nullptr;
   for (const Scale& scale : kScales) {
-    if (std::abs(scale.ratio - ratio) >= kTolerance) continue;
-    label = scale.label;
-    break;
+    if (std::abs(scale.ratio - ratio) < kTolerance) {
+      label = scale.label;
+      break;
+    }
   }
   AddScale(ratio, label);
 }

@@ -1,7 +1,7 @@
 #include "platform/ole/portable/Bstr.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <new>
 #include <string>
 
 namespace {
@@ -15,7 +15,7 @@ BSTR Allocate(const void* bytes, std::size_t length) {
   if (length > kMaxBytes) return nullptr;
   const std::size_t terminator = sizeof(OLECHAR) + length % sizeof(OLECHAR);
   const std::size_t size = kTextOffset + length + terminator;
-  auto* block = static_cast<BYTE*>(bytes == nullptr ? std::calloc(1, size) : std::malloc(size));
+  auto* block = static_cast<BYTE*>(::operator new(size, std::nothrow));
   if (block == nullptr) return nullptr;
   const auto stored = static_cast<UINT>(length);
   std::memcpy(block + kLengthOffset, &stored, sizeof(stored));
@@ -23,6 +23,8 @@ BSTR Allocate(const void* bytes, std::size_t length) {
   if (bytes != nullptr) {
     std::memcpy(text, bytes, length);
     std::memset(text + length, 0, terminator);
+  } else {
+    std::memset(text, 0, length + terminator);
   }
   return reinterpret_cast<BSTR>(text);
 }
@@ -61,5 +63,5 @@ INT SysReAllocStringLen(BSTR* string, const OLECHAR* text, UINT length) {
 }
 
 void SysFreeString(BSTR string) {
-  if (string != nullptr) std::free(reinterpret_cast<BYTE*>(string) - kTextOffset);
+  if (string != nullptr) ::operator delete(reinterpret_cast<BYTE*>(string) - kTextOffset);
 }

@@ -23,25 +23,25 @@ using Output = std::unique_ptr<GsfOutput, Unref>;
 
 GsfOutfile* AsFolder(const Output& output) { return GSF_OUTFILE(output.get()); }
 
+HRESULT WriteFault(int error) {
+  return error == ENOSPC || error == EDQUOT || error == EFBIG ? StorageError(error, ".")
+                                                              : STG_E_WRITEFAULT;
+}
+
 void SetClass(const Output& output, const CLSID& clsid) {
   guint8 bytes[sizeof(CLSID)];
   std::memcpy(bytes, &clsid, sizeof(bytes));
   gsf_outfile_msole_set_class_id(GSF_OUTFILE_MSOLE(output.get()), bytes);
 }
 
-HRESULT WriteFault(const std::string& path) {
-  return errno == ENOSPC || errno == EDQUOT || errno == EFBIG ? StorageError(errno, path)
-                                                              : STG_E_WRITEFAULT;
-}
-
 HRESULT WriteStream(const StorageNode& node, GsfOutput* output) {
   if (node.content != nullptr) {
     const HRESULT result = node.content->ForEachPiece([&](const BYTE* data, std::size_t size) {
-      return gsf_output_write(output, size, data) ? S_OK : WriteFault(".");
+      return gsf_output_write(output, size, data) ? S_OK : STG_E_WRITEFAULT;
     });
     if (FAILED(result)) return result;
   }
-  return gsf_output_close(output) ? S_OK : WriteFault(".");
+  return gsf_output_close(output) ? S_OK : STG_E_WRITEFAULT;
 }
 
 /// A storage that is being written, and the next of its elements.
@@ -58,7 +58,7 @@ HRESULT WriteElements(const StorageNode& root, Output top) {
   while (!folders.empty()) {
     OpenFolder& folder = folders.back();
     if (folder.next == folder.end) {
-      if (!gsf_output_close(folder.output.get())) return WriteFault(".");
+      if (!gsf_output_close(folder.output.get())) return STG_E_WRITEFAULT;
       folders.pop_back();
       continue;
     }
@@ -88,8 +88,10 @@ HRESULT WriteWithGsf(const StorageNode& root, std::FILE* file) {
   if (!gsf_output_is_closed(sink.get()) && !gsf_output_close(sink.get()) && SUCCEEDED(result)) {
     result = STG_E_WRITEFAULT;
   }
-  if (SUCCEEDED(result) && std::fflush(file) != 0) result = WriteFault(".");
-  return result;
+  if (SUCCEEDED(result) && std::fflush(file) != 0) return WriteFault(errno);
+  // The writer goes on after some failures; the file below knows of all, and of their reasons.
+  if (const GError* error = gsf_output_error(sink.get())) return WriteFault(error->code);
+  return SUCCEEDED(result) && std::ferror(file) != 0 ? STG_E_WRITEFAULT : result;
 }
 
 }  // namespace zdm

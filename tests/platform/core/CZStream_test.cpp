@@ -18,9 +18,7 @@
 namespace {
 
 using Bytes = std::vector<BYTE>;
-using zdm::test::ByteStream;
-using zdm::test::TestStream;
-using zdm::test::Thrown;
+using namespace zdm::test;
 
 TEST(Stream, IsMadeByTheFactory) {
   CZObject* created = ZCore::GetZFactory()->Create(CZStream::kClassID);

@@ -119,20 +119,6 @@ TEST(GeArc, BoundsAreTight) {
   }
 }
 
-TEST(GeArc, ClosestPointIsCloserThanAnyOther) {
-  for (const GeArc& arc : SomeArcs()) {
-    for (const XYZ& from : {XYZ{0, 0, 0}, XYZ{9, -3, 2}, XYZ{-5, 4, 1}, arc.GetCenter(),
-                            arc.GetCenter() - arc.GetRefDir() * 0.1}) {
-      const double angle = arc.GetClosest(from);
-      EXPECT_GE(angle, arc.GetStartAngle());
-      EXPECT_LE(angle, arc.GetEndAngle());
-      for (const XYZ& other : Sample(arc)) {
-        ASSERT_LE(arc.GetPointAt(angle).GetDistance(from), other.GetDistance(from) + 1e-9);
-      }
-    }
-  }
-}
-
 TEST(GeArc, MovesPointByPoint) {
   const GeMatrix maps[] = {GeMatrix::MakeRotation({1, 2, 3}, {1, 5, 2}, 1),
                            GeMatrix::MakeMirror({1, 0, 0}, {1, 2, 0}),

@@ -45,18 +45,6 @@ TEST(GeMatrix, VectorsAreNotTranslated) {
   EXPECT_EQ(GeMatrix(kThreeColumns).TransformVector({1, 2, 3}), (XYZ{-4, 1, 9}));
 }
 
-TEST(GeMatrix, GivesItsRowsBack) {
-  double three[4][3];
-  double four[4][4];
-  const GeMatrix matrix(kDoubled);
-  matrix.GetRows(three);
-  matrix.GetRows(four);
-  for (int i = 0; i < 4; ++i) {
-    for (int j = 0; j < 3; ++j) EXPECT_EQ(three[i][j], kThreeColumns[i][j]);
-    for (int j = 0; j < 4; ++j) EXPECT_EQ(four[i][j], kFourColumns[i][j]);
-  }
-}
-
 TEST(GeMatrix, IgnoresWhatIsNotAffine) {
   for (int row = 0; row < 4; ++row) {
     for (const double value : {0.0, 1.0, kNan, kInf}) {
@@ -92,20 +80,6 @@ TEST(GeMatrix, TheLeftFactorActsFirst) {
   GeMatrix self(kThreeColumns);
   self.MultiRightToSelf(self);
   EXPECT_TRUE(self.IsSame(GeMatrix(kThreeColumns) * GeMatrix(kThreeColumns)));
-}
-
-TEST(GeMatrix, InnerPlacementsActBeforeOuterOnes) {
-  // A bolt in a door in a house, as a path from the root gathers them.
-  const GeMatrix placements[] = {GeMatrix::MakeTranslation({100, 0, 0}),
-                                 GeMatrix::MakeRotation({}, {0, 0, 1}, kPi / 2),
-                                 GeMatrix::MakeTranslation({1, 2, 0})};
-  GeMatrix toRoot;
-  for (const GeMatrix& placement : placements) {
-    GeMatrix inner = placement;
-    inner.MultiRightToSelf(toRoot);
-    toRoot = inner;
-  }
-  EXPECT_TRUE(IsNear(toRoot.TransformPoint({}), {98, 1, 0}));
 }
 
 TEST(GeMatrix, TheInverseLeadsBack) {

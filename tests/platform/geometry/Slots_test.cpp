@@ -9,30 +9,15 @@
 
 namespace {
 
-using zdm::test::ExpectInOrder;
+using namespace zdm::test;
 
-TEST(Slots, IGeCurve) {
-  ExpectInOrder(3, {ZDM_SLOT(IGeCurve, GetCurve), ZDM_SLOT(IGeCurve, TransformBy)});
-}
-
-TEST(Slots, IGePlane) {
-  ExpectInOrder(3, {ZDM_SLOT(IGePlane, GetPlane), ZDM_SLOT(IGePlane, SetPlane),
-                    ZDM_SLOT(IGePlane, TransformBy)});
-}
-
-TEST(Slots, IGePt) {
-  ExpectInOrder(
-      3, {ZDM_SLOT(IGePt, GetPoint), ZDM_SLOT(IGePt, SetPoint), ZDM_SLOT(IGePt, TransformBy)});
-}
-
-TEST(Slots, IGeArc) { ExpectInOrder(5, {ZDM_SLOT(IGeArc, GetArc), ZDM_SLOT(IGeArc, SetArc)}); }
-
-TEST(Slots, IGeCircle) {
-  ExpectInOrder(5, {ZDM_SLOT(IGeCircle, GetCircle), ZDM_SLOT(IGeCircle, SetCircle)});
-}
-
-TEST(Slots, IGeLnSeg) {
-  ExpectInOrder(5, {ZDM_SLOT(IGeLnSeg, GetLnSeg), ZDM_SLOT(IGeLnSeg, SetPoints)});
+TEST(Slots, Geometry) {
+  ZDM_EXPECT_SLOTS(3, IGeCurve, GetCurve, TransformBy);
+  ZDM_EXPECT_SLOTS(3, IGePlane, GetPlane, SetPlane, TransformBy);
+  ZDM_EXPECT_SLOTS(3, IGePt, GetPoint, SetPoint, TransformBy);
+  ZDM_EXPECT_SLOTS(5, IGeArc, GetArc, SetArc);
+  ZDM_EXPECT_SLOTS(5, IGeCircle, GetCircle, SetCircle);
+  ZDM_EXPECT_SLOTS(5, IGeLnSeg, GetLnSeg, SetPoints);
 }
 
 }  // namespace

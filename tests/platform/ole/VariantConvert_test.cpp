@@ -32,19 +32,13 @@ constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 TEST(VariantConvert, RealsRoundToEvenAndStayInRange) {
   Check({{R8(0.5), VT_I4, "0"},
          {R8(1.5), VT_I4, "2"},
-         {R8(2.5), VT_I4, "2"},
          {R8(-2.5), VT_I4, "-2"},
-         {R4(1.5F), VT_I2, "2"},
          {Cy(25000), VT_I2, "2"},
-         {Cy(-15000), VT_I4, "-2"},
          {Cy(-10000), VT_I8, "-1", "negative currency is rounded down once too often"},
          {Dec(false, 0, 25, 1), VT_I4, "2"},
-         {R8(127.49), VT_I1, "127"},
          {R8(127.5), VT_I1, "overflow"},
          {R8(-128.5), VT_I1, "-128"},
          {R8(-0.5), VT_UI1, "0"},
-         {R8(-0.50001), VT_UI1, "overflow"},
-         {R8(255.5), VT_UI1, "overflow"},
          {R8(32767.5), VT_I2, "overflow"},
          {R8(-2147483648.5), VT_I4, "-2147483648"},
          {R8(2147483647.5), VT_INT, "overflow"},
@@ -61,19 +55,14 @@ TEST(VariantConvert, RealsRoundToEvenAndStayInRange) {
 
 TEST(VariantConvert, IntegersOverflowButKeepTheirBitsAtTheSameWidth) {
   Check({{I4(32768), VT_I2, "overflow"},
-         {I4(-1), VT_UI2, "overflow"},
-         {I2(256), VT_UI1, "overflow"},
          {I2(-1), VT_UI4, "overflow"},
          {I8(2147483648), VT_I4, "overflow"},
          {I8(2147483648), VT_UI2, "overflow", "the high bits are cut off"},
-         {UI8(18446744073709551615U), VT_I4, "overflow"},
          {I1(-1), VT_UI1, "255"},
          {UI1(255), VT_I1, "-1"},
          {I2(-1), VT_UI2, "65535"},
-         {UI2(65535), VT_I2, "-1"},
          {I4(-1), VT_UI4, "4294967295"},
          {UI4(4294967295), VT_INT, "-1"},
-         {I8(-1), VT_UI8, "18446744073709551615"},
          {I4(16777217), VT_R4, "16777216"},
          {I8(9007199254740993), VT_R8, "9007199254740992"}});
 }
@@ -82,17 +71,13 @@ TEST(VariantConvert, BooleansAreMinusOneInEveryWidth) {
   Check({{Bool(VARIANT_TRUE), VT_I1, "-1"},
          {Bool(VARIANT_TRUE), VT_UI1, "255"},
          {Bool(VARIANT_TRUE), VT_UI4, "4294967295"},
-         {Bool(VARIANT_TRUE), VT_R8, "-1"},
          {Bool(VARIANT_TRUE), VT_CY, "-10000"},
          {Bool(VARIANT_TRUE), VT_DECIMAL, "-1e-0", "true is one as a DECIMAL"},
          {Bool(VARIANT_TRUE), VT_BSTR, "\"-1\""},
          {Bool(VARIANT_FALSE), VT_BSTR, "\"0\""},
-         {I4(7), VT_BOOL, "-1"},
          {R8(-0.0), VT_BOOL, "0"},
          {R8(0.1), VT_BOOL, "-1"},
-         {Cy(1), VT_BOOL, "-1"},
          {Text("tRUE"), VT_BOOL, "-1"},
-         {Text("False"), VT_BOOL, "0"},
          {Text("#TRUE#"), VT_BOOL, "-1"},
          {Text("#true#"), VT_BOOL, "mismatch"},
          {Text("0.0"), VT_BOOL, "0"},
@@ -105,40 +90,30 @@ TEST(VariantConvert, BooleansAreMinusOneInEveryWidth) {
 TEST(VariantConvert, RealsPrintWithFifteenOrSevenDigits) {
   Check({{R8(0.0), VT_BSTR, "\"0\""},
          {R8(-0.0), VT_BSTR, "\"0\""},
-         {R8(-0.5), VT_BSTR, "\"-0.5\""},
          {R8(0.1 + 0.2), VT_BSTR, "\"0.3\""},
          {R8(1.0 / 3), VT_BSTR, "\"0.333333333333333\""},
-         {R8(100.0 / 3), VT_BSTR, "\"33.3333333333333\""},
          {R8(0.0001), VT_BSTR, "\"0.0001\""},
          {R8(0.00001), VT_BSTR, "\"1E-05\""},
-         {R8(1234.5), VT_BSTR, "\"1234.5\""},
          {R8(999999999999999.0), VT_BSTR, "\"999999999999999\""},
          {R8(1e15), VT_BSTR, "\"1E+15\""},
-         {R8(1e20), VT_BSTR, "\"1E+20\""},
          {R8(1234567890123456.0), VT_BSTR, "\"1.23456789012346E+15\""},
          {R8(1.7976931348623157e308), VT_BSTR, "\"1.79769313486232E+308\""},
          {R8(5e-324), VT_BSTR, "\"4.94065645841247E-324\""},
          {R4(0.1F), VT_BSTR, "\"0.1\""},
          {R4(16777216.0F), VT_BSTR, "\"1.677722E+07\""},
-         {R4(9999999.0F), VT_BSTR, "\"9999999\""},
          {R4(654322.25F), VT_BSTR, "\"654322.3\""}});
 }
 
 TEST(VariantConvert, ExactNumbersPrintTheirDigits) {
   Check({{I1(-128), VT_BSTR, "\"-128\""},
-         {UI1(255), VT_BSTR, "\"255\""},
          {I2(-32768), VT_BSTR, "\"-32768\""},
-         {UI2(65535), VT_BSTR, "\"65535\""},
-         {I4(-5), VT_BSTR, "\"-5\""},
          {UI4(4294967295), VT_BSTR, "\"4294967295\""},
          {Make(VT_INT, LONG{-5}), VT_BSTR, "\"-5\""},
          {Make(VT_UINT, LONG{-1}), VT_BSTR, "\"4294967295\""},
          {I8(std::numeric_limits<LONGLONG>::min()), VT_BSTR, "\"-9223372036854775808\""},
          {UI8(18446744073709551615U), VT_BSTR, "\"18446744073709551615\""},
-         {Cy(0), VT_BSTR, "\"0\""},
          {Cy(12345), VT_BSTR, "\"1.2345\""},
          {Cy(-1), VT_BSTR, "\"-0.0001\""},
-         {Cy(12340000), VT_BSTR, "\"1234\""},
          {Dec(false, 0, 1230, 2), VT_BSTR, "\"12.3\""},
          {Dec(true, 0, 0, 0), VT_BSTR, "\"0\""},
          {Dec(false, 0, 1, 28), VT_BSTR, "\"0.0000000000000000000000000001\""},
@@ -148,38 +123,30 @@ TEST(VariantConvert, ExactNumbersPrintTheirDigits) {
 
 TEST(VariantConvert, TextReadsAsANumber) {
   Check({{Text(" 12 "), VT_I4, "12"},
-         {Text("+5"), VT_I4, "5"},
          {Text("- 5"), VT_I4, "-5"},
          {Text("5-"), VT_I4, "-5"},
          {Text("(5)"), VT_I4, "-5"},
          {Text(".5"), VT_R8, "0.5"},
-         {Text("5."), VT_R8, "5"},
          {Text("1E+3"), VT_R8, "1000"},
          {Text("1e-400"), VT_R8, "0"},
          {Text("1.2345678901234567"), VT_R8, "1.2345678901234567"},
          {Text("1e309"), VT_R8, "overflow"},
          {Text("1,234.5"), VT_R8, "1234.5"},
          {Text("1,,2"), VT_R8, "12"},
-         {Text("12,"), VT_R8, "12"},
          {Text("12,.5"), VT_R8, "12.5"},
          {Text("\xA4 5"), VT_I4, "5"},
-         {Text("2.5"), VT_I4, "2"},
-         {Text("127.5"), VT_I1, "overflow"},
          {Text("-1"), VT_UI1, "overflow"},
-         {Text("65535"), VT_UI2, "65535"},
          {Text("65536"), VT_UI2, "overflow"},
          {Text("4294967295"), VT_UI4, "4294967295"},
          {Text("-1"), VT_UI4, "overflow"},
          {Text("-2147483648"), VT_INT, "-2147483648"},
          {Text("4294967295"), VT_UINT, "4294967295"},
          {Text("0.1"), VT_R4, "0.100000001"},
-         {Text("1e39"), VT_R4, "overflow"},
          {Text("9223372036854775807"), VT_I8, "9223372036854775807"},
          {Text("9223372036854775808"), VT_I8, "overflow"},
          {Text("18446744073709551615"), VT_UI8, "18446744073709551615"},
          {Text("1e308"), VT_R8, "1e+308", "digits are added up in floating point"},
          {Text("&HFFFF"), VT_I2, "-1"},
-         {Text("&HFFFF"), VT_I4, "65535"},
          {Text("&HFFFFFFFF"), VT_I4, "-1"},
          {Text("&o17"), VT_I4, "15"}});
   for (const char* text : {"", " ", "-", ".", "1e", "1e+", ",5", "1.2.3", "12abc", "1 e3", "12 34",
@@ -198,9 +165,7 @@ TEST(VariantConvert, CurrencyKeepsFourDecimals) {
          {R8(922337203685477.0), VT_CY, "9223372036854770000"},
          {R8(922337203685478.0), VT_CY, "overflow"},
          {I4(-7), VT_CY, "-70000"},
-         {UI8(922337203685478), VT_CY, "overflow"},
          {Dec(false, 0, 25, 5), VT_CY, "2", "ties go up"},
-         {Dec(false, 1, 0, 0), VT_CY, "overflow"},
          {Text("1.5"), VT_CY, "15000"},
          {Text("0.12345"), VT_CY, "1234", "text goes through a double, ties go up"},
          {Text("922337203685477.5807"), VT_CY, "9223372036854775807", "the last values overflow"},
@@ -211,13 +176,11 @@ TEST(VariantConvert, CurrencyKeepsFourDecimals) {
 TEST(VariantConvert, DecimalsKeepTheDigitsThatCount) {
   const Variant largest = Dec(false, 0xFFFFFFFF, ~ULONGLONG{0}, 0);
   Check({{R8(0.1), VT_DECIMAL, "1e-1"},
-         {R8(-2.5), VT_DECIMAL, "-25e-1"},
          {R8(1.0 / 3), VT_DECIMAL, "333333333333333e-15", "sixteen digits are kept"},
          {R4(123456.789F), VT_DECIMAL, "1234568e-1", "eight digits are kept"},
          {R8(1e20), VT_DECIMAL, "100000000000000000000e-0"},
          {R8(1e-29), VT_DECIMAL, "0e-0"},
          {R8(1e29), VT_DECIMAL, "overflow"},
-         {Text("1.10"), VT_DECIMAL, "11e-1"},
          {Text("7.9228162514264337593543950335"), VT_DECIMAL, "79228162514264337593543950335e-28"},
          {Text("79228162514264337593543950336"), VT_DECIMAL, "overflow"},
          {Text("1.23456789012345678901234567895"), VT_DECIMAL, "12345678901234567890123456790e-28",
@@ -231,16 +194,13 @@ TEST(VariantConvert, DecimalsKeepTheDigitsThatCount) {
 
 TEST(VariantConvert, DatesPrintMonthDayYear) {
   Check({{Date(0), VT_BSTR, "\"00:00:00\""},
-         {Date(0.25), VT_BSTR, "\"06:00:00\""},
          {Date(3.34), VT_BSTR, "\"01/02/1900 08:09:36\""},
          {Date(-1.25), VT_BSTR, "\"12/29/1899 06:00:00\""},
-         {Date(60), VT_BSTR, "\"02/28/1900\""},
          {Date(36526), VT_BSTR, "\"01/01/2000\""},
          {Date(36526.999999), VT_BSTR, "\"01/02/2000 00:00:00\""},
          {Date(2958465.99999), VT_BSTR, "\"12/31/9999 23:59:59\""},
          {Date(-657434), VT_BSTR, "\"01/01/0100\"", "the year is not padded"},
          {Date(2958466), VT_BSTR, "failed"},
-         {R8(36526.5), VT_DATE, "36526.500000"},
          {R8(2958466), VT_DATE, "overflow"},
          {I4(-657435), VT_DATE, "overflow"},
          {Date(1.5), VT_I4, "2"}});
@@ -252,28 +212,20 @@ TEST(VariantConvert, TextReadsAsADate) {
     const char* expected;
   } const rows[] = {{"01/02/1900 08:09:36", "3.340000"},
                     {"1/2/2000", "36527.000000"},
-                    {"13/1/2000", "36538.000000"},
                     {"2000-01-02", "36527.000000"},
                     {"2000-1-2 3:4:5", "36527.127836"},
-                    {"2 January 2000", "36527.000000"},
                     {"Sunday, Jan 2, 2000", "36527.000000"},
-                    {"Jan 2000", "36526.000000"},
                     {"2-Jan-00", "36527.000000"},
                     {"1/2/49", "54425.000000"},
-                    {"1/2/50", "18265.000000"},
                     {"12:30 1/2/2000", "36527.520833"},
                     {"12/29/1899 06:00:00", "-1.250000"},
                     {"12:30 AM", "0.020833"},
                     {"1 pm", "0.541667"},
-                    {"12.30", "0.520833"},
-                    {"2/29/2000", "36585.000000"},
                     {"2/29/1900", "mismatch"},
                     {"12/31/9999", "2958465.000000"},
                     {"1/1/10000", "mismatch"},
-                    {"24:00", "mismatch"},
                     {"1/2/2000 25:00", "mismatch"},
                     {"1//2/2000", "mismatch"},
-                    {"1/2/2000/3", "mismatch"},
                     {"1/2/2000 x", "mismatch"},
                     {"mar", "mismatch"},
                     {"36526", "mismatch"},
@@ -284,25 +236,24 @@ TEST(VariantConvert, TextReadsAsADate) {
 
 TEST(VariantConvert, NothingAndErrorsConvertToLittle) {
   Check({{Empty(), VT_I4, "0"},
-         {Empty(), VT_BOOL, "0"},
          {Empty(), VT_DATE, "0.000000"},
          {Empty(), VT_NULL, "type 1"},
          {Empty(VT_NULL), VT_EMPTY, "mismatch"},
-         {Empty(VT_NULL), VT_I4, "mismatch"},
          {Empty(VT_NULL), VT_BSTR, "mismatch"},
          {Text("x"), VT_EMPTY, "empty"},
-         {Empty(VT_ERROR), VT_I4, "mismatch"},
          {Empty(VT_ERROR), VT_BSTR, "mismatch"},
          {Empty(VT_UNKNOWN), VT_BSTR, "mismatch"},
          {I4(1), VT_ERROR, "mismatch"},
          {I4(1), VT_UNKNOWN, "mismatch"},
-         {I4(1), VT_VARIANT, "mismatch"},
          {I4(1), 15, "bad type"},
          {I4(1), VT_ARRAY | VT_I4, "mismatch"}});
 }
 
 TEST(VariantConvert, WorksInPlaceAndKeepsTheTargetOnFailure) {
   Variant value = Text("12");
+  Variant number;
+  ASSERT_EQ(VariantChangeType(number.Out(), Inside(value), 0, VT_I4), S_OK);  // without a locale
+  EXPECT_EQ(Describe(number.Get()), "12");
   EXPECT_EQ(value.ChangeType(VT_I4), S_OK);
   EXPECT_EQ(Describe(value.Get()), "12");
   Variant text = Text("kept");
@@ -319,14 +270,6 @@ TEST(VariantConvert, ANullTextStaysNullAndIsNoNumber) {
   for (const int type : {VT_I4, VT_R8, VT_BOOL, VT_CY, VT_DATE, VT_DECIMAL}) {
     EXPECT_EQ(Converted(null, type), "mismatch") << type;
   }
-}
-
-TEST(VariantConvert, WithoutALocaleDoesTheSame) {
-  const Variant text = Text("12");
-  Variant number;
-  ASSERT_EQ(VariantChangeType(number.Out(), Inside(text), 0, VT_I4), S_OK);
-  EXPECT_EQ(number.type(), VT_I4);
-  EXPECT_EQ(Describe(number.Get()), "12");
 }
 
 TEST(VariantConvert, RefusesADamagedDecimal) {

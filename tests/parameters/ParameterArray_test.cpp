@@ -1,0 +1,529 @@
+// What an array of parameters holds, in which order, and what it does with them.
+#include "tests/parameters/ParameterSupport.h"
+#include "tests/support/SlotOf.h"
+#include "zdm/parameters/CZDMParameterMgr.h"
+#include "zdm/parameters/CZParameterArray.h"
+#include "zdm/parameters/CZParameterColl.h"
+#include "zdm/properties/GUID_UNSET.h"
+#include "zdm/properties/IZPropertyColl.h"
+#include "zdm/properties/IZPropertyGroup.h"
+#include "zdm/properties/IZPropertyGroupColl.h"
+#include "zdm/relations/IZSingleReltn.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+
+using namespace zdm::test;
+
+namespace {
+
+ZRefPtr<IZParameterArray> MakeArray() {
+  return zdm::MakeObject<IZParameterArray, CZParameterArray>();
+}
+
+/// The last bytes of the definitions' keys; "-" for a parameter without definition.
+std::string KeysIn(IZParameterArray* array) {
+  std::string keys;
+  for (LONG i = 0; i < array->GetCount(); ++i) {
+    const GUID key = KeyOf(array->GetAt(i));
+    keys += (keys.empty() ? "" : " ") +
+            (key == GUID_UNSET ? std::string("-") : std::to_string(key.Data4[7]));
+  }
+  return keys;
+}
+
+class ParameterArray : public testing::Test {
+ protected:
+  ParameterArray() { owner->SetParameterArray(array, false); }
+
+  /// Adds a number of its own for each definition, in one bulk add.
+  void Add(const std::vector<BYTE>& keys, IZParameterArray* to, double value = 0) {
+    to->BeginAdd();
+    for (const BYTE key : keys) to->AddDoubleParameter(db.manager, At(key), key, value + key, 0);
+    to->EndAdd();
+  }
+  void Add(const std::vector<BYTE>& keys) { Add(keys, array); }
+
+  /// The key of that number, with a definition of it.
+  const GUID* At(BYTE number) {
+    if (db.manager->FindDefinition(&(key_ = Key(number))) == nullptr) db.Make(number);
+    return &key_;
+  }
+
+  Definitions db;
+  ZRefPtr<Notified> owner = zdm::MakeObject<Notified, Notified>();
+  ZRefPtr<IZParameterArray> array = MakeArray();
+
+ private:
+  GUID key_ = {};
+};
+
+// Every field decides, and every one is unsigned.
+TEST_F(ParameterArray, IsInTheOrderOfTheDefinitionsKeys) {
+  const std::vector<GUID> ordered = {{1, 0xFFFF, 0xFFFF, {0xFF}},
+                                     {2, 1, 0xFFFF, {0xFF}},
+                                     {2, 0x7FFF, 0xFFFF, {0xFF}},
+                                     {2, 0x8000, 1, {0xFF}},
+                                     {2, 0x8000, 0x7FFF, {0xFF}},
+                                     {2, 0x8000, 0x8000, {0x7F, 0xFF}},
+                                     {2, 0x8000, 0x8000, {0x80, 0}},
+                                     {2, 0x8000, 0x8000, {0x80, 0, 0, 0, 0, 0, 0, 0x7F}},
+                                     {2, 0x8000, 0x8000, {0x80, 0, 0, 0, 0, 0, 0, 0x80}},
+                                     {0x80000000, 0, 0, {}}};
+  for (const std::size_t step : {3, 7}) {  // two bulk adds: the second merges
+    array->BeginAdd();
+    for (std::size_t i = 0; i < ordered.size(); ++i) {
+      const std::size_t at = i * step % ordered.size();
+      if ((at % 2 == 0) != (step == 3)) continue;
+      const auto definition = db.Make(1);
+      definition->GetProperty()->SetGUID(ordered[at]);
+      array->Add(MakeParameter(definition), 0);
+    }
+    array->EndAdd();
+  }
+  ASSERT_EQ(array->GetCount(), 10);
+  for (LONG i = 0; i < 10; ++i) {
+    const GUID& key = ordered[static_cast<std::size_t>(i)];
+    EXPECT_EQ(KeyOf(array->GetAt(i)), key) << i;
+    EXPECT_TRUE(array->IsExist(key)) << i;
+    EXPECT_EQ(array->GetParameter(key), array->GetAt(i)) << i;
+  }
+  EXPECT_EQ(array->GetAt(10), nullptr);
+  EXPECT_EQ(array->GetAt(-1), nullptr);
+}
+
+TEST_F(ParameterArray, TakesParametersOnlyInABulkAdd) {
+  const auto parameter = MakeParameter();
+  array->Add(parameter, 0);
+  array->AddDoubleParameter(db.manager, At(1), 1, 1.0, 0);
+  array->EndAdd();
+  EXPECT_TRUE(array->IsEmpty());
+  EXPECT_EQ(parameter->GetReferenceCount(), 1u);
+  EXPECT_EQ(parameter->GetOwner(), nullptr);
+
+  array->BeginAdd();
+  array->Add(nullptr, 0);
+  array->Add(parameter, 0);
+  array->BeginAdd();  // keeps what is open
+  EXPECT_TRUE(array->IsEmpty());
+  EXPECT_EQ(parameter->GetOwner(), array.Get());
+  array->EndAdd();
+  EXPECT_EQ(array->GetCount(), 1);
+  array->EndAdd();
+  array->Add(MakeParameter(), 0);
+  EXPECT_EQ(array->GetCount(), 1);
+}
+
+// A second parameter of a definition can be added, but a bulk add starts with one of each.
+TEST_F(ParameterArray, ABulkAddDropsWhatTheArrayHoldsTwice) {
+  Add({1, 2, 1});
+  EXPECT_EQ(KeysIn(array), "1 1 2");
+  const ZRefPtr<IZParameter> first = array->GetAt(0);
+  const ZRefPtr<IZParameter> second = array->GetAt(1);
+  Add({1});
+  EXPECT_EQ(KeysIn(array), "1 1 2");
+  EXPECT_EQ(array->GetAt(0), first.Get());
+  EXPECT_NE(array->GetAt(1), second.Get());
+  EXPECT_EQ(second->GetOwner(), nullptr);
+}
+
+TEST_F(ParameterArray, UnregisteringTheModuleEndsBulkAdds) {
+  const auto parameter = MakeParameter();
+  Add({1});
+  array->BeginAdd();
+  array->Add(parameter, 0);
+  DllUnRegisterZModule();
+  DllRegisterZModule();
+  EXPECT_EQ(parameter->GetReferenceCount(), 1u);
+  array->Add(parameter, 0);
+  array->EndAdd();
+  EXPECT_EQ(KeysIn(array), "1");
+  {
+    const auto gone = MakeArray();
+    gone->BeginAdd();
+    gone->Add(parameter, 0);
+  }
+  EXPECT_EQ(parameter->GetReferenceCount(), 1u);
+  EXPECT_EQ(parameter->GetOwner(), nullptr);
+  Add({2});
+  EXPECT_EQ(KeysIn(array), "1 2");
+}
+
+// Definitions change their keys under the array's feet.
+TEST_F(ParameterArray, FindsAParameterWhoseDefinitionHasChanged) {
+  Add({1, 2, 3});
+  EXPECT_EQ(array->GetParameter(Key(1)), array->GetAt(0));
+  array->GetAt(0)->GetDefinition()->GetProperty()->SetGUID(Key(9));
+  EXPECT_EQ(KeysIn(array), "9 2 3");
+  EXPECT_EQ(array->GetParameter(Key(1)), nullptr);
+  EXPECT_EQ(array->GetParameter(Key(9)), array->GetAt(0));
+  EXPECT_FALSE(array->IsExist(Key(9)));
+  EXPECT_TRUE(array->IsExist(Key(3)));
+  EXPECT_TRUE(array->RemoveByGUID(Key(9)));
+  EXPECT_EQ(KeysIn(array), "2 3");
+
+  // Keys exchanged, so that what is remembered names another parameter.
+  IZProperty* const second = array->GetAt(0)->GetDefinition()->GetProperty();
+  IZProperty* const third = array->GetAt(1)->GetDefinition()->GetProperty();
+  second->SetGUID(Key(3));
+  third->SetGUID(Key(2));
+  EXPECT_EQ(array->GetParameter(Key(2)), array->GetAt(1));
+  EXPECT_EQ(array->GetParameter(Key(3)), array->GetAt(0));
+}
+
+TEST_F(ParameterArray, ReadsAndWritesByKeyAndReportsToItsOwner) {
+  Add({1, 2});
+  double number = 7;
+  EXPECT_TRUE(array->GetParamDouble(At(2), &number));
+  EXPECT_EQ(number, 2.0);
+  EXPECT_TRUE(array->SetParamDouble(At(2), 2.5));
+  EXPECT_EQ(array->GetAt(1)->GetDouble(), 2.5);
+  EXPECT_EQ(owner->notices, 1);
+
+  EXPECT_FALSE(array->SetParamRelation(At(1), owner, true));  // a number
+  array->GetAt(0)->SetRelation(nullptr, false);
+  EXPECT_EQ(owner->notices, 2);
+  EXPECT_TRUE(array->SetParamRelation(At(1), owner, true));
+  EXPECT_EQ(owner->notices, 2);
+  EXPECT_EQ(array->GetAt(0)->GetRelation(), owner.Get());
+  EXPECT_TRUE(static_cast<ZDfRelation*>(array->GetAt(0)->GetValue())->Value->IsReltnDiffusible());
+  ZDfValue* value = nullptr;
+  EXPECT_TRUE(array->GetParamValue(At(1), &value));
+  EXPECT_EQ(value, array->GetAt(0)->GetValue());
+
+  // A parameter without definition answers GUID_UNSET, and is not found by it.
+  array->BeginAdd();
+  array->Add(MakeParameter(), 0);
+  array->EndAdd();
+  number = 7;
+  const GUID unknown = Key(99);
+  for (const GUID* key : {&GUID_UNSET, &unknown, static_cast<const GUID*>(nullptr)}) {
+    IZDMObject* object = owner;
+    value = array->GetAt(0)->GetValue();
+    EXPECT_FALSE(array->GetParamDouble(key, &number));
+    EXPECT_FALSE(array->SetParamDouble(key, 1));
+    EXPECT_FALSE(array->SetParamRelation(key, owner, true));
+    EXPECT_FALSE(array->GetParamRelation(key, &object));
+    EXPECT_FALSE(array->GetParamValue(key, &value));
+    EXPECT_EQ(object, nullptr);
+    EXPECT_EQ(value, nullptr);
+  }
+  EXPECT_EQ(number, 7);
+  EXPECT_EQ(array->GetParameter(GUID_UNSET), nullptr);
+  EXPECT_FALSE(array->IsExist(GUID_UNSET));
+  EXPECT_FALSE(array->RemoveByGUID(GUID_UNSET));
+}
+
+TEST_F(ParameterArray, AddsParametersOfEachType) {
+  ZDfLong value;
+  value.Value = 9;
+  struct Row {
+    BYTE type;
+    USHORT key;
+    std::function<void(const GUID*)> add;
+  };
+  IZParameterArray& to = *array;
+  IZDefinitionMgr* const mgr = db.manager;
+  const Row rows[] = {
+      {1, 11, [&](const GUID* key) { to.AddDoubleParameter(mgr, key, 11, 1.5, 0x24); }},
+      {6, 12, [&](const GUID* key) { to.AddLongParameter(mgr, key, 12, 2, 0x24); }},
+      {3, 13, [&](const GUID* key) { to.AddRelationParameter(mgr, key, 13, owner, true, 0x24); }},
+      {4, 0xFFFF, [&](const GUID* key) { to.AddStringParameter(mgr, key, OLESTR("a"), 0x24); }},
+      {7, 0xFFFF, [&](const GUID* key) { to.AddBoolParameter(mgr, key, true, 0x24); }},
+      {6, 0xFFFF, [&](const GUID* key) { to.AddValueParameter(mgr, key, &value, 0x24); }}};
+  array->BeginAdd();
+  for (BYTE i = 0; i < std::size(rows); ++i) rows[i].add(At(static_cast<BYTE>(i + 1)));
+  array->EndAdd();
+  for (LONG i = 0; const Row& row : rows) {
+    SCOPED_TRACE(i);
+    IZParameter* const parameter = array->GetAt(i++);
+    EXPECT_EQ(TypeOf(parameter->GetValue()), row.type);
+    EXPECT_EQ(parameter->GetKey(), row.key);
+    EXPECT_EQ(parameter->GetFlags(), 0x24);
+    EXPECT_EQ(parameter->GetReferenceCount(), 1u);
+  }
+  EXPECT_EQ(array->GetAt(0)->GetDouble(), 1.5);
+  EXPECT_EQ(array->GetAt(2)->GetRelation(), owner.Get());
+  EXPECT_NE(array->GetAt(5)->GetValue(), &value);
+  EXPECT_EQ(owner->notices, 0);
+
+  const GUID unknown = Key(99);
+  array->BeginAdd();
+  array->AddLongParameter(mgr, &unknown, 1, 1, 0);
+  array->AddBoolParameter(nullptr, nullptr, true, 0);
+  array->EndAdd();
+  EXPECT_EQ(KeysIn(array), "1 2 3 4 5 6 - -");
+}
+
+TEST_F(ParameterArray, RemovesByPlaceKeyAndIdentity) {
+  Add({1, 2, 3, 4});
+  const ZRefPtr<IZParameter> second = array->GetAt(1);
+  EXPECT_FALSE(array->RemoveAt(4));
+  EXPECT_FALSE(array->RemoveAt(-1));
+  EXPECT_TRUE(array->RemoveAt(1));
+  EXPECT_EQ(KeysIn(array), "1 3 4");
+  EXPECT_EQ(second->GetReferenceCount(), 1u);
+  second->SetDouble(1);  // reports to nobody
+  EXPECT_EQ(owner->notices, 0);
+  EXPECT_FALSE(array->Remove(second));
+  EXPECT_FALSE(array->Remove(nullptr));
+  EXPECT_TRUE(array->Remove(array->GetAt(2)));
+  EXPECT_TRUE(array->RemoveByGUID(Key(1)));
+  EXPECT_FALSE(array->RemoveByGUID(Key(1)));
+  EXPECT_EQ(KeysIn(array), "3");
+  EXPECT_EQ(array->GetParameter(Key(3)), array->GetAt(0));
+  EXPECT_TRUE(array->RemoveAt(0));
+  EXPECT_TRUE(array->IsEmpty());
+
+  array->BeginAdd();  // one parameter in two places
+  array->Add(second, 0);
+  array->Add(second, 0);
+  array->EndAdd();
+  EXPECT_TRUE(array->Remove(second));
+  EXPECT_EQ(array->GetCount(), 1);
+  EXPECT_EQ(second->GetOwner(), array.Get());
+}
+
+TEST_F(ParameterArray, ClonesAreIndependent) {
+  Add({2, 1});
+  array->BeginAdd();
+  ZRefPtr<IZParameterArray> clone;
+  array->Clone(clone.Out());
+  array->EndAdd();
+  EXPECT_EQ(KeysIn(clone), "1 2");
+  EXPECT_EQ(clone->GetOwner(), nullptr);
+  EXPECT_EQ(clone->GetAt(0)->GetOwner(), clone.Get());
+  EXPECT_NE(clone->GetAt(0), array->GetAt(0));
+  EXPECT_TRUE(array->IsEqualTo(clone));
+  EXPECT_EQ(clone->GetParameter(Key(2)), clone->GetAt(1));
+  clone->SetParamDouble(At(1), 5);
+  EXPECT_FALSE(array->IsEqualTo(clone));
+  EXPECT_EQ(owner->notices, 0);
+}
+
+TEST_F(ParameterArray, IsEqualToOneThatHoldsEqualParametersForAllOfItsOwn) {
+  const auto other = MakeArray();
+  EXPECT_TRUE(array->IsEqualTo(other));
+  Add({1, 2, 3}, other);
+  Add({1, 3});
+  EXPECT_TRUE(array->IsEqualTo(other));
+  EXPECT_FALSE(other->IsEqualTo(array));
+  EXPECT_FALSE(array->IsEqualTo(nullptr));
+}
+
+TEST_F(ParameterArray, TakesOverWhatItMissesOrEverything) {
+  const auto other = MakeArray();
+  Add({1, 2});
+  Add({2, 3}, other, 10);
+  array->AddMissingFrom(other);
+  array->AddMissingFrom(array);
+  array->AddMissingFrom(nullptr);
+  EXPECT_EQ(KeysIn(array), "1 2 3");
+  EXPECT_EQ(array->GetAt(1)->GetDouble(), 2);
+  EXPECT_EQ(array->GetAt(2)->GetDouble(), 13);
+  EXPECT_EQ(array->GetAt(2)->GetOwner(), array.Get());
+  EXPECT_NE(array->GetAt(2), other->GetAt(1));
+
+  array->ReplaceFrom(array, false, 0);
+  array->ReplaceFrom(nullptr, false, 0);
+  EXPECT_EQ(KeysIn(array), "1 2 3");
+  array->BeginAdd();
+  array->Add(MakeParameter(), 0);
+  array->ReplaceFrom(other, true, 0);  // with the bulk add it ends
+  array->EndAdd();
+  EXPECT_EQ(KeysIn(array), "2 3");
+  EXPECT_EQ(array->GetAt(0)->GetDouble(), 2);
+  EXPECT_EQ(array->GetAt(1)->GetDouble(), 13);
+  array->ReplaceFrom(other, false, 0);
+  EXPECT_EQ(array->GetAt(0)->GetDouble(), 12);
+  EXPECT_EQ(array->GetAt(0)->GetOwner(), array.Get());
+}
+
+TEST_F(ParameterArray, TakesValuesFromAnArrayOrAManager) {
+  Add({1, 2, 3});
+  const auto other = MakeArray();
+  Add({2, 3, 4}, other, 0);
+  other->SetParamDouble(At(3), 30);
+  std::list<GUID> changed;
+  array->UpdateFrom(other, &changed);
+  EXPECT_EQ(changed, std::list<GUID>{Key(3)});
+  EXPECT_EQ(KeysIn(array), "1 2 3");
+  EXPECT_EQ(array->GetAt(2)->GetDouble(), 30);
+  EXPECT_EQ(owner->notices, 2);  // also for the value that was equal
+
+  const auto manager = zdm::MakeObject<CZDMParameterMgr, CZDMParameterMgr>();
+  db.Add(manager.Get());
+  manager->AddDoubleParameter(db.manager, At(4), 4, 40, 0);
+  manager->AddDoubleParameter(db.manager, At(1), 1, 10, 0);
+  array->UpdateFrom(manager->GetIZObject(), &changed);
+  EXPECT_EQ(changed, (std::list<GUID>{Key(3), Key(1)}));
+  EXPECT_EQ(array->GetAt(0)->GetDouble(), 10);
+  array->UpdateFrom(owner->GetIZObject(), nullptr);
+  array->UpdateFrom(nullptr, nullptr);
+  EXPECT_EQ(array->GetAt(0)->GetDouble(), 10);
+}
+
+// Property sheets.
+
+TEST_F(ParameterArray, GroupsFollowTheRegistrationOfTheirNames) {
+  db.manager->RegisterName(3, OLESTR("Shape"));
+  db.manager->RegisterName(7, OLESTR("Size"));
+  for (const auto& [number, index] : {std::pair<BYTE, LONG>{1, 7}, {2, 3}, {3, 7}, {4, 5}}) {
+    db.Make(number, 3, index);
+  }
+  const auto groups = zdm::NewOf<IZPropertyGroupColl, CZPropertyGroupColl>();
+  array->BuildPropertyGroups(0, groups);
+  EXPECT_TRUE(groups->IsEmpty());
+  Add({1, 2, 3, 4});
+  array->BuildPropertyGroups(0, groups);
+  std::string sheet;
+  for (LONGLONG pos = groups->GetHeadPosition(); pos != 0;) {
+    IZPropertyGroup* const group = groups->GetNext(pos);
+    sheet += TextOf([&](BSTR* out) { group->GetName(out); }) + ":";
+    for (IZProperty* property : Members(group->GetProperties())) {
+      sheet += ' ' + NameOf(property);
+      EXPECT_NE(property, array->GetAt(0)->GetDefinition()->GetProperty());
+    }
+    sheet += "; ";
+  }
+  EXPECT_EQ(sheet, "Shape: P2; Size: P1 P3; Unknown: P4; ");
+}
+
+TEST_F(ParameterArray, PropertiesGoToTheFirstParameterThatHandlesThem) {
+  Add({1, 2, 2});
+  const auto property = MakeProperty();
+  property->SetGUID(Key(2));
+  array->GetAt(2)->SetDouble(20);
+  EXPECT_TRUE(array->FillProperties(0, property));
+  EXPECT_EQ(property->GetDouble(), 2);
+  owner->notices = 0;
+  property->SetDouble(5);
+  EXPECT_TRUE(array->ApplyProperties(0, property, 0));
+  EXPECT_EQ(array->GetAt(1)->GetDouble(), 5);
+  EXPECT_EQ(array->GetAt(2)->GetDouble(), 20);
+  EXPECT_EQ(owner->notices, 0);
+  EXPECT_TRUE(array->FillProperties(0, nullptr));
+  EXPECT_TRUE(array->ApplyProperties(0, nullptr, 0));
+}
+
+// Lives.
+
+TEST_F(ParameterArray, ForgetsAnOwnerThatDoesNotHoldIt) {
+  const auto loose = MakeArray();
+  Add({1}, loose);
+  loose->SetOwner(owner);
+  loose->SetParamDouble(At(1), 3);
+  EXPECT_EQ(owner->notices, 1);
+  owner = nullptr;
+  EXPECT_EQ(loose->GetOwner(), nullptr);
+  loose->SetParamDouble(At(1), 4);
+  EXPECT_EQ(array->GetOwner(), nullptr);
+}
+
+TEST_F(ParameterArray, CopiesOfTheStorageHoldReferencesOfTheirOwn) {
+  Add({1, 2});
+  ZParaArray copy = *array->GetParaArray();
+  const ZRefPtr<IZParameter> first = copy.at(0);
+  EXPECT_EQ(first->GetReferenceCount(), 3u);
+  array->RemoveAll();
+  EXPECT_EQ(copy.GetParameter(Key(2)), copy.at(1));
+  EXPECT_TRUE(copy.IsExist(Key(1)));
+  copy = ZParaArray();
+  EXPECT_EQ(first->GetReferenceCount(), 1u);
+  EXPECT_EQ(SlotOf(&ZParaArray::Save), 0);
+  EXPECT_EQ(SlotOf(&ZParaArray::Load), 1);
+}
+
+// Arrays, parameters, definitions and owners come, meet, change and go in any order; under the
+// sanitizers nothing is reached that is gone.
+TEST_F(ParameterArray, AnythingMayEndBeforeAnythingElse) {
+  std::mt19937 random(7);
+  const auto below = [&](std::size_t count) { return random() % count; };
+  std::vector<ZRefPtr<IZParameterArray>> arrays(4);
+  std::vector<ZRefPtr<IZParameter>> parameters(12);
+  std::vector<ZRefPtr<IZDMObject>> objects(4);
+  const auto any = [&](auto& from) { return from[below(from.size())].Get(); };
+  for (int round = 0; round < 20000; ++round) {
+    auto& anArray = arrays[below(arrays.size())];
+    auto& parameter = parameters[below(parameters.size())];
+    auto& object = objects[below(objects.size())];
+    const auto number = static_cast<BYTE>(1 + below(5));
+    if (anArray == nullptr) anArray = MakeArray();
+    if (parameter == nullptr) parameter = MakeParameter();
+    if (object == nullptr) db.Add(object = zdm::MakeObject<IZDMObject, Notified>());
+    switch (below(18)) {
+      case 0:
+        anArray = nullptr;
+        break;
+      case 1:
+        parameter = nullptr;
+        break;
+      case 2:
+        object = nullptr;
+        break;
+      case 3:
+        if (IZDefinition* definition = db.manager->FindDefinition(At(number))) {
+          db.manager->RemoveItem(zdm::ViewAs<IZDMObject>(definition));
+        }
+        break;
+      case 4:
+        parameter->SetDefinition(db.manager->FindDefinition(At(number)));
+        break;
+      case 5:
+        parameter->SetRelation(object, true);
+        break;
+      case 6:
+        parameter->SetDouble(number);
+        break;
+      case 7:
+        anArray->BeginAdd();
+        break;
+      case 8:
+      case 9:
+        anArray->Add(parameter, 0);
+        break;
+      case 10:
+        anArray->EndAdd();
+        break;
+      case 11:
+        anArray->SetOwner(object);
+        break;
+      case 12:
+        object->SetParameterArray(anArray, number == 1);
+        break;
+      case 13:
+        anArray->RemoveAt(static_cast<LONG>(below(4)));
+        break;
+      case 14:
+        anArray->ReplaceFrom(any(arrays), number > 2, 0);
+        break;
+      case 15:
+        anArray->AddMissingFrom(any(arrays));
+        break;
+      case 16:
+        anArray->UpdateFrom(any(arrays), nullptr);
+        break;
+      default:
+        anArray->SetParamDouble(At(number), 1);
+        break;
+    }
+    if (IZParameterArray* reports = parameter != nullptr ? parameter->GetOwner() : nullptr) {
+      reports->GetOwner();
+      reports->IsExist(Key(number));
+    }
+  }
+}
+
+TEST(ParameterColl, IsAListOfParameters) {
+  const auto coll = zdm::NewOf<IZParameterColl, CZParameterColl>();
+  const auto parameter = MakeParameter();
+  coll->AddTail(parameter);
+  coll->AddHead(MakeParameter());
+  EXPECT_EQ(coll->GetCount(), 2);
+  EXPECT_EQ(coll->GetTail(), parameter.Get());
+  EXPECT_EQ(parameter->GetOwner(), nullptr);
+}
+
+}  // namespace

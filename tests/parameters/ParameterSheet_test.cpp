@@ -1,0 +1,282 @@
+// Values shown in properties and taken back from them, by the type of the definition's property.
+#include "tests/parameters/ParameterSupport.h"
+#include "zdm/host/IZPropertyIterator.h"
+#include "zdm/properties/IZPropertyImpl.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace zdm::test {
+class Chooser;
+}
+
+ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Chooser,
+              "00000000-0000-0000-0000-000000000000", IZObject, IZProperty, IZPropertyIterator)
+
+namespace zdm::test {
+
+/// A property that lets the user choose an object; throws instead of showing one when told to.
+class Chooser : public IZPropertyImpl<IZProperty>, public IZObjectImpl<IZPropertyIterator> {
+  ZDM_OBJECT(Chooser)
+ public:
+  using IZPropertyImpl::AddRef;
+  using IZPropertyImpl::Release;
+  IZObject* Clone() override { return nullptr; }
+  void SetChosenObject(IZDMObject* object) override {
+    if (throws) throw CAtlException(E_FAIL);
+    chosen = object;
+    steps += "set ";
+  }
+  void Rebuild() override { steps += "rebuild"; }
+  IZObject* GetChosenObject() override { return chosen; }
+
+  IZDMObject* chosen = nullptr;
+  std::string steps;
+  bool throws = false;
+};
+
+ZDM_OBJECT_BODY(Chooser)
+
+}  // namespace zdm::test
+
+namespace {
+
+using namespace zdm::test;
+
+constexpr ULONG kTypes[] = {0,  1,  2,  3,  4,  5,  6,  7,  8,   9,   10,  11,  17,        18,
+                            20, 21, 22, 24, 25, 27, 29, 30, 100, 159, 172, 173, 0xFFFFFFFF};
+
+/// A property as a sheet would offer it to the parameter of definition 1.
+ZRefPtr<IZProperty> Offered() {
+  auto property = MakeProperty();
+  property->SetGUID(Key(1));
+  return property;
+}
+
+/// The types that `used` is true for, each with '!' when it is not handled.
+template <class Used>
+std::string TypesWith(Definitions& db, const std::function<void(IZParameter*)>& set, Used used) {
+  std::string types;
+  for (const ULONG type : kTypes) {
+    const auto parameter = MakeParameter(db.Make(1, type));
+    set(parameter);
+    const auto property = Offered();
+    bool handled = false;
+    if (!used(*parameter.Get(), *property.Get(), handled)) continue;
+    types += (types.empty() ? "" : " ") + std::to_string(type) + (handled ? "" : "!");
+  }
+  return types;
+}
+
+TEST(ParameterSheet, ShowsAValueInThePropertyOfItsType) {
+  Definitions db;
+  const auto object = db.MakeObject(OLESTR("target"));
+  const auto text = [](IZProperty& p) { return TextOf([&](BSTR* out) { p.GetString(out); }); };
+  const auto attached = [](IZProperty& p) { return p.GetObject() != nullptr; };
+  const struct {
+    const char* name;
+    std::function<void(IZParameter*)> set;
+    std::function<bool(IZProperty&)> shown;
+    const char* types;
+  } rows[] = {
+      {"string", [](IZParameter* p) { p->SetString(OLESTR("t")); },
+       [&](IZProperty& p) { return text(p) == "t"; }, "1 8"},
+      {"name of the object", [&](IZParameter* p) { p->SetRelation(object, false); },
+       [&](IZProperty& p) { return text(p) == "target"; }, "1"},
+      {"no object", [](IZParameter* p) { p->SetRelation(nullptr, false); },
+       [&](IZProperty& p) { return text(p).empty(); }, "1"},
+      {"long", [](IZParameter* p) { p->SetLong(5); },
+       [](IZProperty& p) { return p.GetLong() == 5; }, "2 20 25"},
+      {"double", [](IZParameter* p) { p->SetDouble(2.5); },
+       [](IZProperty& p) { return p.GetDouble() == 2.5; }, "3 4 5 6 7 22 159 172"},
+      {"bool", [](IZParameter* p) { p->SetBool(true); }, [](IZProperty& p) { return p.GetBool(); },
+       "10"},
+      {"object is valid", [&](IZParameter* p) { p->SetRelation(object, false); },
+       [](IZProperty& p) { return p.GetBool(); }, "10"},
+      {"any value", [](IZParameter* p) { p->SetGUID(Key(2)); }, attached, "9 21 27 29!"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(TypesWith(db, row.set,
+                        [&](IZParameter& parameter, IZProperty& property, bool& handled) {
+                          parameter.FillProperty(0, &property, &handled);
+                          return row.shown(property);
+                        }),
+              row.types)
+        << row.name;
+  }
+}
+
+TEST(ParameterSheet, TakesWhatWasEditedBack) {
+  Definitions db;
+  const auto object = db.MakeObject();
+  const auto edit = [&](IZProperty& p, int form) {
+    ZDfRelation reference;
+    reference.Value->SetReltnObj(object.Get());
+    switch (form) {
+      case 0:
+        return p.SetString(OLESTR("new"));
+      case 1:
+        return p.SetLong(6);
+      case 2:
+        return p.SetDouble(3.5);
+      case 3:
+        return p.SetBool(true);
+      default:
+        return p.SetObject(&reference);
+    }
+  };
+  const struct {
+    const char* name;
+    std::function<void(IZParameter*)> set;
+    int form;
+    std::function<bool(IZParameter&)> taken;
+    const char* types;
+  } rows[] = {
+      {"string", [](IZParameter* p) { p->SetString(OLESTR("t")); }, 0,
+       [](IZParameter& p) { return StringOf(&p) == "new"; }, "1"},
+      {"long", [](IZParameter* p) { p->SetLong(5); }, 1,
+       [](IZParameter& p) { return p.GetLong() == 6; }, "2 20 25"},
+      {"double", [](IZParameter* p) { p->SetDouble(2.5); }, 2,
+       [](IZParameter& p) { return p.GetDouble() == 3.5; }, "3 4 5 6 7 22 159 172"},
+      {"bool", [](IZParameter* p) { p->SetBool(false); }, 3,
+       [](IZParameter& p) { return p.GetBool(); }, "10"},
+      {"object", [](IZParameter* p) { p->SetRelation(nullptr, false); }, 4,
+       [&](IZParameter& p) { return p.GetRelation() == object; }, "9 27"},
+      {"any value", [](IZParameter* p) { p->SetLong(5); }, 4,
+       [&](IZParameter& p) { return p.GetRelation() == object; }, "27"},
+      {"wrong kind", [](IZParameter* p) { p->SetBool(false); }, 0,
+       [](IZParameter& p) { return p.GetValue()->GetType() != 7; }, ""},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(TypesWith(db, row.set,
+                        [&](IZParameter& parameter, IZProperty& property, bool& handled) {
+                          edit(property, row.form);
+                          EXPECT_TRUE(parameter.ApplyProperty(0, &property, 0, &handled));
+                          return row.taken(parameter);
+                        }),
+              row.types)
+        << row.name;
+  }
+  EXPECT_EQ(TypesWith(
+                db, [](IZParameter* p) { p->SetUlongPtr(1); },
+                [](IZParameter& parameter, IZProperty& property, bool& handled) {
+                  parameter.ApplyProperty(0, &property, 0, &handled);
+                  return handled;
+                }),
+            "1 2 3 4 5 6 7 9 10 17 20 22 24 25 27 159 172")
+      << "handled whatever the value";
+}
+
+TEST(ParameterSheet, ChoosesObjects) {
+  Definitions db;
+  const auto object = db.MakeObject();
+  const struct {
+    ULONG type;
+    IZDMObject* target;
+    const char* steps;
+  } rows[] = {{17, object, "set rebuild"},
+              {17, nullptr, "set rebuild"},
+              {24, object, "set rebuild"},
+              {24, nullptr, ""}};
+  for (const auto& row : rows) {
+    const auto parameter = MakeParameter(db.Make(1, row.type));
+    parameter->SetRelation(row.target, false);
+    const auto property = zdm::MakeObject<Chooser, Chooser>();
+    property->SetGUID(Key(1));
+    bool handled = false;
+    EXPECT_TRUE(parameter->FillProperty(0, property.Get(), &handled));
+    EXPECT_TRUE(handled);
+    EXPECT_EQ(property->steps, row.steps) << row.type;
+    EXPECT_EQ(property->chosen, row.target);
+
+    const auto chosen = db.MakeObject();
+    property->chosen = chosen;
+    EXPECT_TRUE(parameter->ApplyProperty(0, property.Get(), 0, &handled));
+    EXPECT_EQ(parameter->GetRelation(), chosen);
+  }
+}
+
+TEST(ParameterSheet, ServesThePropertiesOfItsDefinitionAlone) {
+  Definitions db;
+  const auto definition = db.Make(1, 2);
+  const auto empty = MakeParameter(definition);
+  const auto strange = MakeParameter(db.Make(2, 2));
+  const auto undefined = MakeParameter();
+  strange->SetLong(5);
+  undefined->SetLong(5);
+  for (IZParameter* parameter : {empty.Get(), strange.Get(), undefined.Get()}) {
+    const auto property = Offered();
+    const Bytes before = Saved(property);
+    bool handled = true;
+    EXPECT_FALSE(parameter->FillProperty(0, property, &handled));
+    EXPECT_FALSE(handled);
+    handled = true;
+    EXPECT_FALSE(parameter->ApplyProperty(0, property, 0, &handled));
+    EXPECT_FALSE(handled);
+    EXPECT_EQ(Saved(property), before);
+  }
+}
+
+TEST(ParameterSheet, SendsNoNoticeWhenAPropertyIsApplied) {
+  Definitions db;
+  const auto owner = zdm::MakeObject<Notified, Notified>();
+  const auto array = zdm::NewOf<IZParameterArray, CZParameterArray>();
+  const auto parameter = MakeParameter(db.Make(1, 2));
+  parameter->SetLong(5);
+  parameter->SetOwner(array);
+  array->SetOwner(owner.Get());
+  const auto property = Offered();
+  property->SetLong(6);
+  bool handled = false;
+  parameter->ApplyProperty(0, property, 0, &handled);
+  EXPECT_EQ(parameter->GetLong(), 6);
+  EXPECT_EQ(owner->notices, 0);
+}
+
+TEST(ParameterSheet, ShowsTheSourceOfALinkByTheOwnDefinition) {
+  Definitions db;
+  const auto definition = db.Make(1, 3);
+  for (IZDefinition* sources : {db.Make(2, 1).Get(), static_cast<IZDefinition*>(nullptr)}) {
+    const auto source = MakeSource(db, sources);
+    source->SetDouble(2.5);
+    source->SetReadOnly(true);
+    const auto parameter = MakeParameter(definition);
+    parameter->SetDouble(1.0);
+    parameter->SetFlag10(true);
+    parameter->SetLinkedObject(ObjectOf(source));
+    const auto property = Offered();
+    bool handled = false;
+    EXPECT_TRUE(parameter->FillProperty(0, property, &handled));
+    EXPECT_TRUE(handled);
+    EXPECT_EQ(property->GetDouble(), 2.5);
+    EXPECT_FALSE(property->IsReadOnly()) << "the parameter's own, not the source's";
+    EXPECT_TRUE(property->IsFlag02());
+    EXPECT_TRUE(property->IsLinked());
+    EXPECT_EQ(source->GetDefinition(), sources);
+
+    source->SetValue(nullptr);
+    EXPECT_TRUE(parameter->FillProperty(0, property, &handled));
+    EXPECT_FALSE(handled) << "a source without a value shows nothing";
+  }
+}
+
+TEST(ParameterSheet, GivesTheSourceItsDefinitionBackWhenShowingThrows) {
+  Definitions db;
+  const auto source = MakeSource(db);
+  source->SetRelation(source->GetRelation(), false);
+  const auto parameter = MakeParameter(db.Make(1, 17));
+  parameter->SetBool(true);
+  parameter->SetLinkedObject(ObjectOf(source));
+  const auto property = zdm::MakeObject<Chooser, Chooser>();
+  property->SetGUID(Key(1));
+  property->throws = true;
+  bool handled = false;
+  EXPECT_EQ(Thrown([&] { parameter->FillProperty(0, property.Get(), &handled); }), E_FAIL);
+  EXPECT_EQ(source->GetDefinition(), nullptr);
+  property->throws = false;
+  EXPECT_TRUE(parameter->FillProperty(0, property.Get(), &handled));
+  EXPECT_TRUE(property->IsLinked()) << "the link is still followed";
+}
+
+}  // namespace

@@ -1,0 +1,5 @@
+#include "tests/parameters/ParameterSupport.h"
+
+namespace zdm::test {
+ZDM_OBJECT_BODY(Notified)
+}  // namespace zdm::test

@@ -1,0 +1,6 @@
+#include "zdm/parameters/CZParameter.h"
+
+template class IZParameterImpl<IZParameter>;
+template class IZParameterImpl<IZDMParameter>;
+
+ZDM_OBJECT_BODY(CZParameter)

@@ -1,0 +1,3 @@
+#include "zdm/parameters/CZParameterArray.h"
+
+ZDM_OBJECT_BODY(CZParameterArray)

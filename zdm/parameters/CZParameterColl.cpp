@@ -1,0 +1,3 @@
+#include "zdm/parameters/CZParameterColl.h"
+
+ZDM_OBJECT_BODY(CZParameterColl)

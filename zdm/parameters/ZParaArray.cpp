@@ -1,0 +1,168 @@
+#include "zdm/parameters/ZParaArray.h"
+
+#include "platform/core/IZStream.h"
+#include "zdm/framework/CreateAs.h"
+#include "zdm/framework/LoadDepth.h"
+#include "zdm/module/ClassTable.h"
+#include "zdm/properties/GUID_UNSET.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr ULONG kSmallestRecord = 7;  // flags 2, key 2, three bytes that say what follows
+
+zdm::GuidKey KeyOf(IZParameter* parameter) {
+  GUID guid;
+  return zdm::GuidKey(*parameter->GetDefinitionGUID(&guid));
+}
+
+/// The place that a binary search for `wanted` among `count` keys comes to; -1 if it comes to none.
+template <class KeyAt>
+LONG Search(LONG count, const zdm::GuidKey& wanted, const KeyAt& keyAt) {
+  LONG low = 0;
+  LONG high = count - 1;
+  while (low <= high) {
+    const LONG middle = (low + high) / 2;
+    const auto order = wanted <=> keyAt(middle);
+    if (order == 0) return middle;
+    if (order < 0) {
+      high = middle - 1;
+    } else {
+      low = middle + 1;
+    }
+  }
+  return -1;
+}
+
+}  // namespace
+
+void zdm::SortByDefinition(std::span<ParaEntry> entries) {
+  for (ParaEntry& entry : entries) entry.key = KeyOf(entry.parameter);
+  std::ranges::stable_sort(entries, {}, &ParaEntry::key);
+}
+
+ZParaArray::ZParaArray(const ZParaArray& other)
+    : items_(Allocate(other.count_)), count_(other.count_) {
+  std::copy_n(other.items_, count_, items_);
+  std::copy_n(other.Keys(), count_, Keys());
+  for (LONG i = 0; i < count_; ++i) items_[i]->AddRef();
+}
+
+ZParaArray::ZParaArray(ZParaArray&& other) noexcept
+    : items_(std::exchange(other.items_, nullptr)), count_(std::exchange(other.count_, 0)) {}
+
+ZParaArray& ZParaArray::operator=(ZParaArray other) noexcept {
+  std::swap(items_, other.items_);
+  std::swap(count_, other.count_);
+  return *this;
+}
+
+ZParaArray::~ZParaArray() {
+  for (LONG i = 0; i < count_; ++i) items_[i]->Release();
+  ::operator delete(items_);
+}
+
+IZParameter** ZParaArray::Allocate(LONG count) {
+  if (count == 0) return nullptr;
+  constexpr std::size_t kSize = sizeof(IZParameter*) + sizeof(zdm::GuidKey);
+  return static_cast<IZParameter**>(::operator new(static_cast<std::size_t>(count) * kSize));
+}
+
+// What goes may run any code as it does, so it goes when the array is whole again.
+void ZParaArray::RemoveAll() { const ZParaArray gone = std::move(*this); }
+
+void ZParaArray::Assign(std::span<zdm::ParaEntry> entries) {
+  ZParaArray assigned;
+  assigned.items_ = Allocate(static_cast<LONG>(entries.size()));
+  assigned.count_ = static_cast<LONG>(entries.size());
+  for (LONG i = 0; zdm::ParaEntry & entry : entries) {
+    assigned.Keys()[i] = entry.key;
+    assigned.items_[i++] = entry.parameter.Detach();
+  }
+  *this = std::move(assigned);
+}
+
+ZRefPtr<IZParameter> ZParaArray::Take(LONG index) {
+  ZParaArray rest;
+  rest.items_ = Allocate(count_ - 1);
+  rest.count_ = count_ - 1;
+  for (LONG from = 0, to = 0; from < count_; ++from) {
+    if (from == index) continue;
+    rest.items_[to] = items_[from];
+    rest.Keys()[to++] = Keys()[from];
+  }
+  std::swap(items_, rest.items_);
+  std::swap(count_, rest.count_);
+  auto taken = zdm::Attached(rest.items_[index]);
+  rest.count_ = 0;  // the others moved
+  return taken;
+}
+
+IZParameter* ZParaArray::GetParameter(const GUID& definitionGUID) const {
+  const LONG index = IndexOf(definitionGUID);
+  return index >= 0 ? items_[index] : nullptr;
+}
+
+LONG ZParaArray::IndexOf(const GUID& definitionGUID) const {
+  if (definitionGUID == GUID_UNSET) return -1;
+  const zdm::GuidKey wanted(definitionGUID);
+  zdm::GuidKey* const keys = Keys();
+  const auto remembered = [keys](LONG index) -> const zdm::GuidKey& { return keys[index]; };
+  const LONG guess = Search(count_, wanted, remembered);
+  if (guess >= 0 && KeyOf(items_[guess]) == wanted) return guess;
+  // A definition has changed since, or has arrived only now.
+  for (LONG i = 0; i < count_; ++i) keys[i] = KeyOf(items_[i]);
+  const LONG found = Search(count_, wanted, remembered);
+  if (found >= 0) return found;
+  const auto* const match = std::find(keys, keys + count_, wanted);
+  return match != keys + count_ ? static_cast<LONG>(match - keys) : -1;
+}
+
+LONG ZParaArray::IndexOf(const IZParameter* parameter) const {
+  IZParameter** const match = std::find(items_, items_ + count_, parameter);
+  return match != items_ + count_ ? static_cast<LONG>(match - items_) : -1;
+}
+
+bool ZParaArray::IsExist(const GUID& definitionGUID) const {
+  if (definitionGUID == GUID_UNSET) return false;
+  const auto asked = [this](LONG index) { return KeyOf(items_[index]); };
+  return Search(count_, zdm::GuidKey(definitionGUID), asked) >= 0;
+}
+
+void ZParaArray::SetOwner(IZParameterArray* array) const {
+  for (LONG i = 0; i < count_; ++i) items_[i]->SetOwner(array);
+}
+
+// Parameter storage record, little-endian.
+//   offset  size  field
+//        0     4  number of parameters, signed; below 1 for none
+//   then for each parameter in its order
+//        0     ?  the parameter's own record
+void ZParaArray::Save(IZStream* stream, IZDatabase* database) {
+  const ZParaArray saved = *this;  // as it is now: saving may run any code
+  stream->WriteCount(saved.count_);
+  for (LONG i = 0; i < saved.count_; ++i) saved.items_[i]->Save(stream, database);
+}
+
+void ZParaArray::Load(IZStream* stream, IZDatabase* database) {
+  const zdm::LoadDepth nested;
+  const LONG count = std::max(stream->ReadCount(), LONG{0});
+  std::vector<zdm::ParaEntry> loaded;
+  loaded.reserve(static_cast<std::size_t>(
+      std::min(static_cast<ULONGLONG>(count), stream->GetBytesLeft() / kSmallestRecord)));
+  try {
+    for (LONG i = 0; i < count; ++i) {
+      const auto parameter = zdm::NewOf<IZParameter, CZParameter>();
+      parameter->Load(stream, database);
+      loaded.push_back({{}, parameter});
+    }
+  } catch (...) {
+    Assign(loaded);
+    throw;
+  }
+  Assign(loaded);
+}
