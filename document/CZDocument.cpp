@@ -7,6 +7,7 @@
 #include "document/DocumentError.h"
 #include "document/DocumentReader.h"
 #include "document/DocumentWriter.h"
+#include "document/MergeStrategy.h"
 #include "document/PathText.h"
 #include "document/ReferenceIndex.h"
 #include "zdm/categories/CZDMCategoryMgr.h"
@@ -34,6 +35,7 @@ CZDocument::CZDocument() {
 // owner's record goes.
 CZDocument::~CZDocument() {
   referenceIndex_.reset();
+  isClosing_ = true;
   oids_.SetProgressMeter(nullptr);
   strays_.clear();
   RemoveAll();
@@ -150,7 +152,14 @@ void CZDocument::CreateByType(BYTE, IZDMObject** out) {
 }
 
 void CZDocument::GetMergeStrategy(IZDMObjMgr*, IZDMObjColl*, IZMergeStrategy** out) {
-  *out = ZRefPtr<IZMergeStrategy>(mergeStrategy_).Detach();
+  *out = mergeStrategy_ != nullptr ? ZRefPtr<IZMergeStrategy>(mergeStrategy_).Detach()
+                                   : new zdm::MergeStrategy;
+}
+
+BYTE CZDocument::GetMergeOption(IZDMObject* source, IZDMObject* target) {
+  const bool areManagers =
+      zdm::ViewAs<IZDMObjMgr>(source) != nullptr && zdm::ViewAs<IZDMObjMgr>(target) != nullptr;
+  return areManagers ? static_cast<BYTE>(ZMO_MERGE) : mergeOption_;
 }
 
 bool CZDocument::JudgeSame(IZDMObject* other) { return other == static_cast<IZDMObject*>(this); }

@@ -73,6 +73,19 @@ std::vector<LONG> Document::ClosureOf(std::span<const LONG> ids) const {
   return document_->GetReferenceIndex().ClosureOf(ids);
 }
 
+Copies Document::Copy(const std::vector<IZDMObject*>& objects) {
+  return zdm::Copy(*document_, objects);
+}
+
+Copies Document::CopyTo(Document& other, const std::vector<IZDMObject*>& objects,
+                        IZDMObjMgr* manager) {
+  return zdm::CopyTo(*document_, objects, *other.document_, manager);
+}
+
+MergeReport Document::Merge(const Document& other, const MergeOptions& options) {
+  return zdm::Merge(*document_, *other.document_, options);
+}
+
 Deletion Document::Delete(const std::vector<IZDMObject*>& objects) {
   Deletion plan = PlanDeletion(*document_, objects);
   CarryOut(*document_, plan);

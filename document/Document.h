@@ -13,7 +13,9 @@
 #pragma once
 
 #include "document/CZDocument.h"
+#include "document/Copy.h"
 #include "document/Deletion.h"
+#include "document/Merge.h"
 #include "document/References.h"
 #include "platform/system/Text.h"
 #include "zdm/relations/IZSingleReltn.h"
@@ -69,6 +71,14 @@ class Document {
   std::vector<LONG> DependentsOf(std::span<const LONG> ids) const;
   /// All valid objects that these lead to, these left out: what has to come along with them.
   std::vector<LONG> ClosureOf(std::span<const LONG> ids) const;
+
+  /// Copies the objects, managers with everything below them; see Copy.h.
+  Copies Copy(const std::vector<IZDMObject*>& objects);
+  /// Into another document: below `manager` of it (null: the document itself).
+  Copies CopyTo(Document& other, const std::vector<IZDMObject*>& objects,
+                IZDMObjMgr* manager = nullptr);
+  /// Takes in the objects of another document; see Merge.h.
+  MergeReport Merge(const Document& other, const MergeOptions& options = {});
 
   /// Deletes the objects, managers with everything below them, unless one of them is in use.
   /// @return  what was in the way, and what now refers to nothing; see Deletion.h. The objects are
