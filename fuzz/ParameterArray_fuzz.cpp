@@ -1,6 +1,7 @@
 // The record of an object's parameters, which may come in any order, refer to definitions or to
 // other objects, and break off. What was read is found, shown, merged and copied, and what is
 // written reads back the same.
+#include "fuzz/Fuzz.h"
 #include "tests/parameters/ParameterSupport.h"
 #include "tests/support/CapturedOutput.h"
 #include "zdm/parameters/CZParameterArray.h"
@@ -8,16 +9,13 @@
 #include "zdm/properties/IZPropertyGroupColl.h"
 #include "zdm/relations/ZReltnVisitorStatus.h"
 
-#include <cstdint>
-#include <cstdlib>
-
 using namespace zdm::test;
 
 namespace {
 
-bool Loads(IZParameterArray* array, const Bytes& bytes, IZDatabase* database) {
+bool IsSound(IZParameterArray* array, const Bytes& bytes, IZDatabase* database) {
   ByteStream stream(bytes);
-  return Thrown([&] { array->Load(&stream, database); }) == S_OK;
+  return Loads([&] { array->Load(&stream, database); });
 }
 
 Bytes Saved(IZParameterArray* array, IZDatabase* database) {
@@ -26,20 +24,16 @@ Bytes Saved(IZParameterArray* array, IZDatabase* database) {
   return stream.GetBytes();
 }
 
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
-
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+ZDM_FUZZ(bytes) {
   const zdm::CapturedOutput output;
   Definitions db;  // its manager has ID 1, the definitions 2 to 4
   for (const BYTE number : {BYTE{1}, BYTE{2}, BYTE{3}}) db.Make(number, 3, number % 2);
   const auto owner = zdm::MakeObject<Notified, Notified>();
   const auto array = zdm::MakeObject<IZParameterArray, CZParameterArray>();
   array->SetOwner(owner.Get());
-  Loads(array, {data, data + size}, &db);
+  IsSound(array, bytes, &db);
 
   for (LONG i = 0; i < array->GetCount(); ++i) {
     IZParameter* const parameter = array->GetAt(i);
@@ -65,7 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const Bytes saved = Saved(array, &db);
   const auto again = zdm::MakeObject<IZParameterArray, CZParameterArray>();
-  if (Loads(again, saved, &db)) Require(Saved(again, &db) == saved);
+  if (IsSound(again, saved, &db)) Require(Saved(again, &db) == saved);
   array->EndAdd();
   array->BeginAdd();
   array->EndAdd();
@@ -73,5 +67,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const GUID key = KeyOf(array->GetAt(i));
     Require(key == GUID_UNSET || array->IsExist(key));
   }
-  return 0;
 }
