@@ -19,6 +19,8 @@ void AddAdd(CLI::App& app, Context& context);
 void AddRelate(CLI::App& app, Context& context);
 void AddSet(CLI::App& app, Context& context);
 void AddDelete(CLI::App& app, Context& context);
+void AddCopy(CLI::App& app, Context& context);
+void AddMerge(CLI::App& app, Context& context);
 
 // Looking at them.
 void AddInfo(CLI::App& app, Context& context);
@@ -27,6 +29,7 @@ void AddCategories(CLI::App& app, Context& context);
 void AddShow(CLI::App& app, Context& context);
 void AddRefs(CLI::App& app, Context& context);
 void AddDump(CLI::App& app, Context& context);
+void AddDiff(CLI::App& app, Context& context);
 void AddGraph(CLI::App& app, Context& context);
 
 // Their health.
