@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <unordered_set>
+#include <utility>
 
 namespace zdm {
 
@@ -125,19 +126,25 @@ class Copier {
   Copies copies_;
 };
 
+Copies RefusedWith(Refusal refusal) {
+  Copies copies;
+  copies.refusal = refusal;
+  return copies;
+}
+
 }  // namespace
 
 Copies Copy(CZDocument& document, const std::vector<IZDMObject*>& objects) {
-  if (document.IsClosing()) return {.refusal = Refusal::kClosing};
+  if (document.IsClosing()) return RefusedWith(Refusal::kClosing);
   return Copier(document, document, nullptr).Run(objects);
 }
 
 Copies CopyTo(CZDocument& source, const std::vector<IZDMObject*>& objects, CZDocument& target,
               IZDMObjMgr* manager) {
   const Refusal refusal = JudgeDocuments(source, target);
-  if (refusal != Refusal::kNone) return {.refusal = refusal};
+  if (refusal != Refusal::kNone) return RefusedWith(refusal);
   if (manager != nullptr && !IsListedIn(target, manager)) {
-    return {.refusal = Refusal::kNotInTarget};
+    return RefusedWith(Refusal::kNotInTarget);
   }
   return Copier(source, target, manager).Run(objects);
 }

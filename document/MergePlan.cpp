@@ -7,6 +7,7 @@
 #include "platform/system/Text.h"
 #include "zdm/host/eZMergeOption.h"
 #include "zdm/identity/OID.h"
+#include "zdm/parameters/IZDMParameter.h"
 
 #include <algorithm>
 #include <map>
@@ -34,6 +35,15 @@ Key KeyOfManager(IZDMObject* manager) {
   return KeyOf(manager->GetZRID(), ToUtf8(name.View()));
 }
 
+/// Parameters count as the same by their values, which a merge is to bring together.
+bool AreOneParameter(IZDMObject* left, IZDMObject* right) {
+  auto* one = ViewAs<IZDMParameter>(left);
+  auto* other = ViewAs<IZDMParameter>(right);
+  if (one == nullptr || other == nullptr) return false;
+  GUID keys[2];
+  return *one->GetDefinitionGUID(&keys[0]) == *other->GetDefinitionGUID(&keys[1]);
+}
+
 /// The valid objects of a manager, by what makes them counterparts.
 class Candidates {
  public:
@@ -53,7 +63,9 @@ class Candidates {
     const auto same = byID_.find(source->GetID());
     IZDMObject* sameID = same != byID_.end() ? same->second : nullptr;
     if (ViewAs<IZDMObjMgr>(source) != nullptr) return FindManager(source, sameID);
-    if (sameID != nullptr && sameID->JudgeSame(source)) return sameID;
+    if (sameID != nullptr && (sameID->JudgeSame(source) || AreOneParameter(sameID, source))) {
+      return sameID;
+    }
     const auto found = std::ranges::find_if(
         others_, [source](IZDMObject* object) { return object->JudgeSame(source); });
     return found != others_.end() ? *found : nullptr;

@@ -57,6 +57,7 @@ void ReferenceMapper::Map(IZDMObject* object) {
   object->VisitReferences(object, this);
   MapHidden(object, object->GetReltnColl(), false);
   if (parameters != nullptr) MapValues(object, *parameters);
+  if (auto* parameter = ViewAs<IZParameter>(object)) MapParameter(object, *parameter);
   if (auto* category = ViewAs<IZCategory>(object)) {
     MapHidden(object, category->GetMemberColl(), false);
   }
@@ -90,20 +91,33 @@ void ReferenceMapper::MapHidden(IZDMObject* owner, IZReltnColl* coll, bool isNes
   isHidden_ = former;
 }
 
-/// Elements and collections that are values.
+/// An object that is a parameter itself does not offer what it refers to as one.
+void ReferenceMapper::MapParameter(IZDMObject* object, IZParameter& parameter) {
+  inParameters_.clear();
+  nextInParameters_ = 0;
+  Places places(inParameters_);
+  parameter.Accept(object, object, &places);
+  parameter.Accept(object, object, this);
+  MapValue(object, parameter.GetValue());
+}
+
 void ReferenceMapper::MapValues(IZDMObject* owner, IZParameterArray& parameters) {
   for (LONG i = 0; i < parameters.GetCount(); ++i) {
     IZParameter* parameter = parameters.GetAt(i);
-    ZDfValue* value = parameter != nullptr ? parameter->GetValue() : nullptr;
-    if (value == nullptr) continue;
-    if (value->GetType() == ZDfReltnColl::kType) {
-      MapHidden(owner, static_cast<ZDfReltnColl*>(value)->Value, false);
-    } else if (value->GetType() == ZDfElement::kType) {
-      IZDMObject* element = static_cast<ZDfElement*>(value)->Value;
-      const bool former = std::exchange(isHidden_, true);
-      if (element != nullptr) Map(element);
-      isHidden_ = former;
-    }
+    if (parameter != nullptr) MapValue(owner, parameter->GetValue());
+  }
+}
+
+/// An element, or what a collection does not offer.
+void ReferenceMapper::MapValue(IZDMObject* owner, ZDfValue* value) {
+  if (value == nullptr) return;
+  if (value->GetType() == ZDfReltnColl::kType) {
+    MapHidden(owner, static_cast<ZDfReltnColl*>(value)->Value, false);
+  } else if (value->GetType() == ZDfElement::kType) {
+    IZDMObject* element = static_cast<ZDfElement*>(value)->Value;
+    const bool former = std::exchange(isHidden_, true);
+    if (element != nullptr) Map(element);
+    isHidden_ = former;
   }
 }
 

@@ -10,7 +10,9 @@
 #include <vector>
 
 class CPIDManager;
+struct IZParameter;
 struct IZParameterArray;
+struct ZDfValue;
 
 namespace zdm {
 
@@ -38,7 +40,9 @@ class ReferenceMapper : public ZReltnVisitor<IZReltnVisitor> {
 
  private:
   void MapHidden(IZDMObject* owner, IZReltnColl* coll, bool isNested);
+  void MapParameter(IZDMObject* object, IZParameter& parameter);
   void MapValues(IZDMObject* owner, IZParameterArray& parameters);
+  void MapValue(IZDMObject* owner, ZDfValue* value);
   void MapCurrent(IZDMObject* object);
   ReferenceVia ViaOf(const void* leaf);
   bool CanMap(const PID* path);

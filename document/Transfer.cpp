@@ -6,6 +6,8 @@
 #include "platform/ole/CAtlException.h"
 #include "zdm/identity/OID.h"
 #include "zdm/model/IZDMProxyObject.h"
+#include "zdm/parameters/IZParameter.h"
+#include "zdm/parameters/IZParameterArray.h"
 
 namespace zdm {
 
@@ -29,6 +31,24 @@ Refusal JudgeDocuments(const CZDocument& source, const CZDocument& target) {
   if (source.IsClosing() || target.IsClosing()) return Refusal::kClosing;
   return &source == &target ? Refusal::kSameDocument : Refusal::kNone;
 }
+
+namespace {
+
+void CopyLink(IZParameter* from, IZParameter* to) {
+  if (from == nullptr || to == nullptr) return;
+  if (IZDMObject* source = from->GetLinkedObject()) to->SetLinkedObject(source);
+}
+
+/// Copied parameters have no links.
+void CopyLinks(IZDMObject* from, IZDMObject* to) {
+  CopyLink(ViewAs<IZParameter>(from), ViewAs<IZParameter>(to));
+  IZParameterArray* links = from->PeekParameterArray();
+  IZParameterArray* copies = to->PeekParameterArray();
+  if (links == nullptr || copies == nullptr || links->GetCount() != copies->GetCount()) return;
+  for (LONG i = 0; i < links->GetCount(); ++i) CopyLink(links->GetAt(i), copies->GetAt(i));
+}
+
+}  // namespace
 
 /// Lives on the stack.
 class Transfer::Mapper : public ReferenceMapper {
@@ -87,7 +107,10 @@ class Transfer::Rollback {
     }
     for (; listed > 0; --listed) target_.GetOIDManager()->Remove(copies[listed - 1]->GetOID());
     try {
-      for (const auto& [object, former] : replaced) object->CopyFrom(former, kCopyMode);
+      for (const auto& [object, former] : replaced) {
+        object->CopyFrom(former, kCopyMode);
+        CopyLinks(former, object);
+      }
     } catch (...) {
       // Without memory some have the new data, which refers to nothing of the other document.
     }
@@ -139,6 +162,7 @@ std::vector<IZDMObject*> Transfer::CarryOut() {
     const auto copy =
         CloneAs<IZDMObject>(item.counterpart != nullptr ? item.counterpart : item.original);
     if (copy == nullptr) throw CAtlException(E_OUTOFMEMORY);
+    CopyLinks(item.counterpart != nullptr ? item.counterpart : item.original, copy);
     if (item.counterpart != nullptr) {
       work.replaced.emplace_back(item.counterpart, copy);
     } else {
@@ -153,6 +177,7 @@ std::vector<IZDMObject*> Transfer::CarryOut() {
   for (const Item& item : items_) {
     if (item.counterpart != nullptr) {
       item.counterpart->CopyFrom(item.original, kCopyMode);
+      CopyLinks(item.original, item.counterpart);
     } else {
       destinations_[item.original->GetOID()].record = (*next++)->GetOID();
     }

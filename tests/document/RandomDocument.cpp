@@ -7,10 +7,23 @@
 #include "zdm/categories/IZCategory.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
+#include "zdm/model/CZDefinition.h"
+#include "zdm/model/CZDefinitionMgr.h"
+#include "zdm/parameters/CZDMParameter.h"
+#include "zdm/parameters/IZParameterArray.h"
+#include "zdm/properties/CZProperty.h"
+#include "zdm/relations/CZReltnColl.h"
 
 #include <algorithm>
 
 namespace zdm::test {
+
+namespace {
+
+constexpr GUID kKeys[] = {ParseGuid("D0000000-0000-4000-8000-000000000001"),
+                          ParseGuid("D0000001-0000-4000-8000-000000000001")};
+
+}  // namespace
 
 RandomDocument::RandomDocument(unsigned seed, int objects)
     : document(Document::Create(OLESTR("Random"))), random(seed) {
@@ -21,22 +34,56 @@ RandomDocument::RandomDocument(unsigned seed, int objects)
 
 void RandomDocument::AddObjects(int objects) {
   managers_ = {document.Get()};
-  const auto any = [this] { return managers_[Below(managers_.size())]; };
   for (unsigned i = 0; i < 2; ++i) {
-    managers_.push_back(document.AddManager(OLESTR("Manager"), any()));
+    managers_.push_back(document.AddManager(OLESTR("Manager"), AnyManager()));
     managers_.back()->SetName(i == 0 ? OLESTR("First") : OLESTR("Second"));
     all.push_back(managers_.back());
   }
   for (unsigned i = 0; i < 2; ++i) {
     const auto category = MakeObject<IZCategory, CZDMCategory>();
     category->SetNumber(i);
-    document.Add(category, any());
+    document.Add(category, AnyManager());
     all.push_back(category);
   }
+  AddDefinitions();
   for (int i = 0; i < objects; ++i) {
     const OLECHAR name[] = {static_cast<OLECHAR>('a' + i % 26), 0};
-    all.push_back(document.Add(name, any()));
+    all.push_back(document.Add(name, AnyManager()));
   }
+}
+
+/// Two definitions, and a parameter of the document.
+void RandomDocument::AddDefinitions() {
+  const auto manager = MakeObject<IZDefinitionMgr, CZDefinitionMgr>();
+  definitions_ = manager;
+  document.Add(manager.Get(), nullptr);
+  all.push_back(manager);
+  for (const GUID& key : kKeys) {
+    const auto property = NewOf<IZProperty, CZProperty>();
+    property->SetGUID(key);
+    property->SetType(9);
+    const auto definition = MakeObject<IZDefinition, CZDefinition>();
+    definition->SetProperty(property, true);
+    definitions_->AddDefinition(definition);
+    all.push_back(ViewAs<IZDMObject>(definition.Get()));
+  }
+  const auto parameter = MakeObject<IZDMParameter, CZDMParameter>();
+  parameter->SetDouble(static_cast<double>(Below(10)));
+  parameter->SetDefinition(all.back());
+  parameter_ = ViewAs<IZDMObject>(parameter.Get());
+  document.Add(parameter_, AnyManager());
+  all.push_back(parameter_);
+}
+
+void RandomDocument::AddParameters(IZDMObject* object) {
+  ZRefPtr<IZParameterArray> array;
+  object->GetParameterArray(array.Out());
+  array->BeginAdd();
+  for (const GUID& key : kKeys) {
+    array->AddRelationParameter(definitions_, &key, 1, Any(), OneIn(2), 0);
+  }
+  array->EndAdd();
+  if (OneIn(2)) array->GetAt(0)->SetLinkedObject(parameter_);
 }
 
 PID* RandomDocument::NewPath() {
@@ -79,6 +126,7 @@ ZRefPtr<IZRelation> RandomDocument::NewRelation() {
 
 void RandomDocument::AddReferences() {
   for (IZDMObject* object : all) {
+    if (OneIn(2)) AddParameters(object);
     for (std::size_t count = Below(4); count > 0; --count) object->AddRelation(NewRelation());
     if (auto* manager = ViewAs<IZDMObjMgr>(object); manager != nullptr && OneIn(3)) {
       manager->SetCurrent(Any());
@@ -131,6 +179,15 @@ class Writer {
     if (compound != nullptr && compound->uid.CID != nullptr) Write(*compound->uid.CID);
   }
 
+  void Write(IZParameter* parameter) {
+    IZDefinition* definition = parameter->GetDefinition();
+    IZDMObject* link = parameter->GetLinkedObject();
+    for (IZDMObject* object : {ViewAs<IZDMObject>(definition), link, parameter->GetRelation()}) {
+      out_ += ',';
+      Write(object != nullptr ? object->GetOID() : nullptr);
+    }
+  }
+
   void Write(const OID* record) { out_ += std::to_string(record != nullptr ? map_(record) : 0); }
 
  private:
@@ -170,6 +227,10 @@ std::string ShapeOf(IZDMObject* object, const Mapping& map) {
          std::to_string(object->GetOptionAllowed());
   Writer writer(map, out);
   writer.Write(object->GetReltnColl());
+  if (auto* parameter = ViewAs<IZParameter>(object)) writer.Write(parameter);
+  if (IZParameterArray* parameters = object->PeekParameterArray()) {
+    for (LONG i = 0; i < parameters->GetCount(); ++i) writer.Write(parameters->GetAt(i));
+  }
   if (auto* category = ViewAs<IZCategory>(object)) {
     writer.Write(category->GetMemberColl());
     IZDMObject* reference = category->GetReference();

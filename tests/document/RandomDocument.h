@@ -1,6 +1,7 @@
 // Small documents made at random, alike for one seed, and what their objects are like as text:
 // managers in managers, objects, categories; relations of every kind, in collections and out of
-// them, valid and not; paths, current objects, references to what is not there.
+// them, valid and not; parameters, their definitions and links; paths, current objects, references
+// to what is not there.
 #pragma once
 
 #include "document/Document.h"
@@ -29,12 +30,17 @@ class RandomDocument {
   std::vector<IZDMObject*> SomeOf();
 
  private:
+  IZDMObjMgr* AnyManager() { return managers_[Below(managers_.size())]; }
   void AddObjects(int objects);
+  void AddDefinitions();
+  void AddParameters(IZDMObject* object);
   void AddReferences();
   ZRefPtr<IZRelation> NewRelation();
   PID* NewPath();
 
   std::vector<IZDMObjMgr*> managers_;
+  IZDefinitionMgr* definitions_ = nullptr;
+  IZDMObject* parameter_ = nullptr;  // of the document, for links
 };
 
 /// The ID to write for a record; 0 cuts the reference.

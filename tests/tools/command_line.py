@@ -53,7 +53,7 @@ class Usage(unittest.TestCase):
         self.assertEqual(code, 0)
         commands = [line.split()[0] for line in out.split("Subcommands:\n")[1].split("\nExit")[0]
                     .splitlines() if line.startswith("  ") and line[2] != " "]
-        self.assertEqual(len(commands), 17)
+        self.assertEqual(len(commands), 23)
         for command in commands if not IS_WINDOWS else commands[:2]:
             self.assertIn(f"  zdm {command}" if command != "dump" else "zdm dump",
                           zdm(command, "--help")[1])
@@ -197,6 +197,68 @@ class Parameters(DocumentTest):
                          [9, 11])
         self.expect(11, "delete", "doors.zdm", 10)
         self.assertEqual(self.expect(0, "audit", "doors.zdm"), "nothing found\n")
+
+
+class CopyingAndMerging(DocumentTest):
+    def test_copies_refer_to_each_other_and_the_rest_is_named(self):
+        out = self.expect(0, "copy", "sample.zdm", 3, 4)
+        self.assertEqual(out.splitlines(), [
+            'copied 3 "T\u00fcr" CZDMPlainObject as 6', 'copied 4 "Key" CZDMPlainObject as 7',
+            'kept: the copy of 3 "T\u00fcr" CZDMPlainObject still refers to 2 through relation'])
+        self.assertEqual([row["id"] for row in read_json("refs", "sample.zdm", 7)["refersTo"]], [6])
+        self.assertEqual(read_json("show", "sample.zdm", 1)["holds"], [2, 3, 5, 6])
+        self.expect(0, "audit", "sample.zdm")
+
+    def test_a_copy_in_another_document_is_cut_from_the_first(self):
+        self.expect(0, "new", "other.zdm")
+        self.expect(0, "add", "other.zdm", "Walls", "--manager")
+        before = contents("sample.zdm")
+        copies = read_json("copy", "sample.zdm", 3, "--to", "other.zdm", "--in", 1)
+        self.assertEqual(copies, {"copies": [{"original": 3, "copy": 2}], "leftOut": [],
+                                  "references": [{"from": 3, "to": 2, "via": "relation",
+                                                  "fate": "cut"}]})
+        self.assertEqual(contents("sample.zdm"), before)
+        copy = read_json("show", "other.zdm", 2)
+        self.assertEqual((copy["owner"], len(copy["data"])), (1, 5))
+        self.expect(11, "copy", "sample.zdm", 3, "--to", "other.zdm", "--in", 2)
+        self.expect(11, "copy", "sample.zdm", -1)
+        self.expect(10, "copy", "sample.zdm", 99)
+        self.expect(2, "copy", "sample.zdm", 3, "--in", 1)
+
+    def test_merging_a_copy_changes_nothing(self):
+        shutil.copy("sample.zdm", "copy.zdm")
+        report = read_json("merge", "sample.zdm", "copy.zdm", "-o", "both.zdm")
+        self.assertEqual({row["decision"] for row in report["objects"]}, {"same", "merged"})
+        self.assertEqual(contents("both.zdm"), contents("sample.zdm"))
+        self.expect(11, "merge", "sample.zdm", "copy.zdm", "-o", "both.zdm")
+
+    def test_a_dry_run_says_what_a_merge_does(self):
+        shutil.copy("sample.zdm", "other.zdm")
+        self.expect(0, "add", "other.zdm", "Gate", "--in", 1)
+        self.expect(0, "relate", "other.zdm", 6, 4)
+        self.expect(0, "set", "other.zdm", 2, "name=North wall")
+        self.expect(2, "merge", "sample.zdm", "other.zdm")
+        said = self.expect(0, "merge", "sample.zdm", "other.zdm", "--replace", "--dry-run")
+        self.assertIn('added: 6 "Gate" CZDMPlainObject as 6', said)
+        self.assertEqual(sorted(os.listdir(".")), ["other.zdm", "sample.zdm"])
+        self.assertEqual(self.expect(0, "merge", "sample.zdm", "other.zdm", "--replace", "-o",
+                                     "both.zdm"), said)
+        self.assertEqual(self.expect(0, "diff", "both.zdm", "other.zdm"), "")
+
+    def test_diff_names_objects_and_fields(self):
+        shutil.copy("sample.zdm", "other.zdm")
+        self.expect(0, "diff", "sample.zdm", "other.zdm")
+        self.expect(0, "set", "other.zdm", 2, "name=North wall")
+        self.expect(0, "delete", "other.zdm", 4)
+        self.expect(0, "add", "other.zdm", "Gate")
+        lines = self.expect(13, "diff", "sample.zdm", "other.zdm").splitlines()
+        self.assertEqual(lines[0], '- 4 "Key" CZDMPlainObject')
+        self.assertRegex(lines[1], r'^\+ \d+ "Gate" CZDMPlainObject$')
+        at = lines.index('~ 2 "South wall" CZDMPlainObject')
+        self.assertEqual(lines[at + 1:at + 3], ['  - name "South wall"', '  + name "North wall"'])
+        different = read_json("diff", "sample.zdm", "other.zdm")["different"]
+        self.assertEqual([row["id"] for row in different], [-1, 2])
+        self.assertEqual([field["field"] for field in different[0]["fields"]], ["holds"])
 
 
 class Looking(DocumentTest):

@@ -25,7 +25,7 @@ def zdm(*arguments, **options):
 
 def read_json(*arguments):
     code, out, err = zdm("--json", *arguments)
-    if code not in (0, 11, 12):
+    if code not in (0, 11, 12, 13):
         raise AssertionError(f"{arguments} ended with {code}: {err}")
     return json.loads(out)
 

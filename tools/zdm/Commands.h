@@ -19,6 +19,8 @@ void AddAdd(CLI::App& app, Context& context);
 void AddRelate(CLI::App& app, Context& context);
 void AddSet(CLI::App& app, Context& context);
 void AddDelete(CLI::App& app, Context& context);
+void AddCopy(CLI::App& app, Context& context);
+void AddMerge(CLI::App& app, Context& context);
 
 // Drawings in and out of them.
 void AddImport(CLI::App& app, Context& context);
@@ -33,6 +35,7 @@ void AddShow(CLI::App& app, Context& context);
 void AddDefinitions(CLI::App& app, Context& context);
 void AddRefs(CLI::App& app, Context& context);
 void AddDump(CLI::App& app, Context& context);
+void AddDiff(CLI::App& app, Context& context);
 void AddGraph(CLI::App& app, Context& context);
 
 // Their health.

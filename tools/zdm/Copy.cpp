@@ -112,8 +112,7 @@ void CopyObjects(Context& context, const Options& options) {
   if (manager == nullptr) {
     throw Failure(kRefused, "object " + std::to_string(options.manager) + " is no manager");
   }
-  const Copies copies =
-      other ? document.CopyTo(*other, objects, manager) : document.Copy(objects);
+  const Copies copies = other ? document.CopyTo(*other, objects, manager) : document.Copy(objects);
   if (copies.objects.empty()) {
     context.exitCode = kRefused;
   } else {

@@ -156,7 +156,8 @@ void AddDiff(CLI::App& app, Context& context) {
   command.Argument("SECOND", options->second, "The document to compare with it");
   command.Footer(
       "Objects are paired by ID; categories by number, definitions by GUID and materials by name,\n"
-      "whatever their IDs. Prints - for what is only in FIRST, + for what is only in SECOND, and ~\n"
+      "whatever their IDs. Prints - for what is only in FIRST, + for what is only in SECOND, and "
+      "~\n"
       "for what differs, with the fields that do. Ends with 13 when anything differs.\n"
       "Example:\n"
       "  zdm diff before.zdm after.zdm");

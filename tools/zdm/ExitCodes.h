@@ -19,9 +19,10 @@ enum ExitCode : int {
   kDamaged = 7,      // a document whose bytes are not as saved
   kNoRoom = 8,       // the disk is full
   kNoMemory = 9,
-  kNoObject = 10,  // the document has no valid object of that ID
-  kRefused = 11,   // possible, and not done: something would be lost
-  kUnsound = 12,   // done, and what was looked at has errors or losses
+  kNoObject = 10,   // the document has no valid object of that ID
+  kRefused = 11,    // possible, and not done: something would be lost
+  kUnsound = 12,    // done, and what was looked at has errors or losses
+  kDifferent = 13,  // done, and what was compared is not the same
 };
 
 ExitCode ExitCodeOf(DocumentFault fault);

@@ -68,7 +68,8 @@ void PrintReport(const MergeReport& report) {
 }
 
 void MergeDocuments(const Context& context, const Options& options) {
-  if (options.replace && options.add) throw Failure(kUsage, "--replace and --add exclude each other");
+  if (options.replace && options.add)
+    throw Failure(kUsage, "--replace and --add exclude each other");
   if (options.out.empty() && !options.dryRun) throw Failure(kUsage, "-o is missing");
   if (!options.dryRun) RequireNoFile(options.out);
   Document document = Open(options.file);
@@ -76,8 +77,8 @@ void MergeDocuments(const Context& context, const Options& options) {
   const eZMergeOption counterparts = options.replace ? ZMO_REPLACE
                                      : options.add   ? ZMO_ADD
                                                      : ZMO_SAME;
-  const MergeReport report = document.Merge(
-      other, {.counterparts = counterparts, .choose = {}, .dryRun = options.dryRun});
+  const MergeReport report =
+      document.Merge(other, {.counterparts = counterparts, .choose = {}, .dryRun = options.dryRun});
   if (!options.dryRun) document.Save(PathOf(options.out));
   if (context.json) return PrintJson(Described(report, !options.dryRun));
   PrintReport(report);

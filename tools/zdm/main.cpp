@@ -21,7 +21,7 @@ namespace {
 constexpr const char* kFooter =
     "Exit codes: 0 done, 1 failed, 2 wrong usage, 3 no such file, 4 no access, 5 not a document,\n"
     "6 newer format, 7 damaged, 8 disk full, 9 out of memory, 10 no such object, 11 refused,\n"
-    "12 done, and errors are left.\n"
+    "12 done, and errors are left, 13 done, and not the same.\n"
     "Examples:\n"
     "  zdm new house.zdm --name House\n"
     "  zdm add house.zdm 'South wall'\n"
@@ -29,9 +29,10 @@ constexpr const char* kFooter =
     "  zdm COMMAND --help";
 
 void AddCommands(CLI::App& app, Context& context) {
-  for (const auto add : {AddNew, AddAdd, AddRelate, AddSet, AddDelete, AddImport, AddExport, AddView,
-                         AddInfo, AddTree, AddCategories, AddDefinitions, AddShow, AddRefs, AddDump,
-                         AddGraph, AddAudit, AddRecover, AddClasses, AddCreate}) {
+  for (const auto add : {AddNew, AddAdd, AddRelate, AddSet, AddDelete, AddCopy, AddMerge, AddImport,
+                         AddExport, AddView, AddInfo, AddTree, AddCategories, AddDefinitions, AddShow,
+                         AddRefs, AddDump, AddDiff, AddGraph, AddAudit, AddRecover, AddClasses,
+                         AddCreate}) {
     add(app, context);
   }
 }
