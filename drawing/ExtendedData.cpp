@@ -153,7 +153,7 @@ GUID KeyOfApplication(const WideString& name) {
   GUID key;
   static_assert(sizeof(key) == sizeof(halves));
   std::memcpy(&key, halves, sizeof(key));
-  key.Data3 = static_cast<USHORT>((key.Data3 & 0x0FFF) | 0x8000);           // made of a name
+  key.Data3 = static_cast<USHORT>((key.Data3 & 0x0FFF) | 0x8000);  // made of a name
   key.Data4[0] = static_cast<BYTE>((key.Data4[0] & 0x3F) | 0x80);
   return key;
 }

@@ -28,10 +28,9 @@ constexpr const char* kFooter =
     "  zdm COMMAND --help";
 
 void AddCommands(CLI::App& app, Context& context) {
-  for (const auto add :
-       {AddNew, AddAdd, AddRelate, AddSet, AddDelete, AddImport, AddExport, AddView, AddInfo,
-        AddTree, AddCategories, AddShow, AddRefs, AddDump, AddGraph, AddAudit, AddRecover,
-        AddClasses, AddCreate}) {
+  for (const auto add : {AddNew, AddAdd, AddRelate, AddSet, AddDelete, AddImport, AddExport,
+                         AddView, AddInfo, AddTree, AddCategories, AddShow, AddRefs, AddDump,
+                         AddGraph, AddAudit, AddRecover, AddClasses, AddCreate}) {
     add(app, context);
   }
 }
