@@ -64,12 +64,12 @@ bool ReadItem(IZExtData& data, Item* item) {
   const auto code = ParseLong(ToUtf8(name.View()));
   if (access == nullptr || !code || *code < kFirstExtendedCode || *code > kLongCode) return false;
   item->code = *code;
-  SHORT small = 0;
+  SHORT shortNumber = 0;
   LONG number = 0;
   double real = 0.0;
   Bstr text;
-  if (access->GetShort(&small) == S_OK) {
-    item->value = small;
+  if (access->GetShort(&shortNumber) == S_OK) {
+    item->value = shortNumber;
   } else if (access->GetLong(&number) == S_OK) {
     item->value = number;
   } else if (access->GetDouble(&real) == S_OK) {
