@@ -1,6 +1,7 @@
 #include "document/MergeStrategy.h"
 
 #include "document/MergePlan.h"
+#include "zdm/framework/CreateAs.h"
 #include "zdm/identity/IZMergeMapTool.h"
 #include "zdm/model/IZDMObjColl.h"
 

@@ -60,7 +60,8 @@ void CZDMDrawing::SaveOwnData(IZStream* stream, IZDatabase* database) {
   stream->Write(&codePage, sizeof(codePage));
   stream->WriteCount(static_cast<LONG>(sources_.size()));
   for (const zdm::DrawingSource& source : sources_) {
-    for (const std::string* text : {&source.name, &source.version, &source.codePage, &source.text}) {
+    for (const std::string* text :
+         {&source.name, &source.version, &source.codePage, &source.text}) {
       WriteText(stream, *text);
     }
     stream->WriteFlag(source.hasCrlf);

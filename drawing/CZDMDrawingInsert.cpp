@@ -29,7 +29,8 @@ CZDMDrawingBlock* BlockOf(IZDMObject& object) {
   const DrawingPart* part = PartOf(&object);
   if (part == nullptr || !RefersToBlock(part->Type())) return nullptr;
   IZSingleReltn* relation = RelationOf(object, part->Groups().IndexOf(kNameCode));
-  return relation != nullptr ? dynamic_cast<CZDMDrawingBlock*>(relation->GetReltnObject()) : nullptr;
+  return relation != nullptr ? dynamic_cast<CZDMDrawingBlock*>(relation->GetReltnObject())
+                             : nullptr;
 }
 
 GeMatrix ExtrusionFrame(const XYZ& direction) {

@@ -49,8 +49,8 @@ LONG NumberOfColour(ULONG rgb) {
   for (LONG number = 1; number <= 255; ++number) {
     LONG distance = 0;
     for (int shift = 0; shift <= 16; shift += 8) {
-      const LONG difference = static_cast<LONG>(rgb >> shift & 0xFF) -
-                              static_cast<LONG>(RgbOf(number) >> shift & 0xFF);
+      const LONG difference =
+          static_cast<LONG>(rgb >> shift & 0xFF) - static_cast<LONG>(RgbOf(number) >> shift & 0xFF);
       distance += difference * difference;
     }
     if (distance < least) {

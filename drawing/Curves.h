@@ -12,7 +12,8 @@ struct Vertex {
   double bulge = 0.0;  // of the arc to the next one: tangent of a quarter of its angle
 };
 
-/// Along an ellipse of half axes `major` and `minor`, from one parameter to a greater one (radians).
+/// Along an ellipse of half axes `major` and `minor`, from one parameter to a greater one
+/// (radians).
 std::vector<XYZ> EllipsePoints(const XYZ& center, const XYZ& major, const XYZ& minor, double from,
                                double to);
 std::vector<XYZ> PolylinePoints(const std::vector<Vertex>& vertices, bool isClosed);

@@ -308,9 +308,8 @@ void DrawingBuilder::PlacePending() {
   IZDMObjMgr* objects = drawing_.FindSection("OBJECTS");
   std::vector<IZDMObject*> all;
   for (const Pending& each : pending_) all.push_back(each.object);
-  const std::vector<Entry> entries = OwnersOfEntries(all, [this](std::string_view handle) {
-    return FindHandle(handle);
-  });
+  const std::vector<Entry> entries =
+      OwnersOfEntries(all, [this](std::string_view handle) { return FindHandle(handle); });
   for (const Entry& entry : entries) {
     const Pending& pending = pending_[entry.index];
     IZDMObjMgr* owner = entry.owner != nullptr ? ViewAs<IZDMObjMgr>(entry.owner) : objects;
@@ -390,8 +389,7 @@ void DrawingBuilder::Recode() {
   if (codec == codec_) return;
   GroupList recoded;
   for (const Group group : record_) {
-    const bool isAscii =
-        std::ranges::none_of(group.text, [](char c) { return (c & 0x80) != 0; });
+    const bool isAscii = std::ranges::none_of(group.text, [](char c) { return (c & 0x80) != 0; });
     if (isAscii) {
       recoded.Append(group);
     } else {

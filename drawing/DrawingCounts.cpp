@@ -131,7 +131,8 @@ class Counter {
       if (IsDictionary(type)) ++counts_.dicts;
       if (type == "XRECORD") ++counts_.xrecords;
     }
-    if (const auto handle = ParseHandle(part.Handle()); handle && !handles_.insert(*handle).second) {
+    if (const auto handle = ParseHandle(part.Handle());
+        handle && !handles_.insert(*handle).second) {
       ++counts_.dupHandles;
     }
     LookAtGroups(part, space != Space::kNone && !IsEntityPart(type));

@@ -10,16 +10,16 @@ namespace zdm {
 /// Records, unless stated. An insert of rows and columns counts as one.
 struct DrawingCounts {
   ULONGLONG layers = 0;
-  ULONGLONG blocks = 0;     // without the spaces
-  ULONGLONG entModel = 0;   // entities, without vertices, attributes and ends of sequences
+  ULONGLONG blocks = 0;    // without the spaces
+  ULONGLONG entModel = 0;  // entities, without vertices, attributes and ends of sequences
   ULONGLONG entPaper = 0;
   ULONGLONG entBlocks = 0;
   ULONGLONG entTotal = 0;
   ULONGLONG insModel = 0;
   ULONGLONG insTotal = 0;
-  ULONGLONG nestModel = 0;  // the longest chain of inserts from model space
-  ULONGLONG nestAny = 0;    // from anywhere
-  ULONGLONG pathsModel = 0; // paths of inserts from model space; the highest number for more
+  ULONGLONG nestModel = 0;   // the longest chain of inserts from model space
+  ULONGLONG nestAny = 0;     // from anywhere
+  ULONGLONG pathsModel = 0;  // paths of inserts from model space; the highest number for more
   ULONGLONG attdefs = 0;
   ULONGLONG attribs = 0;
   ULONGLONG vertices = 0;

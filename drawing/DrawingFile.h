@@ -18,7 +18,8 @@ std::string ReadFile(const std::filesystem::path& path);
 
 /// Throws DocumentError(kNotDocument) for what is no ASCII DXF.
 /// @param name      of the file, UTF-8.
-/// @param codePage  the name of the code page of a file that is neither of AC1021 or later, which is
+/// @param codePage  the name of the code page of a file that is neither of AC1021 or later, which
+/// is
 ///     UTF-8, nor names its own; empty for Latin-1.
 FileFacts LookAt(std::string_view bytes, const std::string& name, std::string_view codePage,
                  Warnings* warnings);

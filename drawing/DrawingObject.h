@@ -1,6 +1,7 @@
 // What the classes of drawing objects have in common, over an object or a manager: their groups,
 // their category, which objects count as the same. An object without a name of its own shows the
-// type of its record as its name, and a layer the name of its category. Base is NamedObject<IZDMObject> or an IZDMObjMgrImpl.
+// type of its record as its name, and a layer the name of its category. Base is
+// NamedObject<IZDMObject> or an IZDMObjMgrImpl.
 #pragma once
 
 #include "document/Counterpart.h"

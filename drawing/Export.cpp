@@ -65,15 +65,14 @@ class DrawingText {
   }
 
  private:
-  bool IsObjects(IZDMObject& object) const {
-    return &object == static_cast<IZDMObject*>(objects_);
-  }
+  bool IsObjects(IZDMObject& object) const { return &object == static_cast<IZDMObject*>(objects_); }
 
   /// Entries of dictionaries stand where they stood in the file.
   void AppendObjects(IZDMObjMgr& section) {
     std::vector<std::pair<LONG, IZDMObject*>> objects;
     ForEachPart(section, [&](IZDMObject& object, DrawingPart& part) {
-      if (&object != static_cast<IZDMObject*>(&section)) objects.emplace_back(part.Place(), &object);
+      if (&object != static_cast<IZDMObject*>(&section))
+        objects.emplace_back(part.Place(), &object);
     });
     std::ranges::stable_sort(objects, {}, [](const auto& each) { return each.first; });
     for (const auto& [place, object] : objects) {

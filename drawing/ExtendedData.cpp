@@ -64,12 +64,12 @@ bool ReadItem(IZExtData& data, Item* item) {
   const auto code = ParseLong(ToUtf8(name.View()));
   if (access == nullptr || !code || *code < kFirstExtendedCode || *code > kLongCode) return false;
   item->code = *code;
-  SHORT small = 0;
+  SHORT shortNumber = 0;
   LONG number = 0;
   double real = 0.0;
   Bstr text;
-  if (access->GetShort(&small) == S_OK) {
-    item->value = small;
+  if (access->GetShort(&shortNumber) == S_OK) {
+    item->value = shortNumber;
   } else if (access->GetLong(&number) == S_OK) {
     item->value = number;
   } else if (access->GetDouble(&real) == S_OK) {
@@ -153,7 +153,7 @@ GUID KeyOfApplication(const WideString& name) {
   GUID key;
   static_assert(sizeof(key) == sizeof(halves));
   std::memcpy(&key, halves, sizeof(key));
-  key.Data3 = static_cast<USHORT>((key.Data3 & 0x0FFF) | 0x8000);           // made of a name
+  key.Data3 = static_cast<USHORT>((key.Data3 & 0x0FFF) | 0x8000);  // made of a name
   key.Data4[0] = static_cast<BYTE>((key.Data4[0] & 0x3F) | 0x80);
   return key;
 }

@@ -27,10 +27,10 @@ constexpr LONG kFirstExtendedCode = 1000;
 constexpr LONG kApplicationCode = 1001;
 
 /// What the types of records say.
-bool IsEntityPart(std::string_view type);        // VERTEX, SEQEND, ATTRIB: belong to another entity
+bool IsEntityPart(std::string_view type);  // VERTEX, SEQEND, ATTRIB: belong to another entity
 bool IsDictionary(std::string_view type);
-bool RefersToBlock(std::string_view type);       // by the name in group 2
-bool ShowsBlock(std::string_view type);          // an insert or a dimension
+bool RefersToBlock(std::string_view type);  // by the name in group 2
+bool ShowsBlock(std::string_view type);     // an insert or a dimension
 
 /// What the names of blocks say, in any case.
 bool IsModelSpace(std::string_view name);

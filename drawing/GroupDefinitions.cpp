@@ -19,9 +19,9 @@ constexpr GUID kFamily = ParseGuid("00000000-FCB2-490F-8A18-989C6412134C");  // 
 
 enum SheetGroup : LONG { kGeneral, kGeometry, kText, kAttributes, kOther };
 
-constexpr std::array<const OLECHAR*, 5> kGroupNames = {
-    OLESTR("General"), OLESTR("Geometry"), OLESTR("Text"), OLESTR("Attributes"),
-    OLESTR("Other values")};
+constexpr std::array<const OLECHAR*, 5> kGroupNames = {OLESTR("General"), OLESTR("Geometry"),
+                                                       OLESTR("Text"), OLESTR("Attributes"),
+                                                       OLESTR("Other values")};
 
 struct CodeName {
   LONG code;
@@ -69,10 +69,10 @@ Presentation PresentationOf(LONG code) {
   if (named != std::end(kNames)) return {named->name, named->group};
   const bool isPlane = (code >= 10 && code < 60) || (code >= 110 && code < 150);
   const GroupType type = TypeOf(code);
-  const OLECHAR* name = type == GroupType::kReal    ? OLESTR("Number ")
-                        : type == GroupType::kFlag  ? OLESTR("Flag ")
-                        : type == GroupType::kText  ? OLESTR("Text ")
-                                                    : OLESTR("Integer ");
+  const OLECHAR* name = type == GroupType::kReal   ? OLESTR("Number ")
+                        : type == GroupType::kFlag ? OLESTR("Flag ")
+                        : type == GroupType::kText ? OLESTR("Text ")
+                                                   : OLESTR("Integer ");
   const std::string digits = std::to_string(code);
   const SheetGroup group = isPlane ? kGeometry : type == GroupType::kText ? kText : kOther;
   return {name + WideString(digits.begin(), digits.end()), group};
@@ -104,9 +104,7 @@ std::optional<LONG> CodeOfKey(const GUID& key) {
   return key == KeyOfCode(code) ? std::optional(code) : std::nullopt;
 }
 
-GUID KeyOfTag(const WideString& tag) {
-  return KeyOfApplication(OLESTR("attribute ") + tag);
-}
+GUID KeyOfTag(const WideString& tag) { return KeyOfApplication(OLESTR("attribute ") + tag); }
 
 IZDefinitionMgr& GroupDefinitions::Manager() {
   if (manager_ != nullptr) return *manager_;

@@ -54,7 +54,8 @@ void EditOwnName(IZDMObject& object, const DrawingPart& part, const std::vector<
   if (!isBlock && !isVariable && !IsNamed(object)) return;
   const WideString name = ShownName(object);
   if (name == codec.Show(part.Type())) return;
-  EditName(groups, part.Groups().IndexOf(isVariable ? kVariableCode : kNameCode), name, codec, edits);
+  EditName(groups, part.Groups().IndexOf(isVariable ? kVariableCode : kNameCode), name, codec,
+           edits);
   if (isBlock) EditName(groups, part.Groups().IndexOf(3), name, codec, edits);
 }
 

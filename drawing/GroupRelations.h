@@ -1,5 +1,6 @@
 // The relations that stand for groups of an object: to the layer, to a block by its name, to other
-// objects by their handles. Those of blocks and handles carry the place of their group as their tag.
+// objects by their handles. Those of blocks and handles carry the place of their group as their
+// tag.
 #pragma once
 
 #include "drawing/DrawingPart.h"

@@ -13,10 +13,10 @@ struct ImportOptions {
 };
 
 struct ImportReport {
-  CZDMDrawing* drawing;   // borrowed
-  DrawingSource source;   // what the file says of itself
-  std::size_t made;       // objects; what was there already by name is not counted
-  TextCodec codec;        // in which the subjects of the warnings are
+  CZDMDrawing* drawing;  // borrowed
+  DrawingSource source;  // what the file says of itself
+  std::size_t made;      // objects; what was there already by name is not counted
+  TextCodec codec;       // in which the subjects of the warnings are
   std::vector<Warning> warnings;
 };
 

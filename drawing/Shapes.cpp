@@ -26,7 +26,7 @@ constexpr double kDegree = std::numbers::pi / 180.0;
 constexpr ULONG kBlack = 0;
 constexpr ULONG kWhite = 0xFFFFFF;
 constexpr LONG kClosed = 1;
-constexpr std::size_t kDeepest = 8;      // blocks of dimensions in each other
+constexpr std::size_t kDeepest = 8;       // blocks of dimensions in each other
 constexpr std::size_t kMostCells = 1024;  // rows times columns
 
 double Capped(double angle) { return std::isfinite(angle) ? angle : 0.0; }
@@ -96,9 +96,8 @@ class Painter {
     if (number == kByBlock) return scene.color;
     if (number > 0 && number < kByLayer) return OnPaper(RgbOf(number));
     IZCategory* layer = LayerOf(entity, scene);
-    auto* attribute = layer != nullptr
-                          ? dynamic_cast<CZDispAttrib*>(layer->GetProjectionDispAttrib())
-                          : nullptr;
+    auto* attribute =
+        layer != nullptr ? dynamic_cast<CZDispAttrib*>(layer->GetProjectionDispAttrib()) : nullptr;
     return attribute != nullptr ? OnPaper(attribute->GetValues().color) : kBlack;
   }
 
@@ -225,8 +224,8 @@ class Painter {
       const EntityValues vertex(*object);
       const LONG kind = vertex.Integer(70, 0);
       if ((flags & kFaces) != 0 && (kind & (kFace | 64)) == kFace) {
-        faces.push_back({vertex.Integer(71), vertex.Integer(72), vertex.Integer(73),
-                         vertex.Integer(74)});
+        faces.push_back(
+            {vertex.Integer(71), vertex.Integer(72), vertex.Integer(73), vertex.Integer(74)});
       } else if ((kind & kControl) == 0) {
         vertices.push_back({vertex.Point(10), (flags & k3D) != 0 ? 0.0 : vertex.Real(42)});
       }
@@ -327,14 +326,17 @@ class Painter {
 
   void ShowParagraph(const EntityValues& values) {
     constexpr double kLineHeight = 5.0 / 3.0;
+    constexpr double kLetterWidth = 0.85;
     std::string written;
     for (const Group group : values.Groups()) {
       if (group.code == 3) written += group.text;
       if (group.code == 1) written += group.text;
     }
-    const std::vector<WideString> lines = ShownParagraph(codec_.Show(written));
-    const LONG attached = std::clamp(values.Integer(71, 1), LONG{1}, LONG{9}) - 1;
     const double height = values.Real(40, 1.0);
+    const double width = height > 0.0 ? values.Real(41) / (height * kLetterWidth) : 0.0;
+    const auto letters = static_cast<std::size_t>(std::clamp(width, 0.0, 1e6));
+    const std::vector<WideString> lines = ShownParagraph(codec_.Show(written), letters);
+    const LONG attached = std::clamp(values.Integer(71, 1), LONG{1}, LONG{9}) - 1;
     const double tall = 1.0 + kLineHeight * static_cast<double>(lines.size() - 1);
     const double raised = static_cast<double>(attached / 3) / 2.0 * tall;
     XYZ along = values.Point(11, {std::cos(Capped(values.Real(50)) * kDegree),
@@ -374,7 +376,8 @@ class Painter {
       --left_;
       const Shape shape = {Shape::Kind::kText, color_, {}, text, frame * placement, anchor};
       bool isFinite = true;
-      for (int row = 0; row < 4; ++row) isFinite = isFinite && shape.placement.GetRow(row).IsFinite();
+      for (int row = 0; row < 4; ++row)
+        isFinite = isFinite && shape.placement.GetRow(row).IsFinite();
       if (isFinite) show_(shape);
     }
   }

@@ -17,11 +17,11 @@ struct Shape {
   enum class Kind { kLine, kArea, kText };
 
   Kind kind = Kind::kLine;
-  ULONG color = 0;            // 0x00RRGGBB
-  std::vector<XYZ> points;    // of a line or an area
+  ULONG color = 0;          // 0x00RRGGBB
+  std::vector<XYZ> points;  // of a line or an area
   WideString text;
-  GeMatrix placement;         // of a text: its baseline begins at the origin, letters are 1 high
-  double anchor = 0.0;        // 0: the text begins at the origin, 0.5: centre, 1: it ends there
+  GeMatrix placement;   // of a text: its baseline begins at the origin, letters are 1 high
+  double anchor = 0.0;  // 0: the text begins at the origin, 0.5: centre, 1: it ends there
 };
 
 /// Shows every entity of model space, and those of the blocks at every pooled path of inserts, on

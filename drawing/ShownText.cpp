@@ -76,6 +76,19 @@ void AppendCommand(WideView text, std::size_t* at, std::vector<WideString>* line
   *at = end + 1;
 }
 
+/// A word that is longer than a line stays whole.
+void AppendBroken(const WideString& line, std::size_t letters, std::vector<WideString>* out) {
+  WideView rest = line;
+  while (letters != 0 && rest.size() > letters) {
+    std::size_t end = rest.rfind(' ', letters);
+    if (end == WideView::npos) end = rest.find(' ', letters);
+    if (end == WideView::npos) break;
+    out->emplace_back(rest.substr(0, end));
+    rest.remove_prefix(end + 1);
+  }
+  out->emplace_back(rest);
+}
+
 }  // namespace
 
 WideString ShownLine(WideView text) {
@@ -91,7 +104,7 @@ WideString ShownLine(WideView text) {
   return shown;
 }
 
-std::vector<WideString> ShownParagraph(WideView text) {
+std::vector<WideString> ShownParagraph(WideView text, std::size_t letters) {
   std::vector<WideString> lines(1);
   for (std::size_t at = 0; at < text.size();) {
     const OLECHAR unit = text[at++];
@@ -101,8 +114,9 @@ std::vector<WideString> ShownParagraph(WideView text) {
       lines.back() += unit;
     }
   }
-  for (WideString& line : lines) line = ShownLine(line);
-  return lines;
+  std::vector<WideString> shown;
+  for (const WideString& line : lines) AppendBroken(ShownLine(line), letters, &shown);
+  return shown;
 }
 
 }  // namespace zdm

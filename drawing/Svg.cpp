@@ -10,10 +10,10 @@ namespace zdm {
 
 namespace {
 
-constexpr double kWidth = 1600.0;     // pixels of the picture
-constexpr double kLongest = 20.0;     // width against height, and the other way round
-constexpr double kStrokes = 1600.0;   // lines that would fill the picture
-constexpr double kFontSize = 10.0;    // letters of that size are kCapital high
+constexpr double kWidth = 1600.0;    // pixels of the picture
+constexpr double kLongest = 20.0;    // width against height, and the other way round
+constexpr double kStrokes = 1600.0;  // lines that would fill the picture
+constexpr double kFontSize = 10.0;   // letters of that size are kCapital high
 constexpr double kCapital = 7.2;
 
 void AppendNumber(std::string* out, double number) {

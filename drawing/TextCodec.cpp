@@ -64,9 +64,8 @@ std::optional<unsigned> CodePageOf(std::string_view name) {
     if (c == '-' || c == '_' || c == ' ') continue;
     key += static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
   }
-  const auto* const named = std::ranges::find(kNames, std::string_view(key), [](const auto& row) {
-    return row.first;
-  });
+  const auto* const named =
+      std::ranges::find(kNames, std::string_view(key), [](const auto& row) { return row.first; });
   if (named != kNames.end()) return named->second;
   constexpr std::string_view kLatin = "ISO8859";
   if (key.starts_with(kLatin)) {

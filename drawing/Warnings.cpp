@@ -10,12 +10,12 @@ constexpr std::size_t kLongestSubject = 80;
 
 // By WarningCode.
 constexpr std::array<const char*, kWarningCodes> kNames = {
-    "code-unreadable",  "code-out-of-range", "cut-off",           "no-end",
-    "after-end",        "section-unclosed",  "table-unclosed",    "block-unclosed",
-    "outside-section",  "codepage-unknown",  "text-long",         "decimal-comma",
-    "number-bad",       "layer-undefined",   "block-missing",     "block-doubled",
-    "block-cycle",      "paths-too-many",    "handle-doubled",    "handle-unresolved",
-    "block-differs",    "version-differs",   "section-kept"};
+    "code-unreadable", "code-out-of-range", "cut-off",        "no-end",
+    "after-end",       "section-unclosed",  "table-unclosed", "block-unclosed",
+    "outside-section", "codepage-unknown",  "text-long",      "decimal-comma",
+    "number-bad",      "layer-undefined",   "block-missing",  "block-doubled",
+    "block-cycle",     "paths-too-many",    "handle-doubled", "handle-unresolved",
+    "block-differs",   "version-differs",   "section-kept"};
 
 }  // namespace
 

@@ -95,9 +95,8 @@ std::optional<WideString> Decode(std::string_view bytes, unsigned codePage) {
   if (converter == nullptr) return std::nullopt;
   WideString text(bytes.size() * 2, 0);
   UErrorCode status = U_ZERO_ERROR;
-  const int32_t units =
-      ucnv_toUChars(converter, text.data(), static_cast<int32_t>(text.size()), bytes.data(),
-                    static_cast<int32_t>(bytes.size()), &status);
+  const int32_t units = ucnv_toUChars(converter, text.data(), static_cast<int32_t>(text.size()),
+                                      bytes.data(), static_cast<int32_t>(bytes.size()), &status);
   if (U_FAILURE(status)) return std::nullopt;
   text.resize(static_cast<std::size_t>(units));
   return text;
@@ -109,9 +108,8 @@ std::optional<std::string> Encode(WideView text, unsigned codePage) {
   UErrorCode status = U_ZERO_ERROR;
   ucnv_setFromUCallBack(converter, UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
   std::string bytes(text.size() * 8, 0);
-  const int32_t count =
-      ucnv_fromUChars(converter, bytes.data(), static_cast<int32_t>(bytes.size()), text.data(),
-                      static_cast<int32_t>(text.size()), &status);
+  const int32_t count = ucnv_fromUChars(converter, bytes.data(), static_cast<int32_t>(bytes.size()),
+                                        text.data(), static_cast<int32_t>(text.size()), &status);
   if (U_FAILURE(status)) return std::nullopt;
   bytes.resize(static_cast<std::size_t>(count));
   return bytes;

@@ -152,8 +152,8 @@ TEST_F(MergeTest, AsksForEveryPairAndNamesWhatIsCut) {
   source.Find(2)->SetName(OLESTR("A"));
   zdm::MergeOptions options;
   options.choose = [](IZDMObject* object, IZDMObject*) -> BYTE {
-    const BYTE options[] = {0, ZMO_MERGE, ZMO_REPLACE, ZMO_ADD, 0, ZMO_SAME};
-    return options[object->GetID()];
+    const BYTE answers[] = {0, ZMO_MERGE, ZMO_REPLACE, ZMO_ADD, 0, ZMO_SAME};
+    return answers[object->GetID()];
   };
   const MergeReport report = target.Merge(source, options);
   EXPECT_EQ(TextOf(report).substr(0, 25), "1d1 2r2 3a6 4x4 5s5 6x0 o");

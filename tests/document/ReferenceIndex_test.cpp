@@ -55,7 +55,6 @@ class ReferenceIndexTest : public testing::TestWithParam<int> {
   using Change = std::function<void()>;
 
   ReferenceIndexTest() : random_(static_cast<unsigned>(GetParam())) {
-    document_->MakeDefaults();
     managers_ = {document_.Get(), document_.AddManager(OLESTR("Walls"))};
     document_.Add(definitions_, nullptr);
     for (const GUID& key : kKeys) {
@@ -221,7 +220,7 @@ class ReferenceIndexTest : public testing::TestWithParam<int> {
     std::vector<OID*> records = document_->GetOIDManager()->GetOIDs();
     records.push_back(document_->GetOID());
     for (const OID* record : records) {
-      ASSERT_EQ(text(index.ReferencesTo(record)), text(zdm::ReferencesTo(*document_, record)))
+      ASSERT_EQ(text(index.ReferencesTo(record)), text(zdm::ReferencesTo(*document_.Get(), record)))
           << record->ID;
     }
     const LONG start = AnyRecord()->ID;
@@ -238,7 +237,7 @@ class ReferenceIndexTest : public testing::TestWithParam<int> {
       open.pop_back();
       std::vector<Reference> references;
       if (!forwards) {
-        references = zdm::ReferencesTo(*document_, record);
+        references = zdm::ReferencesTo(*document_.Get(), record);
       } else if (record->JudgeStatus(ZOS_VALID)) {
         references = zdm::ReferencesOf(record->Object);
       }

@@ -68,8 +68,9 @@ TEST(DrawingDamage, BlocksNestedWithoutEnd) {
             " 0 ENDBLK ";
   }
   const auto document = NewDocument();
-  EXPECT_EQ(CodesOf(ImportDrawing(*document, SmallFile("0 INSERT 8 Walls 2 B0 ", text), "deep.dxf")),
-            "block-missing paths-too-many ");
+  EXPECT_EQ(
+      CodesOf(ImportDrawing(*document, SmallFile("0 INSERT 8 Walls 2 B0 ", text), "deep.dxf")),
+      "block-missing paths-too-many ");
   EXPECT_EQ(Count(*FindDrawing(*document)).nestModel, static_cast<ULONGLONG>(blocks) + 1);
 }
 

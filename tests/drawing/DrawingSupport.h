@@ -40,9 +40,10 @@ inline std::string FileOf(std::string text) {
 
 /// Two sections around the entities and blocks of a small drawing with one layer, "Walls".
 inline std::string SmallFile(const std::string& entities, const std::string& blocks = {}) {
-  return FileOf("0 SECTION 2 TABLES 0 TABLE 2 LAYER 0 LAYER 2 Walls 70 0 62 1 6 DASHED 0 ENDTAB "
-                "0 ENDSEC 0 SECTION 2 BLOCKS " +
-                blocks + "0 ENDSEC 0 SECTION 2 ENTITIES " + entities + "0 ENDSEC 0 EOF");
+  return FileOf(
+      "0 SECTION 2 TABLES 0 TABLE 2 LAYER 0 LAYER 2 Walls 70 0 62 1 6 DASHED 0 ENDTAB "
+      "0 ENDSEC 0 SECTION 2 BLOCKS " +
+      blocks + "0 ENDSEC 0 SECTION 2 ENTITIES " + entities + "0 ENDSEC 0 EOF");
 }
 
 inline ZRefPtr<CZDocument> NewDocument() { return MakeObject<CZDocument, CZDocument>(); }

@@ -33,7 +33,11 @@ TEST(GroupReader, ReadsPairsOfLines) {
       {"CRLF", "0\r\nLINE\r\n1\r\n\r\n", {{0, "LINE"}, {1, ""}}, ""},
       {"CR", "0\rLINE\r62\r7", {{0, "LINE"}, {62, "7"}}, ""},
       {"no end of line", "0\nEOF", {{0, "EOF"}}, ""},
-      {"byte order mark", "\xEF\xBB\xBF" "0\nEOF\n", {{0, "EOF"}}, ""},
+      {"byte order mark",
+       "\xEF\xBB\xBF"
+       "0\nEOF\n",
+       {{0, "EOF"}},
+       ""},
       {"blank lines at the end", "0\nEOF\n\n \n", {{0, "EOF"}}, ""},
       {"a zero byte", nul, {{1, std::string("a\0b", 3)}}, ""},
       {"a line too many", "0\nLINE\nstray\n8\nA\n", {{0, "LINE"}, {8, "A"}}, "code-unreadable "},

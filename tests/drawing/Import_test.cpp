@@ -43,21 +43,22 @@ struct Sample {
 };
 
 std::vector<ULONGLONG> Numbers(const DrawingCounts& n) {
-  return {n.layers,     n.blocks,      n.entModel,      n.entPaper,  n.entBlocks, n.entTotal,
-          n.insModel,   n.insTotal,    n.nestModel,     n.nestAny,   n.pathsModel, n.attdefs,
-          n.attribs,    n.vertices,    n.withHandle,    n.noHandle,  n.dupHandles, n.xdataRecords,
-          n.xdataEntities, n.xdataApps, n.objects,      n.dicts,     n.xrecords,  n.xdictLinks};
+  return {n.layers,        n.blocks,    n.entModel,   n.entPaper, n.entBlocks,  n.entTotal,
+          n.insModel,      n.insTotal,  n.nestModel,  n.nestAny,  n.pathsModel, n.attdefs,
+          n.attribs,       n.vertices,  n.withHandle, n.noHandle, n.dupHandles, n.xdataRecords,
+          n.xdataEntities, n.xdataApps, n.objects,    n.dicts,    n.xrecords,   n.xdictLinks};
 }
 
 const Sample kSamples[] = {
-    {"house.dxf", {24, 145, 967, 3, 2678, 3648, 10, 285, 1, 2, 10, 2,
-                   8, 0, 3660, 0, 0, 31, 16, 13, 114, 28, 9, 7}},
+    {"house.dxf", {24, 145, 967,  3, 2678, 3648, 10, 285, 1,   2,  10, 2,
+                   8,  0,   3660, 0, 0,    31,   16, 13,  114, 28, 9,  7}},
     {"blocks2.dxf", {4, 3, 4, 0, 13, 17, 1, 3, 2, 2, 3, 0, 0, 0, 17, 0, 0, 0, 0, 0, 2, 2, 0, 0}},
-    {"routes_gbk_r12.dxf", {0, 1, 8, 0, 1, 9, 4, 4, 1, 1, 4, 1,
-                            4, 86, 0, 107, 0, 0, 0, 0, 0, 0, 0, 0}},
-    {"supported_entities.dxf", {4, 16, 52, 0, 26, 78, 13, 15, 2, 2, 15, 0,
-                                0, 0, 78, 0, 0, 17, 0, 1, 62, 8, 47, 0}},
-    {"truncated_header.dxf", {1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}},
+    {"routes_gbk_r12.dxf",
+     {0, 1, 8, 0, 1, 9, 4, 4, 1, 1, 4, 1, 4, 86, 0, 107, 0, 0, 0, 0, 0, 0, 0, 0}},
+    {"supported_entities.dxf",
+     {4, 16, 52, 0, 26, 78, 13, 15, 2, 2, 15, 0, 0, 0, 78, 0, 0, 17, 0, 1, 62, 8, 47, 0}},
+    {"truncated_header.dxf",
+     {1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}},
 };
 
 TEST(Import, KeepsEveryGroupOfRealDrawings) {
@@ -104,11 +105,12 @@ TEST(Import, WarnsOfMalformedFilesAndLosesNothing) {
       {"a block twice", SmallFile(line, "0 BLOCK 2 A 0 ENDBLK 0 BLOCK 2 a 0 ENDBLK "),
        "block-doubled "},
       {"blocks in each other",
-       SmallFile("0 INSERT 8 Walls 2 A ", "0 BLOCK 2 A 0 INSERT 8 Walls 2 B 0 ENDBLK "
-                                          "0 BLOCK 2 B 0 INSERT 8 Walls 2 A 0 ENDBLK "),
+       SmallFile("0 INSERT 8 Walls 2 A ",
+                 "0 BLOCK 2 A 0 INSERT 8 Walls 2 B 0 ENDBLK "
+                 "0 BLOCK 2 B 0 INSERT 8 Walls 2 A 0 ENDBLK "),
        "block-cycle "},
-      {"an unknown code page",
-       FileOf("0 SECTION 2 HEADER 9 $DWGCODEPAGE 3 klingon 0 ENDSEC 0 EOF"), "codepage-unknown "},
+      {"an unknown code page", FileOf("0 SECTION 2 HEADER 9 $DWGCODEPAGE 3 klingon 0 ENDSEC 0 EOF"),
+       "codepage-unknown "},
   };
   for (const BadCase& each : cases) {
     SCOPED_TRACE(each.name);
@@ -134,11 +136,11 @@ TEST(Import, NumbersLayersInTheOrderOfTheirTable) {
 }
 
 TEST(Export, WritesExactlyWhatWasChanged) {
-  const std::string bytes =
-      SmallFile("0 LINE 5 A1 8 Walls 62 3 10 1.50 20 2 1001 MINE 1000 old 1070 7 "
-                "0 INSERT 5 A2 8 Walls 2 DOOR 66 1 10 0 20 0 0 ATTRIB 5 A3 8 Walls 2 NO 1 17 "
-                "0 SEQEND 8 Walls ",
-                "0 BLOCK 8 Walls 2 DOOR 3 DOOR 0 LINE 8 Walls 330 A1 0 ENDBLK ");
+  const std::string bytes = SmallFile(
+      "0 LINE 5 A1 8 Walls 62 3 10 1.50 20 2 1001 MINE 1000 old 1070 7 "
+      "0 INSERT 5 A2 8 Walls 2 DOOR 66 1 10 0 20 0 0 ATTRIB 5 A3 8 Walls 2 NO 1 17 "
+      "0 SEQEND 8 Walls ",
+      "0 BLOCK 8 Walls 2 DOOR 3 DOOR 0 LINE 8 Walls 330 A1 0 ENDBLK ");
   struct Case {
     const char* name;
     std::function<void(CZDocument&)> change;
@@ -180,8 +182,8 @@ TEST(Export, WritesExactlyWhatWasChanged) {
       {"extended data",
        [](CZDocument& document) {
          const OLECHAR* text = OLESTR("new");
-         ZExtDataWrapper::AddExtData(FindType(document, "LINE", 1), KeyOfApplication(OLESTR("MINE")),
-                                     OLESTR("1000"), text, true);
+         ZExtDataWrapper::AddExtData(FindType(document, "LINE", 1),
+                                     KeyOfApplication(OLESTR("MINE")), OLESTR("1000"), text, true);
        },
        "1000=new "},
   };
@@ -198,11 +200,12 @@ TEST(Export, WritesExactlyWhatWasChanged) {
 
 TEST(Import, NamesWhatIsInsideBlocksByPath) {
   const auto document = NewDocument();
-  ImportDrawing(*document,
-                SmallFile("0 INSERT 8 Walls 2 A 10 100 20 0 50 90 ",
-                          "0 BLOCK 2 A 10 1 20 0 0 INSERT 8 Walls 2 B 10 11 20 0 41 2 42 2 0 ENDBLK "
-                          "0 BLOCK 2 B 0 POINT 8 Walls 10 3 20 0 0 ENDBLK "),
-                "a.dxf");
+  ImportDrawing(
+      *document,
+      SmallFile("0 INSERT 8 Walls 2 A 10 100 20 0 50 90 ",
+                "0 BLOCK 2 A 10 1 20 0 0 INSERT 8 Walls 2 B 10 11 20 0 41 2 42 2 0 ENDBLK "
+                "0 BLOCK 2 B 0 POINT 8 Walls 10 3 20 0 0 ENDBLK "),
+      "a.dxf");
   const auto opened = Reopened(*document);
   ASSERT_EQ(opened->GetPIDManager()->GetPIDs().size(), 2u);
   GeMatrix matrix;

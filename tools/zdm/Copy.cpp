@@ -70,7 +70,7 @@ Json Described(const Copies& copies) {
   for (const auto& [from, to, via, fate] : copies.leadingOut) {
     references.push_back({{"from", from->GetOID()->ID},
                           {"to", to->ID},
-                          {"via", TextOf(via)},
+                          {"via", NameOf(via)},
                           {"fate", CodeOf(fate)}});
   }
   return {{"copies", std::move(objects)},
@@ -91,7 +91,7 @@ void PrintCopies(const Copies& copies) {
     const Colour colour = fate == ReferenceFate::kCut ? Colour::kYellow : Colour::kPlain;
     PrintLine(Painted(colour, std::string(CodeOf(fate))) + ": the copy of " +
               BriefLine(*from->GetOID()) + ' ' + PhraseOf(fate) + std::to_string(to->ID) +
-              " through " + TextOf(via));
+              " through " + NameOf(via));
   }
 }
 

@@ -22,15 +22,15 @@ void PrintInfo(const Context& context, const std::string& file) {
   const DocumentInfo info = DocumentReader(PathOf(file)).GetInfo();
   std::error_code failed;
   Json fields = {{"fileBytes", std::filesystem::file_size(PathOf(file), failed)},
-                       {"formatVersion", info.formatVersion},
-                       {"ids", info.ids},
-                       {"records", info.objects},
-                       {"embedded", info.embedded},
-                       {"recordStreams", info.chunks},
-                       {"recordBytes", info.recordBytes},
-                       {"largestRecord", info.largestRecord},
-                       {"lowestId", info.lowestId},
-                       {"highestId", info.highestId}};
+                 {"formatVersion", info.formatVersion},
+                 {"ids", info.ids},
+                 {"records", info.objects},
+                 {"embedded", info.embedded},
+                 {"recordStreams", info.chunks},
+                 {"recordBytes", info.recordBytes},
+                 {"largestRecord", info.largestRecord},
+                 {"lowestId", info.lowestId},
+                 {"highestId", info.highestId}};
   fields.update(DrawingOf(file));
   if (context.json) return PrintJson(fields);
   for (const std::string& line : Lines(fields)) PrintLine(line);

@@ -39,7 +39,7 @@ Json Described(const MergeReport& report, bool isSaved) {
   }
   Json cut = Json::array();
   for (const auto& [from, to, via, fate] : report.cut) {
-    cut.push_back({{"from", from->GetOID()->ID}, {"to", to->ID}, {"via", tool::TextOf(via)}});
+    cut.push_back({{"from", from->GetOID()->ID}, {"to", to->ID}, {"via", zdm::NameOf(via)}});
   }
   return {{"saved", isSaved},
           {"objects", std::move(objects)},
@@ -58,7 +58,7 @@ void PrintReport(const MergeReport& report) {
   }
   for (const auto& [from, to, via, fate] : report.cut) {
     PrintLine(Painted(Colour::kYellow, "cut") + ": " + BriefLine(*from->GetOID()) +
-              " no longer refers to " + std::to_string(to->ID) + " through " + tool::TextOf(via));
+              " no longer refers to " + std::to_string(to->ID) + " through " + zdm::NameOf(via));
   }
   std::string line;
   for (std::size_t i = 0; i < counts.size(); ++i) {

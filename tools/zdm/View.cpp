@@ -36,7 +36,8 @@ void AddView(CLI::App& app, Context& context) {
   auto options = std::make_shared<Options>();
   Command command(app, "view", "A picture of the drawing of a document (SVG)");
   command.Argument("FILE", options->document, "The document");
-  command.Option("-o,--output", options->picture, "The picture, in place of any there; else printed");
+  command.Option("-o,--output", options->picture,
+                 "The picture, in place of any there; else printed");
   command.Footer("Example:\n  zdm view plan.zdm -o plan.svg");
   command.Run([&context, options] { View(context, *options); });
 }
