@@ -39,19 +39,6 @@ constexpr std::array<CodeInfo, 13> kCodes = {{
 
 bool IsLive(const OID* oid) { return oid->Object != nullptr && oid->JudgeStatus(ZOS_VALID); }
 
-const char* NameOf(ReferenceVia via) {
-  switch (via) {
-    case ReferenceVia::kRelation:
-      return "relation";
-    case ReferenceVia::kParameter:
-      return "parameter";
-    case ReferenceVia::kPath:
-      return "path";
-    default:
-      return "current object";
-  }
-}
-
 class Auditor {
  public:
   explicit Auditor(CZDocument& document) : document_(document), ids_(*document.GetOIDManager()) {}

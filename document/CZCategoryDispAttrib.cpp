@@ -31,6 +31,7 @@ zdm::DispValues CZCategoryDispAttrib::GetValues() {
 
 void CZCategoryDispAttrib::SetCategory(IZCategory* category) {
   category_ = category != nullptr ? category->GetOID() : nullptr;
+  zdm::ChangeWatch::Changed(*this);
 }
 
 void CZCategoryDispAttrib::AttachTo(IZDisplay* display) {
@@ -42,6 +43,7 @@ void CZCategoryDispAttrib::CopyFrom(IZRelation* other) {
   auto* source = dynamic_cast<CZCategoryDispAttrib*>(other);
   if (source == nullptr) return;
   category_ = source->category_;
+  zdm::ChangeWatch::Changed(*this);
   isEnabled_ = source->isEnabled_;
 }
 
@@ -63,10 +65,16 @@ void CZCategoryDispAttrib::Load(IZStream* stream, IZDatabase* database) {
   stream->Read(&id, sizeof(id));
   isEnabled_ = stream->ReadFlag();
   category_ = id != 0 && database != nullptr ? database->GetOIDByID(id) : nullptr;
+  zdm::ChangeWatch::Changed(*this);
 }
 
 bool CZCategoryDispAttrib::Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) {
-  return category_ != nullptr && visitor->MapOID(root, owner, this, &category_);
+  zdm::ChangeWatch::Watch(*this);
+  const OID* const category = category_;
+  if (category == nullptr) return false;
+  const bool isDone = visitor->MapOID(root, owner, this, &category_);
+  if (category_ != category) zdm::ChangeWatch::Changed(*this);
+  return isDone;
 }
 
 bool CZCategoryDispAttrib::JudgeSame(IZRelation* other) {

@@ -7,12 +7,16 @@
 #include "document/DocumentError.h"
 #include "document/DocumentReader.h"
 #include "document/DocumentWriter.h"
+#include "document/MergeStrategy.h"
+#include "document/PathText.h"
+#include "document/ReferenceIndex.h"
 #include "zdm/categories/CZDMCategoryMgr.h"
 #include "zdm/identity/OID.h"
 #include "zdm/module/DllRegisterZModule.h"
 
 #include <algorithm>
 #include <memory>
+#include <new>
 
 ZDM_OBJECT_BODY(CZDocument)
 
@@ -30,6 +34,8 @@ CZDocument::CZDocument() {
 // Objects go before the tables. One that somebody still holds has no owner any more, since its
 // owner's record goes.
 CZDocument::~CZDocument() {
+  referenceIndex_.reset();
+  isClosing_ = true;
   oids_.SetProgressMeter(nullptr);
   strays_.clear();
   RemoveAll();
@@ -100,7 +106,8 @@ void CZDocument::LoadOwnData(IZStream* stream, IZDatabase* database) {
   defaultDispAttrib_ = attribute;
 }
 
-ZRefPtr<CZDocument> CZDocument::Open(const std::filesystem::path& path, IZProgressMeter* meter) {
+ZRefPtr<CZDocument> CZDocument::Open(const std::filesystem::path& path,
+                                     IZProgressMeter* meter) try {
   auto document = zdm::MakeObject<CZDocument, CZDocument>();
   try {
     zdm::DocumentReader(path).Read(*document, meter);
@@ -111,18 +118,20 @@ ZRefPtr<CZDocument> CZDocument::Open(const std::filesystem::path& path, IZProgre
   document->path_ = path;
   document->isModified_ = false;
   return document;
+} catch (const std::bad_alloc&) {
+  throw zdm::ErrorOf(E_OUTOFMEMORY, zdm::ToUtf8(zdm::WideName(path)));
 }
 
-void CZDocument::Save() {
+void CZDocument::Save(IZProgressMeter* meter) {
   if (path_.empty()) {
     throw zdm::DocumentError(zdm::DocumentFault::kNotFound, E_INVALIDARG, "no file to save to");
   }
-  SaveAs(path_);
+  SaveAs(path_, meter);
 }
 
-void CZDocument::SaveAs(const std::filesystem::path& path) {
+void CZDocument::SaveAs(const std::filesystem::path& path, IZProgressMeter* meter) {
   std::filesystem::path kept = path;  // so that nothing fails once the file is there
-  zdm::DocumentWriter(*this).Write(path);
+  zdm::DocumentWriter(*this, meter).Write(path);
   path_.swap(kept);
   isModified_ = false;
 }
@@ -143,10 +152,22 @@ void CZDocument::CreateByType(BYTE, IZDMObject** out) {
 }
 
 void CZDocument::GetMergeStrategy(IZDMObjMgr*, IZDMObjColl*, IZMergeStrategy** out) {
-  *out = ZRefPtr<IZMergeStrategy>(mergeStrategy_).Detach();
+  *out = mergeStrategy_ != nullptr ? ZRefPtr<IZMergeStrategy>(mergeStrategy_).Detach()
+                                   : new zdm::MergeStrategy;
+}
+
+BYTE CZDocument::GetMergeOption(IZDMObject* source, IZDMObject* target) {
+  const bool areManagers =
+      zdm::ViewAs<IZDMObjMgr>(source) != nullptr && zdm::ViewAs<IZDMObjMgr>(target) != nullptr;
+  return areManagers ? static_cast<BYTE>(ZMO_MERGE) : mergeOption_;
 }
 
 bool CZDocument::JudgeSame(IZDMObject* other) { return other == static_cast<IZDMObject*>(this); }
+
+zdm::ReferenceIndex& CZDocument::GetReferenceIndex() {
+  if (referenceIndex_ == nullptr) referenceIndex_ = std::make_unique<zdm::ReferenceIndex>(*this);
+  return *referenceIndex_;
+}
 
 void CZDocument::BeginLoading() { isLoading_ = true; }
 

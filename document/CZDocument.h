@@ -17,12 +17,14 @@
 #include "zdm/model/IZDMObjMgrImpl.h"
 
 #include <filesystem>
+#include <memory>
 #include <unordered_map>
 #include <vector>
 
 namespace zdm {
 constexpr LONG kRootID = -1;
-}
+class ReferenceIndex;
+}  // namespace zdm
 
 class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
                    public IZObjectImpl<IZDatabase>,
@@ -53,19 +55,23 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
                                   IZProgressMeter* meter = nullptr);
   /// Saves where it was opened or saved last. At every moment the old or the new file is there,
   /// whole. Saving what was opened and not changed gives the same bytes.
-  void Save();
+  /// @param meter  told the number of records and stepped by each; may be null.
+  void Save(IZProgressMeter* meter = nullptr);
   /// Saves at `path`, in place of any file there; that is the document's file from then on.
-  void SaveAs(const std::filesystem::path& path);
+  void SaveAs(const std::filesystem::path& path, IZProgressMeter* meter = nullptr);
   /// Of the last opening or saving; empty for a new document.
   const std::filesystem::path& GetPath() const { return path_; }
   /// Something was added since, or SetModified was called.
   bool IsModified() const { return isModified_; }
   void SetModified(bool modified) { isModified_ = modified; }
+  /// Its destructor is running: what asks now is one of its objects.
+  bool IsClosing() const { return isClosing_; }
 
   // What the host may put in; null takes it away. One reference is kept.
 
   void SetPersistStrategy(IZPersistStrategy* strategy) { persistStrategy_ = strategy; }
   void SetMergeStrategy(IZMergeStrategy* strategy) { mergeStrategy_ = strategy; }
+  /// For objects that have a counterpart here: an eZMergeOption, ZMO_SAME at first.
   void SetMergeOption(BYTE option) { mergeOption_ = option; }
   void SetOptPath(IZOptPath* path) { optPath_ = path; }
 
@@ -80,7 +86,8 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   void CreateByType(BYTE type, IZDMObject** out) override;
   IZPersistStrategy* GetPersistStrategy() override { return persistStrategy_; }
   void GetMergeStrategy(IZDMObjMgr* target, IZDMObjColl* added, IZMergeStrategy** out) override;
-  BYTE GetMergeOption(IZDMObject*, IZDMObject*) override { return mergeOption_; }
+  /// Managers are merged, down to their objects; for those the option that was set.
+  BYTE GetMergeOption(IZDMObject* source, IZDMObject* target) override;
   IZOptPath* GetOptPath() override { return optPath_; }
 
   // IZDMModel.
@@ -94,6 +101,9 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
 
   void LoadOwnData(IZStream* stream, IZDatabase* database) override;
   void SaveOwnData(IZStream* stream, IZDatabase* database) override;
+
+  /// Who refers to whom, kept from the first call on.
+  zdm::ReferenceIndex& GetReferenceIndex();
 
   // For readers of files.
 
@@ -119,13 +129,15 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   CPIDManager pids_;
   std::filesystem::path path_;
   bool isModified_ = false;
+  bool isClosing_ = false;
   bool isLoading_ = false;
-  BYTE mergeOption_ = 0;
+  BYTE mergeOption_ = ZMO_SAME;
   std::unordered_map<LONG, OID*> lost_;  // records made since BeginLoading; held until EndLoading
   std::vector<ZRefPtr<IZDMObject>> strays_;
   OID* materialMgr_ = nullptr;  // the manager of materials found last
   ZRefPtr<IZDispAttrib> defaultDispAttrib_;
   ZRefPtr<IZPersistStrategy> persistStrategy_;
-  ZRefPtr<IZMergeStrategy> mergeStrategy_;
+  ZRefPtr<IZMergeStrategy> mergeStrategy_;  // null: zdm::MergeStrategy
   ZRefPtr<IZOptPath> optPath_;
+  std::unique_ptr<zdm::ReferenceIndex> referenceIndex_;
 };

@@ -4,6 +4,7 @@
 #include "zdm/identity/OID.h"
 #include "zdm/identity/ObjectOptions.h"
 #include "zdm/identity/PID.h"
+#include "zdm/model/ObjectList.h"
 #include "zdm/relations/ReltnSelector.h"
 #include "zdm/relations/ZReltnVisitor.h"
 #include "zdm/relations/ZReltnVisitorIsDirectTo.h"
@@ -131,6 +132,23 @@ class Planner {
   Deletion plan_;
 };
 
+/// Removal by status leaves managers where they are, so each list that has some is gone through
+/// once more.
+void RemoveManagers(const std::vector<ZRefPtr<IZDMObject>>& deleted) {
+  std::unordered_set<IZDMObject*> owners;
+  for (IZDMObject* object : deleted) {
+    if (ViewAs<IZDMObjMgr>(object) != nullptr) owners.insert(object->GetOwner());
+  }
+  for (IZDMObject* object : owners) {
+    auto* owner = ViewAs<IZDMObjMgr>(object);
+    if (owner == nullptr) continue;
+    for (LONGLONG pos = owner->GetHeadPosition(); pos != 0;) {
+      const LONGLONG at = pos;
+      if (HasStatus(owner->GetNext(pos), ZOS_DELETED)) owner->RemoveAt(at);
+    }
+  }
+}
+
 }  // namespace
 
 Deletion PlanDeletion(CZDocument& document, const std::vector<IZDMObject*>& objects) {
@@ -140,7 +158,6 @@ Deletion PlanDeletion(CZDocument& document, const std::vector<IZDMObject*>& obje
   return plan;
 }
 
-/// Managers leave their owners one by one, since removal by status leaves managers where they are.
 void CarryOut(CZDocument& document, const Deletion& plan) {
   if (!plan.obstacles.empty() || plan.objects.empty()) return;
   const std::vector<ZRefPtr<IZDMObject>> held(plan.objects.begin(), plan.objects.end());
@@ -149,11 +166,7 @@ void CarryOut(CZDocument& document, const Deletion& plan) {
     object->SetObjectValid(false);
   }
   document.GetOIDManager()->Clean();
-  for (IZDMObject* object : held) {
-    if (ViewAs<IZDMObjMgr>(object) == nullptr) continue;
-    auto* owner = ViewAs<IZDMObjMgr>(object->GetOwner());
-    if (owner != nullptr) owner->RemoveItem(object);
-  }
+  RemoveManagers(held);
   document.SetModified(true);
 }
 

@@ -2,6 +2,7 @@
 
 #include "document/CZDMPlainObject.h"
 #include "document/CZPlainSingleReltn.h"
+#include "document/ReferenceIndex.h"
 #include "zdm/identity/OID.h"
 #include "zdm/model/CZDMObjMgr.h"
 
@@ -57,7 +58,32 @@ std::vector<Reference> Document::ReferencesOf(IZDMObject* object) const {
 }
 
 std::vector<Reference> Document::ReferencesTo(IZDMObject* object) const {
-  return zdm::ReferencesTo(*document_, object->GetOID());
+  return document_->GetReferenceIndex().ReferencesTo(object->GetOID());
+}
+
+std::vector<LONG> Document::ReferrersOf(LONG id) const {
+  return document_->GetReferenceIndex().ReferrersOf(id);
+}
+
+std::vector<LONG> Document::DependentsOf(std::span<const LONG> ids) const {
+  return document_->GetReferenceIndex().DependentsOf(ids);
+}
+
+std::vector<LONG> Document::ClosureOf(std::span<const LONG> ids) const {
+  return document_->GetReferenceIndex().ClosureOf(ids);
+}
+
+Copies Document::Copy(const std::vector<IZDMObject*>& objects) {
+  return zdm::Copy(*document_, objects);
+}
+
+Copies Document::CopyTo(Document& other, const std::vector<IZDMObject*>& objects,
+                        IZDMObjMgr* manager) {
+  return zdm::CopyTo(*document_, objects, *other.document_, manager);
+}
+
+MergeReport Document::Merge(const Document& other, const MergeOptions& options) {
+  return zdm::Merge(*document_, *other.document_, options);
 }
 
 Deletion Document::Delete(const std::vector<IZDMObject*>& objects) {

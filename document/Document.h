@@ -13,13 +13,16 @@
 #pragma once
 
 #include "document/CZDocument.h"
+#include "document/Copy.h"
 #include "document/Deletion.h"
+#include "document/Merge.h"
 #include "document/References.h"
 #include "platform/system/Text.h"
 #include "zdm/relations/IZSingleReltn.h"
 #include "zdm/relations/eZRelation.h"
 
 #include <filesystem>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -35,8 +38,10 @@ class Document {
   CZDocument* operator->() const { return document_; }
 
   /// Saves where it was opened or saved last.
-  void Save() { document_->Save(); }
-  void Save(const std::filesystem::path& path) { document_->SaveAs(path); }
+  void Save(IZProgressMeter* meter = nullptr) { document_->Save(meter); }
+  void Save(const std::filesystem::path& path, IZProgressMeter* meter = nullptr) {
+    document_->SaveAs(path, meter);
+  }
 
   /// A new plain object in `manager` (null: in the document itself), with the next ID.
   IZDMObject* Add(WideView name, IZDMObjMgr* manager = nullptr);
@@ -55,6 +60,25 @@ class Document {
   /// What `object` refers to, and who refers to it; see References.h.
   std::vector<Reference> ReferencesOf(IZDMObject* object) const;
   std::vector<Reference> ReferencesTo(IZDMObject* object) const;
+
+  // The same by IDs, each once and ascending, from the index that the document keeps: no walk. Only
+  // valid objects refer to something.
+
+  /// Who refers to the object of that ID.
+  std::vector<LONG> ReferrersOf(LONG id) const;
+  /// All objects that lead to one of these over any chain of references, these left out: what has
+  /// to be looked at when they change.
+  std::vector<LONG> DependentsOf(std::span<const LONG> ids) const;
+  /// All valid objects that these lead to, these left out: what has to come along with them.
+  std::vector<LONG> ClosureOf(std::span<const LONG> ids) const;
+
+  /// Copies the objects, managers with everything below them; see Copy.h.
+  Copies Copy(const std::vector<IZDMObject*>& objects);
+  /// Into another document: below `manager` of it (null: the document itself).
+  Copies CopyTo(Document& other, const std::vector<IZDMObject*>& objects,
+                IZDMObjMgr* manager = nullptr);
+  /// Takes in the objects of another document; see Merge.h.
+  MergeReport Merge(const Document& other, const MergeOptions& options = {});
 
   /// Deletes the objects, managers with everything below them, unless one of them is in use.
   /// @return  what was in the way, and what now refers to nothing; see Deletion.h. The objects are

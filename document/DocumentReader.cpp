@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 
 namespace zdm {
 
@@ -104,8 +103,6 @@ void DocumentReader::Read(CZDocument& document, IZProgressMeter* meter) try {
   document.GetOIDManager()->SetProgressMeter(nullptr);
 } catch (const CAtlException& failure) {
   throw ErrorOf(failure.m_hr, name_);
-} catch (const std::bad_alloc&) {
-  throw ErrorOf(E_OUTOFMEMORY, name_);
 }
 
 void DocumentReader::ReadTables(CZDocument& document, IZProgressMeter* meter) {

@@ -78,6 +78,7 @@ ULONG DocumentWriter::WriteStream(IStorage* root, const OLECHAR* name,
 void DocumentWriter::WriteObjects(IStorage* root) {
   ChunkWriter objects(root, kObjectsStorage, 0);
   ChunkWriter embedded(root, kEmbeddedStorage, kEmbeddedChunk);
+  if (meter_ != nullptr) meter_->SetRange(document_.GetOIDManager()->GetValidOIDCount());
   for (const OID* oid : document_.GetOIDManager()->GetOIDs()) {
     if (oid->Object == nullptr || !oid->JudgeStatus(ZOS_VALID)) continue;
     if (FrameKindOf(oid->Object) == FrameKind::kNone) {
@@ -87,6 +88,7 @@ void DocumentWriter::WriteObjects(IStorage* root) {
       SaveFrame(document_, oid->Object, embedded.Begin());
       embedded.End(oid->ID);
     }
+    if (meter_ != nullptr) meter_->Step(1);
   }
   objects.Finish();
   embedded.Finish();

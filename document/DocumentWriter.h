@@ -9,13 +9,15 @@
 #include <vector>
 
 class CZDocument;
-struct IZDMObjMgr;
+struct IZProgressMeter;
 
 namespace zdm {
 
 class DocumentWriter {
  public:
-  explicit DocumentWriter(CZDocument& document) : document_(document) {}
+  /// @param meter  may be null.
+  DocumentWriter(CZDocument& document, IZProgressMeter* meter)
+      : document_(document), meter_(meter) {}
   /// Throws DocumentError, and CAtlException for an object that cannot be saved; the file that is
   /// there stays then.
   void Write(const std::filesystem::path& path);
@@ -28,6 +30,7 @@ class DocumentWriter {
   void WriteOrder(IZStream* stream);
 
   CZDocument& document_;
+  IZProgressMeter* meter_;
   VersionRecord version_ = {};
   std::vector<IndexEntry> index_;
 };

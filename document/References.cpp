@@ -3,6 +3,7 @@
 #include "document/CZDocument.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
+#include "zdm/parameters/IZParameter.h"
 #include "zdm/parameters/IZParameterArray.h"
 #include "zdm/relations/ZReltnVisitor.h"
 
@@ -51,6 +52,13 @@ void Lister::List(IZDMObject* object) {
       if (reference.via == ReferenceVia::kRelation) reference.via = ReferenceVia::kParameter;
     }
   }
+  if (auto* parameter = ViewAs<IZParameter>(object)) {  // no walk reaches what it refers to itself
+    const std::size_t before = out_.size();
+    parameter->Accept(object, object, this);
+    for (Reference& reference : std::span(out_).subspan(before)) {
+      reference.via = ReferenceVia::kParameter;
+    }
+  }
   auto* manager = ViewAs<IZDMObjMgr>(object);
   IZDMObject* current = manager != nullptr ? manager->GetCurrent() : nullptr;
   if (current != nullptr) {
@@ -79,6 +87,11 @@ bool Lister::MapPID(IZDMObject*, IZDMObject* owner, IZRelation*, PID** pid) {
 }
 
 }  // namespace
+
+const char* NameOf(ReferenceVia via) {
+  constexpr const char* kNames[] = {"relation", "parameter", "path", "current"};
+  return kNames[static_cast<std::size_t>(via)];
+}
 
 std::vector<Reference> ReferencesOf(IZDMObject* object) {
   std::vector<Reference> references;

@@ -14,10 +14,13 @@ namespace zdm {
 
 enum class ReferenceVia {
   kRelation,   // a relation of the object
-  kParameter,  // a relation that a parameter's value holds
+  kParameter,  // a parameter: its definition, the one it is linked to, what its value holds
   kPath,       // a step of a path that a relation or a parameter holds
   kCurrent,    // the current object of a manager
 };
+
+/// In a word: "relation", "parameter", "path", "current".
+const char* NameOf(ReferenceVia via);
 
 /// Borrowed; valid as long as nothing of the object changes.
 struct Reference {

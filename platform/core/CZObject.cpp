@@ -1,6 +1,7 @@
 #include "platform/core/CZObject.h"
 
 #include "platform/core/CZRClass.h"
+#include "platform/core/ChangeWatch.h"
 #include "platform/core/IZObject.h"
 #include "platform/core/ZWeakHandle.h"
 #include "platform/ole/CAtlException.h"
@@ -45,6 +46,7 @@ CZObject& CZObject::operator=(const CZObject&) { return *this; }
 
 CZObject::~CZObject() {
   count_ = kDestroyingCount;  // also for an object that ends without a release
+  zdm::ChangeWatch::Changed(*this);
   if (extras_ == nullptr) return;
   if (ZWeakHandle::Block* block = std::exchange(extras_->weak, nullptr)) {
     block->object = nullptr;

@@ -10,6 +10,10 @@
 class CZRClass;
 struct IZObject;
 
+namespace zdm {
+class ChangeWatch;
+}
+
 class ZDM_API CZObject {
  public:
   /// Starts at count 1: the creator's reference. So does a copy; assignment leaves the count alone.
@@ -66,10 +70,12 @@ class ZDM_API CZObject {
 
  private:
   friend class ZWeakHandle;
+  friend class zdm::ChangeWatch;
   struct Extras;  // what few objects have: aggregated interfaces, weak handles
 
   Extras& GetExtras();
 
   ULONG count_ = 1;
+  ULONG watch_ = 0;  // the mark of those who remember what this object holds
   std::unique_ptr<Extras> extras_;
 };

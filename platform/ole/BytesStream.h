@@ -10,7 +10,7 @@
 
 namespace zdm {
 
-class ZDM_API BytesStream final : public IStream {
+class ZDM_API BytesStream : public IStream {
  public:
   explicit BytesStream(std::vector<BYTE> content = {}) : bytes(std::move(content)) {}
   BytesStream(const BytesStream&) = delete;

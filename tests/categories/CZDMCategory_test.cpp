@@ -144,6 +144,13 @@ TEST(CategoryTree, EndsWhereItComesBackToItselfOrIsTooDeep) {
   tree->CollectReltns(flat);
   EXPECT_EQ(flat->GetCount(), 256);
   EXPECT_NE(tree->FindCategoryReltn(1255), nullptr);
+
+  auto wall = db.MakeObject();
+  wall->AddRelation(tree.Get());
+  auto loaded = db.MakeObject();
+  LoadBytes(*loaded, BytesOf(*wall, &db), &db);
+  auto* again = zdm::ViewAs<IZCategoryReltn>(loaded->GetReltnColl()->GetHead());
+  EXPECT_NE(again->FindCategoryReltn(1255), nullptr) << "what is made can be read";
 }
 
 TEST(CategoryTree, OfTooManyRelationsIsNotMade) {

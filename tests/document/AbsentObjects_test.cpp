@@ -13,6 +13,8 @@
 #include "zdm/model/CZDMObjMgr.h"
 #include "zdm/model/CZDMProxyObject.h"
 #include "zdm/model/ObjectHeader.h"
+#include "zdm/parameters/IZParameter.h"
+#include "zdm/parameters/IZParameterArray.h"
 
 #include <gtest/gtest.h>
 
@@ -68,6 +70,11 @@ TEST_F(Objects, OfAnAbsentClassKeepTheirBytesAndOfferTheirReferences) {
   document->AddTail(plain);
   document->AddTail(foreign);
   foreign->AddRelation(RelationTo(plain));
+  ZRefPtr<IZParameterArray> parameters;
+  foreign->GetParameterArray(parameters.Out());
+  parameters->BeginAdd();
+  parameters->AddRelationParameter(nullptr, nullptr, 1, plain, true, 0);
+  parameters->EndAdd();
   Reopen();
   auto* absent = At<CZDMAbsentObject>(2);
   ASSERT_NE(absent, nullptr);
@@ -76,6 +83,8 @@ TEST_F(Objects, OfAnAbsentClassKeepTheirBytesAndOfferTheirReferences) {
   EXPECT_FALSE(absent->IsOpaque());
   ASSERT_NE(absent->GetReltnColl(), nullptr);
   EXPECT_EQ(absent->GetReltnColl()->GetCount(), 1);
+  ASSERT_NE(absent->PeekParameterArray(), nullptr);
+  EXPECT_EQ(absent->PeekParameterArray()->GetAt(0)->GetRelation()->GetID(), 1u);
   ExpectSameBytes();
 
   // A change of what is common to all objects leaves the class's own data and the tail alone.

@@ -128,6 +128,24 @@ TEST(DocumentFile, WhatIsSavedComesBackAndTheSameBytesEachTime) {
   EXPECT_EQ(Describe(CZDocument::Open(second)), "House(Walls(Doors(Door>3>1 Another ) Wall>4 ) )");
 }
 
+TEST(DocumentFile, TellsHowFarOpeningAndSavingAre) {
+  struct Meter : IZObjectImpl<IZProgressMeter> {
+    void SetRange(LONG steps) override { range = steps; }
+    void Step(LONG steps) override { done += steps; }
+    LONG range = 0;
+    LONG done = 0;
+  };
+  const auto path = TempFile("meter.zdm");
+  const auto saving = zdm::Attached(new Meter);
+  const auto opening = zdm::Attached(new Meter);
+  House()->SaveAs(path, saving);
+  CZDocument::Open(path, opening);
+  for (const Meter* meter : {saving.Get(), opening.Get()}) {
+    EXPECT_EQ(meter->range, 4);
+    EXPECT_EQ(meter->done, 4);
+  }
+}
+
 TEST(DocumentFile, OrderInManagersIsKept) {
   const auto path = TempFile("order.zdm");
   auto document = NewDocument();

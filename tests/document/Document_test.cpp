@@ -1,6 +1,8 @@
 // Asking a document what refers to what, and deleting from it.
 #include "document/Document.h"
 
+#include "document/Audit.h"
+#include "tests/document/RandomDocument.h"
 #include "tests/support/TempFile.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/identity/OID.h"
@@ -9,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <set>
 #include <string>
 
 using namespace zdm::test;
@@ -101,6 +104,41 @@ TEST(DocumentDelete, JudgesLikeTheTable) {
       EXPECT_EQ(isFree, document->GetOIDManager()->JudgeDelete(object) == 1);
     }
   }
+}
+
+/// By object and place: what refers to nothing, as the audit sees it.
+std::multiset<std::string> DanglingIn(const Document& document) {
+  std::multiset<std::string> places;
+  for (const zdm::Finding& finding : zdm::Audit(*document.Get())) {
+    if (finding.place.find(" to ") == std::string::npos) continue;
+    places.insert(std::to_string(finding.object) + ' ' + finding.place);
+  }
+  return places;
+}
+
+TEST(DocumentDelete, PredictsWhatTheAuditFindsAfterwards) {
+  const char* const kVia[] = {"relation", "parameter", "path", "current object"};
+  int deleted = 0;
+  for (unsigned seed = 0; seed < 10000; ++seed) {
+    RandomDocument made(seed);
+    auto expected = DanglingIn(made.document);
+    std::vector<IZDMObject*> objects = {made.Any(), made.Any(), nullptr, made.Any()};
+    const Deletion plan = zdm::PlanDeletion(*made.document.Get(), objects);
+    std::set<LONG> gone;
+    for (IZDMObject* object : plan.objects) gone.insert(static_cast<LONG>(object->GetID()));
+    if (plan.obstacles.empty()) {
+      ++deleted;
+      std::erase_if(expected, [&](const std::string& place) { return gone.contains(stoi(place)); });
+      for (const Reference& reference : plan.dangling) {
+        expected.insert(std::to_string(static_cast<LONG>(reference.from->GetID())) + ' ' +
+                        kVia[static_cast<int>(reference.via)] + " to " +
+                        std::to_string(reference.to->ID));
+      }
+    }
+    zdm::CarryOut(*made.document.Get(), plan);
+    EXPECT_EQ(DanglingIn(made.document), expected) << "seed " << seed;
+  }
+  EXPECT_GT(deleted, 2000);
 }
 
 }  // namespace

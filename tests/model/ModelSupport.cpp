@@ -6,7 +6,6 @@ namespace zdm::test {
 
 ZDM_OBJECT_BODY(Canary)
 ZDM_OBJECT_BODY(Stray)
-ZDM_OBJECT_BODY(UIDReltn)
 
 ZRefPtr<IZParameterArray> ParametersTo(IZDMObject* target) {
   const auto parameter = zdm::MakeObject<IZParameter, CZParameter>();

@@ -3,6 +3,7 @@
 
 #include "platform/system/Text.h"
 #include "tests/support/TestDatabase.h"
+#include "tests/support/UIDReltn.h"
 #include "zdm/extdata/CZExtDataObj.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
@@ -15,13 +16,10 @@
 #include <string>
 
 namespace zdm::test {
-class UIDReltn;
 }  // namespace zdm::test
 
 ZDM_TEST_CLASS(Canary, IZObject, IZReltnVisitor)
 ZDM_TEST_CLASS(Stray, IZObject, IZDMObject, IZRelation)
-ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::UIDReltn,
-              "7E570000-0000-4000-8000-000000000203", IZObject, IZRelation)
 
 namespace zdm::test {
 
@@ -88,25 +86,6 @@ class Stray : public IZDMObjectImpl<IZDMObject> {
 
   int drawn = 0;
   ZRefPtr<IZGiMaterial> categoryMaterial;
-};
-
-/// A relation that refers through a UID, paths included.
-class UIDReltn : public IZRelationImpl<IZRelation> {
-  ZDM_OBJECT(UIDReltn)
- public:
-  void Load(IZStream* stream, IZDatabase* database) override {
-    IZRelationImpl::Load(stream, database);
-    uid.Load(stream, database, true);
-  }
-  void Save(IZStream* stream, IZDatabase* database) override {
-    IZRelationImpl::Save(stream, database);
-    uid.Save(stream, database, true);
-  }
-  bool Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) override {
-    return visitor->MapUID(root, owner, this, &uid);
-  }
-
-  UID uid;
 };
 
 inline ZRefPtr<IZDMObject> MakePlain() { return MakeObject<IZDMObject, CZDMPlainObject>(); }

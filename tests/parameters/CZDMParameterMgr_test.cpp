@@ -121,8 +121,8 @@ TEST_F(ParameterMgr, HasTwoWaysToSetARelation) {
   EXPECT_FALSE(manager->SetParamRelation(&key, object, true)) << "that of any object: its array's";
   EXPECT_EQ(Find(1)->GetLong(), 5);
   EXPECT_TRUE(manager->SetManagedParamRelation(&key, object, true));
-  IZDMObject* target = nullptr;
-  EXPECT_TRUE(manager->GetParamRelation(&key, &target));
+  ZRefPtr<IZDMObject> target;
+  EXPECT_TRUE(manager->GetParamRelation(&key, target.Out()));
   EXPECT_EQ(target, object);
 }
 

@@ -1,8 +1,6 @@
-// Parameters, arrays, definitions and owners end in any order, and whoever is left still answers.
-#include "tests/parameters/ParameterSupport.h"
-#include "zdm/identity/OID.h"
-
-#include <gtest/gtest.h>
+// Arrays, parameters, links, definitions and owners come, meet, change and go in any order; under
+// the sanitizers nothing is reached that is gone.
+#include "tests/parameters/ArraySupport.h"
 
 #include <random>
 
@@ -11,70 +9,98 @@ namespace {
 using namespace zdm::test;
 
 /// Asks everything that follows a pointer.
-void Ask(IZParameter* parameter) {
+void Ask(IZParameter* parameter, const GUID& key) {
+  if (parameter == nullptr) return;
   parameter->GetDouble();
   KeyOf(parameter);
   NameOf(parameter);
-  parameter->SetDouble(1.0);  // reports
-  if (IZParameterArray* array = parameter->GetOwner()) array->GetCount();
   ZRefPtr<IZParameter> copy;
   parameter->CloneParameter(copy.Out());
+  if (IZParameterArray* array = parameter->GetOwner()) {
+    array->GetOwner();
+    array->IsExist(key);
+  }
 }
 
-TEST(ParameterLifetime, NothingDanglesInWhateverOrderThingsEnd) {
-  Definitions db;
-  std::mt19937 random(20);
-  const auto below = [&](std::size_t limit) { return random() % limit; };
-  for (int round = 0; round < 60; ++round) {
-    std::vector<ZRefPtr<IZDefinition>> definitions;
-    std::vector<ZRefPtr<IZParameter>> parameters;
-    std::vector<ZRefPtr<IZParameterArray>> arrays;
-    std::vector<ZRefPtr<IZDMObject>> owners;
-    for (BYTE i = 0; i < 4; ++i) {
-      // Half of them were never in a document.
-      definitions.push_back(i % 2 == 0 ? db.Make(i)
-                                       : zdm::MakeObject<IZDefinition, CZDefinition>());
-      if (i % 2 == 0) db.manager->RemoveItem(zdm::ViewAs<IZDMObject>(definitions.back()));
-      owners.push_back(zdm::MakeObject<IZDMObject, Notified>());
-      arrays.push_back(zdm::NewOf<IZParameterArray, CZParameterArray>());
-      arrays.back()->SetOwner(owners[below(owners.size())]);
-      if (below(2) == 0) owners.back()->SetParameterArray(arrays.back(), false);
+TEST_F(ParameterArray, AnythingMayEndBeforeAnythingElse) {
+  std::mt19937 random(7);
+  const auto below = [&](std::size_t count) { return random() % count; };
+  std::vector<ZRefPtr<IZParameterArray>> arrays(4);
+  std::vector<ZRefPtr<IZParameter>> parameters(12);
+  std::vector<ZRefPtr<IZDMObject>> objects(4);
+  const auto any = [&](auto& from) { return from[below(from.size())].Get(); };
+  for (int round = 0; round < 20000; ++round) {
+    auto& anArray = arrays[below(arrays.size())];
+    auto& parameter = parameters[below(parameters.size())];
+    auto& object = objects[below(objects.size())];
+    const auto number = static_cast<BYTE>(1 + below(5));
+    if (anArray == nullptr) anArray = MakeArray();
+    if (parameter == nullptr) parameter = number % 2 == 0 ? MakeParameter() : MakeSource(db);
+    if (object == nullptr) db.Add(object = zdm::MakeObject<IZDMObject, Notified>());
+    switch (below(20)) {
+      case 0:
+        anArray = nullptr;
+        break;
+      case 1:
+        parameter = nullptr;
+        break;
+      case 2:
+        object = nullptr;
+        break;
+      case 3:
+        if (IZDefinition* definition = db.manager->FindDefinition(At(number))) {
+          db.manager->RemoveItem(zdm::ViewAs<IZDMObject>(definition));
+        }
+        break;
+      case 4:
+        parameter->SetDefinition(db.manager->FindDefinition(At(number)));
+        break;
+      case 5:
+        parameter->SetRelation(object, true);
+        break;
+      case 6:
+        parameter->SetDouble(number);
+        break;
+      case 7:
+        anArray->BeginAdd();
+        break;
+      case 8:
+      case 9:
+        anArray->Add(parameter, 0);
+        break;
+      case 10:
+        anArray->EndAdd();
+        break;
+      case 11:
+        anArray->SetOwner(object);
+        break;
+      case 12:
+        object->SetParameterArray(anArray, number == 1);
+        break;
+      case 13:
+        anArray->RemoveAt(static_cast<LONG>(below(4)));
+        break;
+      case 14:
+        anArray->ReplaceFrom(any(arrays), number > 2, 0);
+        break;
+      case 15:
+        anArray->AddMissingFrom(any(arrays));
+        break;
+      case 16:
+        anArray->UpdateFrom(any(arrays), nullptr);
+        break;
+      case 17:
+        if (IZParameter* source = any(parameters)) parameter->SetLinkedObject(ObjectOf(source));
+        break;
+      case 18:  // a definition that was never in a document
+        parameter->SetDefinition(zdm::MakeObject<IZDefinition, CZDefinition>());
+        break;
+      default:
+        anArray->SetParamDouble(At(number), 1);
+        break;
     }
-    for (int i = 0; i < 12; ++i) {
-      parameters.push_back(below(2) == 0 ? MakeParameter()
-                                         : zdm::MakeObject<IZParameter, CZDMParameter>());
-      parameters.back()->SetDefinition(definitions[below(definitions.size())]);
-      IZParameterArray* array = arrays[below(arrays.size())];
-      array->BeginAdd();
-      array->Add(parameters.back(), 0);
-      if (below(3) != 0) array->EndAdd();
-      if (below(3) == 0) parameters.back()->SetOwner(arrays[below(arrays.size())]);
-      IZDMObject* source = ObjectOf(parameters[below(parameters.size())]);
-      if (source != nullptr) parameters.back()->SetLinkedObject(source);
-    }
-    for (int step = 0; step < 40; ++step) {
-      const auto drop = [&](auto& things) {
-        if (!things.empty()) things.erase(things.begin() + static_cast<LONG>(below(things.size())));
-      };
-      switch (below(4)) {
-        case 0:
-          drop(definitions);
-          break;
-        case 1:
-          drop(parameters);
-          break;
-        case 2:
-          drop(arrays);
-          break;
-        default:
-          drop(owners);
-          break;
-      }
-      for (IZParameter* parameter : parameters) Ask(parameter);
-      for (IZParameterArray* array : arrays) {
-        for (LONG i = 0; i < array->GetCount(); ++i) Ask(array->GetAt(i));
-      }
-    }
+    if (round % 4 != 0) continue;
+    for (IZParameter* left : parameters) Ask(left, Key(number));
   }
 }
 

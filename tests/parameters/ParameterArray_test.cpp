@@ -1,64 +1,16 @@
 // What an array of parameters holds, in which order, and what it does with them.
-#include "tests/parameters/ParameterSupport.h"
+#include "tests/parameters/ArraySupport.h"
 #include "tests/support/SlotOf.h"
-#include "zdm/parameters/CZDMParameterMgr.h"
-#include "zdm/parameters/CZParameterArray.h"
 #include "zdm/parameters/CZParameterColl.h"
-#include "zdm/properties/GUID_UNSET.h"
-#include "zdm/properties/IZPropertyColl.h"
-#include "zdm/properties/IZPropertyGroup.h"
-#include "zdm/properties/IZPropertyGroupColl.h"
 #include "zdm/relations/IZSingleReltn.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <random>
 
 using namespace zdm::test;
 
 namespace {
-
-ZRefPtr<IZParameterArray> MakeArray() {
-  return zdm::MakeObject<IZParameterArray, CZParameterArray>();
-}
-
-/// The last bytes of the definitions' keys; "-" for a parameter without definition.
-std::string KeysIn(IZParameterArray* array) {
-  std::string keys;
-  for (LONG i = 0; i < array->GetCount(); ++i) {
-    const GUID key = KeyOf(array->GetAt(i));
-    keys += (keys.empty() ? "" : " ") +
-            (key == GUID_UNSET ? std::string("-") : std::to_string(key.Data4[7]));
-  }
-  return keys;
-}
-
-class ParameterArray : public testing::Test {
- protected:
-  ParameterArray() { owner->SetParameterArray(array, false); }
-
-  /// Adds a number of its own for each definition, in one bulk add.
-  void Add(const std::vector<BYTE>& keys, IZParameterArray* to, double value = 0) {
-    to->BeginAdd();
-    for (const BYTE key : keys) to->AddDoubleParameter(db.manager, At(key), key, value + key, 0);
-    to->EndAdd();
-  }
-  void Add(const std::vector<BYTE>& keys) { Add(keys, array); }
-
-  /// The key of that number, with a definition of it.
-  const GUID* At(BYTE number) {
-    if (db.manager->FindDefinition(&(key_ = Key(number))) == nullptr) db.Make(number);
-    return &key_;
-  }
-
-  Definitions db;
-  ZRefPtr<Notified> owner = zdm::MakeObject<Notified, Notified>();
-  ZRefPtr<IZParameterArray> array = MakeArray();
-
- private:
-  GUID key_ = {};
-};
 
 // Every field decides, and every one is unsigned.
 TEST_F(ParameterArray, IsInTheOrderOfTheDefinitionsKeys) {
@@ -286,130 +238,6 @@ TEST_F(ParameterArray, RemovesByPlaceKeyAndIdentity) {
   EXPECT_EQ(second->GetOwner(), array.Get());
 }
 
-TEST_F(ParameterArray, ClonesAreIndependent) {
-  Add({2, 1});
-  array->BeginAdd();
-  ZRefPtr<IZParameterArray> clone;
-  array->Clone(clone.Out());
-  array->EndAdd();
-  EXPECT_EQ(KeysIn(clone), "1 2");
-  EXPECT_EQ(clone->GetOwner(), nullptr);
-  EXPECT_EQ(clone->GetAt(0)->GetOwner(), clone.Get());
-  EXPECT_NE(clone->GetAt(0), array->GetAt(0));
-  EXPECT_TRUE(array->IsEqualTo(clone));
-  EXPECT_EQ(clone->GetParameter(Key(2)), clone->GetAt(1));
-  clone->SetParamDouble(At(1), 5);
-  EXPECT_FALSE(array->IsEqualTo(clone));
-  EXPECT_EQ(owner->notices, 0);
-}
-
-TEST_F(ParameterArray, IsEqualToOneThatHoldsEqualParametersForAllOfItsOwn) {
-  const auto other = MakeArray();
-  EXPECT_TRUE(array->IsEqualTo(other));
-  Add({1, 2, 3}, other);
-  Add({1, 3});
-  EXPECT_TRUE(array->IsEqualTo(other));
-  EXPECT_FALSE(other->IsEqualTo(array));
-  EXPECT_FALSE(array->IsEqualTo(nullptr));
-}
-
-TEST_F(ParameterArray, TakesOverWhatItMissesOrEverything) {
-  const auto other = MakeArray();
-  Add({1, 2});
-  Add({2, 3}, other, 10);
-  array->AddMissingFrom(other);
-  array->AddMissingFrom(array);
-  array->AddMissingFrom(nullptr);
-  EXPECT_EQ(KeysIn(array), "1 2 3");
-  EXPECT_EQ(array->GetAt(1)->GetDouble(), 2);
-  EXPECT_EQ(array->GetAt(2)->GetDouble(), 13);
-  EXPECT_EQ(array->GetAt(2)->GetOwner(), array.Get());
-  EXPECT_NE(array->GetAt(2), other->GetAt(1));
-
-  array->ReplaceFrom(array, false, 0);
-  array->ReplaceFrom(nullptr, false, 0);
-  EXPECT_EQ(KeysIn(array), "1 2 3");
-  array->BeginAdd();
-  array->Add(MakeParameter(), 0);
-  array->ReplaceFrom(other, true, 0);  // with the bulk add it ends
-  array->EndAdd();
-  EXPECT_EQ(KeysIn(array), "2 3");
-  EXPECT_EQ(array->GetAt(0)->GetDouble(), 2);
-  EXPECT_EQ(array->GetAt(1)->GetDouble(), 13);
-  array->ReplaceFrom(other, false, 0);
-  EXPECT_EQ(array->GetAt(0)->GetDouble(), 12);
-  EXPECT_EQ(array->GetAt(0)->GetOwner(), array.Get());
-}
-
-TEST_F(ParameterArray, TakesValuesFromAnArrayOrAManager) {
-  Add({1, 2, 3});
-  const auto other = MakeArray();
-  Add({2, 3, 4}, other, 0);
-  other->SetParamDouble(At(3), 30);
-  std::list<GUID> changed;
-  array->UpdateFrom(other, &changed);
-  EXPECT_EQ(changed, std::list<GUID>{Key(3)});
-  EXPECT_EQ(KeysIn(array), "1 2 3");
-  EXPECT_EQ(array->GetAt(2)->GetDouble(), 30);
-  EXPECT_EQ(owner->notices, 2);  // also for the value that was equal
-
-  const auto manager = zdm::MakeObject<CZDMParameterMgr, CZDMParameterMgr>();
-  db.Add(manager.Get());
-  manager->AddDoubleParameter(db.manager, At(4), 4, 40, 0);
-  manager->AddDoubleParameter(db.manager, At(1), 1, 10, 0);
-  array->UpdateFrom(manager->GetIZObject(), &changed);
-  EXPECT_EQ(changed, (std::list<GUID>{Key(3), Key(1)}));
-  EXPECT_EQ(array->GetAt(0)->GetDouble(), 10);
-  array->UpdateFrom(owner->GetIZObject(), nullptr);
-  array->UpdateFrom(nullptr, nullptr);
-  EXPECT_EQ(array->GetAt(0)->GetDouble(), 10);
-}
-
-// Property sheets.
-
-TEST_F(ParameterArray, GroupsFollowTheRegistrationOfTheirNames) {
-  db.manager->RegisterName(3, OLESTR("Shape"));
-  db.manager->RegisterName(7, OLESTR("Size"));
-  for (const auto& [number, index] : {std::pair<BYTE, LONG>{1, 7}, {2, 3}, {3, 7}, {4, 5}}) {
-    db.Make(number, 3, index);
-  }
-  const auto groups = zdm::NewOf<IZPropertyGroupColl, CZPropertyGroupColl>();
-  array->BuildPropertyGroups(0, groups);
-  EXPECT_TRUE(groups->IsEmpty());
-  Add({1, 2, 3, 4});
-  array->BuildPropertyGroups(0, groups);
-  std::string sheet;
-  for (LONGLONG pos = groups->GetHeadPosition(); pos != 0;) {
-    IZPropertyGroup* const group = groups->GetNext(pos);
-    sheet += TextOf([&](BSTR* out) { group->GetName(out); }) + ":";
-    for (IZProperty* property : Members(group->GetProperties())) {
-      sheet += ' ' + NameOf(property);
-      EXPECT_NE(property, array->GetAt(0)->GetDefinition()->GetProperty());
-    }
-    sheet += "; ";
-  }
-  EXPECT_EQ(sheet, "Shape: P2; Size: P1 P3; Unknown: P4; ");
-}
-
-TEST_F(ParameterArray, PropertiesGoToTheFirstParameterThatHandlesThem) {
-  Add({1, 2, 2});
-  const auto property = MakeProperty();
-  property->SetGUID(Key(2));
-  array->GetAt(2)->SetDouble(20);
-  EXPECT_TRUE(array->FillProperties(0, property));
-  EXPECT_EQ(property->GetDouble(), 2);
-  owner->notices = 0;
-  property->SetDouble(5);
-  EXPECT_TRUE(array->ApplyProperties(0, property, 0));
-  EXPECT_EQ(array->GetAt(1)->GetDouble(), 5);
-  EXPECT_EQ(array->GetAt(2)->GetDouble(), 20);
-  EXPECT_EQ(owner->notices, 0);
-  EXPECT_TRUE(array->FillProperties(0, nullptr));
-  EXPECT_TRUE(array->ApplyProperties(0, nullptr, 0));
-}
-
-// Lives.
-
 TEST_F(ParameterArray, ForgetsAnOwnerThatDoesNotHoldIt) {
   const auto loose = MakeArray();
   Add({1}, loose);
@@ -434,86 +262,6 @@ TEST_F(ParameterArray, CopiesOfTheStorageHoldReferencesOfTheirOwn) {
   EXPECT_EQ(first->GetReferenceCount(), 1u);
   EXPECT_EQ(SlotOf(&ZParaArray::Save), 0);
   EXPECT_EQ(SlotOf(&ZParaArray::Load), 1);
-}
-
-// Arrays, parameters, definitions and owners come, meet, change and go in any order; under the
-// sanitizers nothing is reached that is gone.
-TEST_F(ParameterArray, AnythingMayEndBeforeAnythingElse) {
-  std::mt19937 random(7);
-  const auto below = [&](std::size_t count) { return random() % count; };
-  std::vector<ZRefPtr<IZParameterArray>> arrays(4);
-  std::vector<ZRefPtr<IZParameter>> parameters(12);
-  std::vector<ZRefPtr<IZDMObject>> objects(4);
-  const auto any = [&](auto& from) { return from[below(from.size())].Get(); };
-  for (int round = 0; round < 20000; ++round) {
-    auto& anArray = arrays[below(arrays.size())];
-    auto& parameter = parameters[below(parameters.size())];
-    auto& object = objects[below(objects.size())];
-    const auto number = static_cast<BYTE>(1 + below(5));
-    if (anArray == nullptr) anArray = MakeArray();
-    if (parameter == nullptr) parameter = MakeParameter();
-    if (object == nullptr) db.Add(object = zdm::MakeObject<IZDMObject, Notified>());
-    switch (below(18)) {
-      case 0:
-        anArray = nullptr;
-        break;
-      case 1:
-        parameter = nullptr;
-        break;
-      case 2:
-        object = nullptr;
-        break;
-      case 3:
-        if (IZDefinition* definition = db.manager->FindDefinition(At(number))) {
-          db.manager->RemoveItem(zdm::ViewAs<IZDMObject>(definition));
-        }
-        break;
-      case 4:
-        parameter->SetDefinition(db.manager->FindDefinition(At(number)));
-        break;
-      case 5:
-        parameter->SetRelation(object, true);
-        break;
-      case 6:
-        parameter->SetDouble(number);
-        break;
-      case 7:
-        anArray->BeginAdd();
-        break;
-      case 8:
-      case 9:
-        anArray->Add(parameter, 0);
-        break;
-      case 10:
-        anArray->EndAdd();
-        break;
-      case 11:
-        anArray->SetOwner(object);
-        break;
-      case 12:
-        object->SetParameterArray(anArray, number == 1);
-        break;
-      case 13:
-        anArray->RemoveAt(static_cast<LONG>(below(4)));
-        break;
-      case 14:
-        anArray->ReplaceFrom(any(arrays), number > 2, 0);
-        break;
-      case 15:
-        anArray->AddMissingFrom(any(arrays));
-        break;
-      case 16:
-        anArray->UpdateFrom(any(arrays), nullptr);
-        break;
-      default:
-        anArray->SetParamDouble(At(number), 1);
-        break;
-    }
-    if (IZParameterArray* reports = parameter != nullptr ? parameter->GetOwner() : nullptr) {
-      reports->GetOwner();
-      reports->IsExist(Key(number));
-    }
-  }
 }
 
 TEST(ParameterColl, IsAListOfParameters) {

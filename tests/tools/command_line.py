@@ -53,7 +53,7 @@ class Usage(unittest.TestCase):
         self.assertEqual(code, 0)
         commands = [line.split()[0] for line in out.split("Subcommands:\n")[1].split("\nExit")[0]
                     .splitlines() if line.startswith("  ") and line[2] != " "]
-        self.assertEqual(len(commands), 16)
+        self.assertEqual(len(commands), 17)
         for command in commands if not IS_WINDOWS else commands[:2]:
             self.assertIn(f"  zdm {command}" if command != "dump" else "zdm dump",
                           zdm(command, "--help")[1])
@@ -124,6 +124,20 @@ class Parameters(DocumentTest):
         return {property["name"]: property for group in read_json("show", "doors.zdm", 11)["sheet"]
                 for property in group["properties"]}
 
+    def test_definitions_have_a_line_each(self):
+        key = "{D0000000-0000-0000-0000-00000000000%d}"
+        lines = self.expect(0, "definitions", "doors.zdm").splitlines()
+        self.assertEqual(lines[:2], [f'2 "W" {key % 1} type=3 index=7 group="Size"',
+                                     f'3 "Note" {key % 2} type=1 index=3 group="Shape"'])
+        self.assertEqual(len(lines), 6)
+        self.assertEqual(read_json("definitions", "doors.zdm")[0], {
+            "id": 2, "key": key % 1, "name": "W", "type": 3, "index": 7, "group": "Size",
+            "kind": 3, "flags": 0, "value": None})
+        self.assertEqual(read_json("show", "doors.zdm", 2)["definition"]["group"], "Size")
+        self.assertEqual(read_json("show", "doors.zdm", 1)["groups"],
+                         [{"index": 3, "name": "Shape"}, {"index": 7, "name": "Size"}])
+        self.assertEqual(self.expect(0, "definitions", "sample.zdm"), "")
+
     def test_show_prints_the_sheet_in_the_order_of_its_groups(self):
         lines = self.expect(0, "show", "doors.zdm", 11).splitlines()
         key = "key={D0000000-0000-0000-0000-00000000000%d}"
@@ -179,6 +193,8 @@ class Parameters(DocumentTest):
         self.assertEqual([row["id"] for row in refers if row["via"] == "parameter"],
                          [2, 3, 9, 4, 5, 6, 7, 10])
         self.assertEqual(read_json("refs", "doors.zdm", 10)["referredToBy"][0]["id"], 11)
+        self.assertEqual([row["id"] for row in read_json("refs", "doors.zdm", 4)["referredToBy"]],
+                         [9, 11])
         self.expect(11, "delete", "doors.zdm", 10)
         self.assertEqual(self.expect(0, "audit", "doors.zdm"), "nothing found\n")
 

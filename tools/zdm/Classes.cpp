@@ -34,8 +34,7 @@ void ListClasses(const Context& context) {
       rows.push_back({{"name", row.name}, {"clsid", classId}, {"interfaces", interfaces}});
     } else {
       const std::string classId = row.creatable ? TextOf(row.classId) : "(not created by id)";
-      PrintLine(Padded(row.name, 27) + ' ' + Padded(classId, 38) + "  " + Joined(interfaces) +
-                (row.built ? "" : "  (not in this build)"));
+      PrintLine(Padded(row.name, 27) + ' ' + Padded(classId, 38) + "  " + Joined(interfaces));
     }
   }
   if (context.json) PrintJson(rows);

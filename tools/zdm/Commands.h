@@ -30,6 +30,7 @@ void AddInfo(CLI::App& app, Context& context);
 void AddTree(CLI::App& app, Context& context);
 void AddCategories(CLI::App& app, Context& context);
 void AddShow(CLI::App& app, Context& context);
+void AddDefinitions(CLI::App& app, Context& context);
 void AddRefs(CLI::App& app, Context& context);
 void AddDump(CLI::App& app, Context& context);
 void AddGraph(CLI::App& app, Context& context);

@@ -53,7 +53,7 @@ Json Described(const Deletion& plan, bool isDeleted) {
   for (const Reference& reference : plan.dangling) {
     dangling.push_back({{"from", reference.from->GetOID()->ID},
                         {"to", reference.to->ID},
-                        {"via", TextOf(reference.via)}});
+                        {"via", NameOf(reference.via)}});
   }
   return {{"deleted", isDeleted},
           {"objects", std::move(objects)},
@@ -70,7 +70,7 @@ void PrintPlan(const Deletion& plan) {
   }
   for (const Reference& reference : plan.dangling) {
     PrintLine(Painted(Colour::kYellow, "will refer to nothing") + ": " +
-              BriefLine(*reference.from->GetOID()) + " through " + TextOf(reference.via) + " to " +
+              BriefLine(*reference.from->GetOID()) + " through " + NameOf(reference.via) + " to " +
               std::to_string(reference.to->ID));
   }
 }

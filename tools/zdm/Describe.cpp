@@ -8,11 +8,14 @@
 #include "platform/ole/Bstr.h"
 #include "platform/system/Text.h"
 #include "tools/zdm/CategoryValues.h"
+#include "tools/zdm/Definitions.h"
 #include "tools/zdm/ExtendedData.h"
 #include "tools/zdm/Parameters.h"
 #include "zdm/categories/IZCategory.h"
 #include "zdm/categories/IZCategoryReltn.h"
 #include "zdm/identity/OID.h"
+#include "zdm/model/IZDefinition.h"
+#include "zdm/model/IZDefinitionMgr.h"
 #include "zdm/parameters/IZParameter.h"
 #include "zdm/relations/IZReltnColl.h"
 
@@ -85,7 +88,7 @@ std::string Word(const std::string& key, const Json& value) {
   if (value.is_null()) return "-";
   if (!value.is_string()) return value.dump();
   const auto text = value.get<std::string>();
-  for (const char* free : {"name", "value", "choice", "own", "category"}) {
+  for (const char* free : {"name", "value", "choice", "own", "category", "group"}) {
     if (key == free) return Quoted(text);
   }
   return Escaped(text);
@@ -138,20 +141,6 @@ std::string ClassOf(IZDMObject& object) {
   return object.getZRClass()->GetName();
 }
 
-const char* TextOf(ReferenceVia via) {
-  switch (via) {
-    case ReferenceVia::kRelation:
-      return "relation";
-    case ReferenceVia::kParameter:
-      return "parameter";
-    case ReferenceVia::kPath:
-      return "path";
-    case ReferenceVia::kCurrent:
-      break;
-  }
-  return "current";
-}
-
 Json Brief(const OID& oid) {
   Json brief = {{"id", oid.ID}, {"name", nullptr}, {"class", nullptr}};
   if (oid.Object == nullptr) return brief;
@@ -186,6 +175,9 @@ Json Fields(CZDocument& document, IZDMObject& object) {
   if (auto* category = ViewAs<IZCategory>(&object)) fields["category"] = CategoryFields(*category);
   fields["relations"] = Relations(object);
   fields["data"] = ExtendedData(object);
+  if (auto* definition = ViewAs<IZDefinition>(&object)) {
+    fields["definition"] = Described(*definition);
+  }
   if (auto* parameter = ViewAs<IZParameter>(&object)) fields["parameter"] = Described(*parameter);
   fields["parameters"] = Parameters(object);
   fields["sheet"] = Sheet(object);
@@ -196,6 +188,9 @@ Json Fields(CZDocument& document, IZDMObject& object) {
     for (LONGLONG pos = manager->GetHeadPosition(); pos != 0;) {
       if (IZDMObject* held = manager->GetNext(pos)) holds.push_back(held->GetOID()->ID);
     }
+  }
+  if (auto* definitions = ViewAs<IZDefinitionMgr>(&object)) {
+    fields["groups"] = Groups(*definitions);
   }
   fields["record"] = Record(document, object);
   return fields;

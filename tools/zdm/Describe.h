@@ -18,8 +18,6 @@ std::string TextOf(const GUID& guid);
 Json NameOf(IZDMObject& object);
 /// The class; of an absent one its identifier.
 std::string ClassOf(IZDMObject& object);
-/// "relation", "parameter", "path" or "current".
-const char* TextOf(ReferenceVia via);
 
 /// ID, name and class; of a record without an object these are null.
 Json Brief(const OID& oid);

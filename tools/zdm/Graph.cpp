@@ -96,7 +96,7 @@ std::string DotOf(const std::map<LONG, const OID*>& nodes, const std::vector<Ref
   for (const Reference& edge : edges) {
     dot += "  \"" + std::to_string(edge.from->GetOID()->ID) + "\" -> \"" +
            std::to_string(edge.to->ID) + "\" [style=" + (IsDiffusible(edge) ? "solid" : "dashed");
-    if (edge.via != ReferenceVia::kRelation) dot += std::string(", label=") + TextOf(edge.via);
+    if (edge.via != ReferenceVia::kRelation) dot += std::string(", label=") + NameOf(edge.via);
     dot += "]\n";
   }
   return dot + "}\n";
@@ -108,7 +108,7 @@ Json JsonOf(const std::map<LONG, const OID*>& nodes, const std::vector<Reference
   for (const Reference& edge : edges) {
     json["edges"].push_back({{"from", edge.from->GetOID()->ID},
                              {"to", edge.to->ID},
-                             {"via", TextOf(edge.via)},
+                             {"via", NameOf(edge.via)},
                              {"diffusible", IsDiffusible(edge)}});
   }
   return json;

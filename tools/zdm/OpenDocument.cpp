@@ -5,12 +5,6 @@
 
 namespace zdm::tool {
 
-namespace {
-
-constexpr std::size_t kManyRecords = 100'000;  // saving them takes a while
-
-}  // namespace
-
 std::filesystem::path PathOf(const std::string& name) {
   return std::filesystem::path(std::u8string(name.begin(), name.end()));
 }
@@ -22,8 +16,7 @@ Document Open(const std::string& file) {
 
 void Save(Document& document) {
   const auto bar = Attached(new ProgressBar("saving"));
-  if (document->GetOIDManager()->GetOIDs().size() > kManyRecords) bar->Show();
-  document.Save();
+  document.Save(bar);
 }
 
 IZDMObject* Require(const Document& document, LONG id) {

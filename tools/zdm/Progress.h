@@ -19,10 +19,10 @@ class ProgressBar : public IZObjectImpl<IZProgressMeter> {
 
   void SetRange(LONG range) override { range_ = range; }
   void Step(LONG steps) override;
-  /// Shows it now, for what tells no steps.
-  void Show();
 
  private:
+  void Show();
+
   using Clock = std::chrono::steady_clock;
 
   std::string what_;

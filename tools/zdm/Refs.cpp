@@ -16,7 +16,7 @@ struct Options {
 
 Json Row(const OID& other, const Reference& reference) {
   Json row = Brief(other);
-  row["via"] = TextOf(reference.via);
+  row["via"] = NameOf(reference.via);
   IZRelation* relation = reference.relation;
   row["relation"] = relation != nullptr ? Json(relation->getZRClass()->GetName()) : Json();
   if (relation != nullptr) {
@@ -27,7 +27,7 @@ Json Row(const OID& other, const Reference& reference) {
 }
 
 std::string Line(const OID& other, const Reference& reference) {
-  std::string line = "  " + BriefLine(other) + " through " + TextOf(reference.via);
+  std::string line = "  " + BriefLine(other) + " through " + NameOf(reference.via);
   if (IZRelation* relation = reference.relation) {
     line += std::string(" ") + relation->getZRClass()->GetName();
     if (relation->IsReltnDiffusible()) line += ", diffusible";

@@ -1,6 +1,7 @@
 // The command line: inspects the library and its documents.
 #include "drawing/ClassTable.h"
 #include "platform/ole/CAtlException.h"
+#include "platform/system/Output.h"
 #include "tools/zdm/Commands.h"
 #include "tools/zdm/Output.h"
 #include "tools/zdm/Terminal.h"
@@ -28,14 +29,19 @@ constexpr const char* kFooter =
     "  zdm COMMAND --help";
 
 void AddCommands(CLI::App& app, Context& context) {
-  for (const auto add : {AddNew, AddAdd, AddRelate, AddSet, AddDelete, AddImport, AddExport,
-                         AddView, AddInfo, AddTree, AddCategories, AddShow, AddRefs, AddDump,
-                         AddGraph, AddAudit, AddRecover, AddClasses, AddCreate}) {
+  for (const auto add :
+       {AddNew,  AddAdd,   AddRelate, AddSet,        AddDelete,      AddImport, AddExport,
+        AddView, AddInfo,  AddTree,   AddCategories, AddDefinitions, AddShow,   AddRefs,
+        AddDump, AddGraph, AddAudit,  AddRecover,    AddClasses,     AddCreate}) {
     add(app, context);
   }
 }
 
+/// Of what the library reports in a box nothing ends a command: it goes on without it.
+int ShowNothing(void*, const OLECHAR*, const OLECHAR*, UINT) { return IDOK; }
+
 ExitCode Run(std::vector<std::string> arguments) {
+  SetMessageSink({&ShowNothing, nullptr});
   RegisterDrawingClasses();
   Context context;
   CLI::App app("Document data models of building and mechanical drawings.", "zdm");

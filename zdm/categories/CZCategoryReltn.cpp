@@ -74,7 +74,7 @@ void CZCategoryReltn::GetCategoryName(BSTR* out) {
 void CZCategoryReltn::SetReltnObj(IZObject* object) {
   auto* view = zdm::ViewAs<IZDMObject>(object);
   if (view != nullptr && target_ != nullptr && target_->Object == view) return;
-  target_ = view != nullptr ? view->GetOID() : nullptr;
+  PointAt(view != nullptr ? view->GetOID() : nullptr);
   auto* category = zdm::ViewAs<IZCategory>(view);
   if (category == nullptr) return;
   SetFlag(kFlag04, category->IsFlag0200());
@@ -149,7 +149,7 @@ void CZCategoryReltn::CopyAll(IZRelation* other, bool withSubReltns) {
 void CZCategoryReltn::CopyTarget(IZSingleReltn* other) {
   IZDMObject* object = other != nullptr ? other->GetReltnObject() : nullptr;
   SetReltnObj(object);
-  if (object == nullptr && other != nullptr) target_ = other->GetReltnOID();
+  if (object == nullptr && other != nullptr) PointAt(other->GetReltnOID());
 }
 
 // Sub-relations.
@@ -163,6 +163,7 @@ void CZCategoryReltn::AppendSubReltn(IZObject* relation) {
   if (relation == nullptr) return;
   if (subReltns_ == nullptr) subReltns_ = zdm::NewOf<IZReltnColl, CZReltnColl>();
   subReltns_->AddTail(relation);
+  zdm::ChangeWatch::Changed(*this);
 }
 
 void CZCategoryReltn::CollectReltns(IZReltnColl* coll) {
@@ -188,7 +189,7 @@ void CZCategoryReltn::AssertValid(IZDatabase*) {
 }
 
 bool CZCategoryReltn::Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) {
-  if (target_ != nullptr && visitor->MapOID(root, owner, nullptr, &target_)) return true;
+  if (OfferTarget(root, owner, nullptr, visitor)) return true;
   for (IZRelation* attribute : {projectionAttrib_.Get(), sectionAttrib_.Get()}) {
     if (attribute != nullptr && visitor->Visit(root, owner, attribute)) return true;
   }
@@ -286,4 +287,5 @@ void CZCategoryReltn::Load(IZStream* stream, IZDatabase* database) {
     subReltns_ = zdm::NewOf<IZReltnColl, CZReltnColl>();
   }
   subReltns_->Load(stream, database);
+  zdm::ChangeWatch::Changed(*this);
 }

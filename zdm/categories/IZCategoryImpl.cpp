@@ -101,7 +101,10 @@ void IZCategoryImpl::SetCategoryVisible(bool visible) { SetFlag(0x0400, visible)
 void IZCategoryImpl::SetNumber(ULONG number) { number_ = number; }
 LONG IZCategoryImpl::GetMemberCount() { return members_ != nullptr ? members_->GetCount() : 0; }
 IZReltnColl* IZCategoryImpl::GetMemberColl() { return members_; }
-void IZCategoryImpl::SetMemberColl(IZObject* relations) { members_ = relations; }
+void IZCategoryImpl::SetMemberColl(IZObject* relations) {
+  members_ = relations;
+  zdm::ChangeWatch::Changed(*this);
+}
 void IZCategoryImpl::SetFlags(USHORT flags) { flags_ = flags; }
 USHORT IZCategoryImpl::GetFlags() { return flags_; }
 void IZCategoryImpl::SetFlag0100(bool set) { SetFlag(0x0100, set); }
@@ -153,11 +156,20 @@ void IZCategoryImpl::SetHatchB(const ZGiHatchData* source) {
 }
 
 IZCategory* IZCategoryImpl::GetParentCategory() { return TargetOf<IZCategory>(parent_); }
-void IZCategoryImpl::SetParentCategory(IZObject* parent) { PointAt(parent_, parent, false); }
+void IZCategoryImpl::SetParentCategory(IZObject* parent) {
+  PointAt(parent_, parent, false);
+  zdm::ChangeWatch::Changed(*this);
+}
 IZGiMaterial* IZCategoryImpl::GetMaterial() { return TargetOf<IZGiMaterial>(material_); }
-void IZCategoryImpl::SetMaterial(IZObject* material) { PointAt(material_, material, true); }
+void IZCategoryImpl::SetMaterial(IZObject* material) {
+  PointAt(material_, material, true);
+  zdm::ChangeWatch::Changed(*this);
+}
 IZDMObject* IZCategoryImpl::GetReference() { return TargetOf<IZDMObject>(reference_); }
-void IZCategoryImpl::SetReference(IZObject* object) { PointAt(reference_, object, true); }
+void IZCategoryImpl::SetReference(IZObject* object) {
+  PointAt(reference_, object, true);
+  zdm::ChangeWatch::Changed(*this);
+}
 
 // Members.
 
@@ -168,6 +180,7 @@ void IZCategoryImpl::AddMember(IZDMObject* object) {
   if (relation == nullptr) return;
   relation->SetReltnObj(object);
   members_->AddTail(relation);
+  zdm::ChangeWatch::Changed(*this);
   if (auto* member = zdm::ViewAs<IZCategory>(object)) {
     member->SetParentCategory(static_cast<IZCategory*>(this));
   }
@@ -228,6 +241,7 @@ void IZCategoryImpl::CopyFrom(IZDMObject* source, LONG) {
   ZRefPtr<IZReltnColl> members;
   if (IZReltnColl* coll = category->GetMemberColl()) coll->Clone(members.Out(), true);
   members_ = members;
+  zdm::ChangeWatch::Changed(*this);
   SetHatchA(category->GetHatchA());
   SetHatchB(category->GetHatchB());
   SetMaterial(category->GetMaterial());
@@ -291,5 +305,6 @@ void IZCategoryImpl::LoadOwnData(IZStream* stream, IZDatabase* database) {
   LoadPart(sectionAttrib_, NewAttrib, stream, database);
   LoadPart(material_, diffusible, stream, database);
   LoadPart(reference_, diffusible, stream, database);
+  zdm::ChangeWatch::Changed(*this);
   stream->Read(&key_, sizeof(key_));
 }

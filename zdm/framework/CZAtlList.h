@@ -5,6 +5,7 @@
 // Releasing an element may run any code, so a node is always unlinked before its element goes.
 #pragma once
 
+#include "platform/core/ChangeWatch.h"
 #include "platform/ole/CAtlException.h"
 
 #include <utility>
@@ -136,6 +137,11 @@ class CZAtlList {
   Block* blocks_ = nullptr;  // the block allocated last; the others behind it
   CZNode* free_ = nullptr;   // unused nodes, linked through next
   ULONG blockSize_;
+
+ protected:
+  ULONG watch_ = 0;  // of those who remember the elements; see ChangeWatch.h
+
+ private:
   Walk* walks_ = nullptr;  // the innermost one under way
 };
 

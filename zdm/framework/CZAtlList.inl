@@ -43,6 +43,7 @@ void CZAtlList<E, Traits>::SetAt(POSITION pos, const E& element) {
   CZNode* node = ToNode(pos);
   KeepForWalks(node);
   node->element = element;
+  zdm::ChangeWatch::Changed(watch_);
 }
 
 template <class E, class Traits>
@@ -129,6 +130,7 @@ void CZAtlList<E, Traits>::RemoveNode(CZNode* node) {
     if (walk->next_ == node) walk->next_ = node->next;
   }
   Unlink(node);
+  zdm::ChangeWatch::Changed(watch_);
   FreeNode(node);
 }
 
@@ -197,6 +199,7 @@ typename CZAtlList<E, Traits>::CZNode* CZAtlList<E, Traits>::NewNode(const E& el
   new (&node->element) E(element);
   free_ = rest;
   Link(node, prev, next);
+  zdm::ChangeWatch::Changed(watch_);
   ++count_;
   return node;
 }

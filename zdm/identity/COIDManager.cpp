@@ -102,6 +102,7 @@ void COIDManager::Remove(OID* oid) {
   const auto offset = static_cast<std::ptrdiff_t>(index);
   OIDVect.erase(OIDVect.begin() + offset);
   ids_.erase(ids_.begin() + offset);
+  ++revision_;
   Unlist(oid);
   if (OwnerCache == oid) OwnerCache = nullptr;
 }
@@ -113,6 +114,7 @@ void COIDManager::Replace(std::vector<OID*> oids) {
   for (OID* oid : OIDVect) Unlist(oid);
   OIDVect.swap(oids);
   ids_.swap(ids);
+  ++revision_;
   for (OID* oid : OIDVect) {
     if (oid->table_ == this) oid->isListed_ = true;
   }
@@ -156,11 +158,17 @@ void COIDManager::Settle() const {
                  [](const OID* oid) { return oid->ID; });
   OIDVect.insert(OIDVect.begin(), front_.rbegin(), front_.rend());
   front_.clear();
+  ++revision_;
 }
 
 const std::vector<OID*>& COIDManager::GetOIDs() const {
   Settle();
   return OIDVect;
+}
+
+ULONGLONG COIDManager::GetRevision() const {
+  Settle();
+  return revision_;
 }
 
 OID* COIDManager::At(std::size_t index) const {

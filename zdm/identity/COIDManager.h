@@ -20,7 +20,9 @@ struct IZDMObjColl;
 struct IZDMObjMgr;
 struct IZDMObject;
 struct IZDatabase;
+struct IZMergeMapTool;
 struct IZReltnColl;
+struct IZReltnMapID;
 struct IZStream;
 
 class ZDM_API COIDManager {
@@ -48,6 +50,8 @@ class ZDM_API COIDManager {
   /// The next hard (soft) ID. Throw CAtlException(E_FAIL) when all are taken.
   LONG QueryHardID();
   LONG QuerySoftID();
+  /// The soft ID handed out last; 0 before the first.
+  LONG GetLastSoftID() const { return SoftCounter; }
   /// The counters follow the first and last ID of the list; an empty list changes nothing.
   void SetIDRange();
   /// A new ID would be one that is listed already.
@@ -56,6 +60,9 @@ class ZDM_API COIDManager {
   /// attached already.
   /// @param recurse  the objects of a manager too, down its tree, in list order.
   void AssignItemID(IZDMObject* object, const bool& hard, bool recurse);
+  /// Lists the record, wherever it was listed before, at the end under the next soft ID. Returns
+  /// its former ID.
+  LONG AssignNewID(OID* oid);
   /// Lists a record at the end; it was made with `new`. The caller sees to the order of IDs.
   void AddOID(OID* oid);
   /// Takes the record out of the list; nothing when it is not there.
@@ -84,6 +91,9 @@ class ZDM_API COIDManager {
   static IZDMObject* GetOptPathBottomObj(IZDatabase* db);
   /// All records in table order.
   const std::vector<OID*>& GetOIDs() const;
+  /// Another number whenever the list has changed otherwise than by records added at its end, or
+  /// a record was given to another object.
+  ULONGLONG GetRevision() const;
   const std::list<UnresolvedObject>& GetUnresolved() const { return Unresolved; }
 
   // Binding objects.
@@ -176,6 +186,45 @@ class ZDM_API COIDManager {
   /// Exchanges the data of every object with that of the object of the same ID in its owner.
   static void SetObjEx(IZDMObjColl* objects);
 
+  // Copies and merges: objects get new IDs here, and their references are led over. Copies are
+  // appended to `added`, managers before what they hold; nobody but `added` holds them, and their
+  // owners stay those of the originals until they are led over, too. Each object below a manager is
+  // met once. No argument is null unless said otherwise.
+
+  /// Gives `object`, and everything below it, new soft IDs, makes them attached and valid, and adds
+  /// the pairs to `map`.
+  void QueryNewPID(IZReltnMapID* map, IZDMObject* object, IZDMObjColl* added);
+  /// A clone of `object`, without what a manager holds, gets a new ID. Nothing for one that cannot
+  /// be cloned.
+  void CloneItemEx(IZReltnMapID* map, IZDMObject* object, IZDMObjColl* added);
+  /// CloneItemEx for `object` and the valid objects below it, with a step of the meter for each.
+  void CloneEx(IZReltnMapID* map, IZDMObject* object, IZDMObjColl* added);
+  /// Rebinds a copy that has its final ID, with `ids` as the table of `db`: owner, current object
+  /// and references become the records of the same ID, null where there is none. A copy with a soft
+  /// ID comes under its owner, which takes over the caller's reference.
+  /// @param pending  receives a manager whose current object is not there yet.
+  /// @return 0.
+  static LONG MapPIDForCopy(IZDMObject* object, IZDatabase* db, COIDManager* ids,
+                            std::list<IZDMObject*>& pending);
+  /// Leads over what `object` of `db` refers to, and its current object where that is found.
+  /// @param remapOwner  1: its owner too, unless that is being loaded.
+  /// @return 0.
+  static LONG MapPIDForMerge(IZReltnMapID* map, IZDMObject* object, IZDatabase* db, int remapOwner);
+  /// Merges the valid objects of `src` into `dst`, by eZMergeOption: an object without counterpart
+  /// (IZDMObjMgr::FindObject) is added, for the others `tool` is asked. References are led over
+  /// afterwards, with MapPIDForMerge.
+  /// @param added     receives the copies of objects that are added; they are in no manager yet.
+  /// @param replaced  receives clones of the objects of `dst` that were replaced.
+  /// @param srcNode   an object of `src` whose counterpart is `dstNode`, a manager, and merged by
+  ///     the strategy of the target document; both may be null.
+  static void MergeMgr(IZDMObjMgr* src, IZDMObjMgr* dst, IZMergeMapTool* tool, IZDMObjColl* added,
+                       IZDMObjColl* replaced, IZDMObject* srcNode, IZDMObject* dstNode);
+  /// The manager that the first relation of status 0x08000000 of an object with ZOS_HASREFMGR leads
+  /// to (borrowed), or null.
+  static IZDMObjMgr* GetRefMgr(IZDMObject* object);
+  /// Leads that relation from `oldMgr` over to `newMgr`.
+  static void SetRefMgr(IZDMObject* object, OID* oldMgr, OID* newMgr);
+
   // Diagnostics; they produce no output. Those that differ only by `int` and `long` exist twice
   // where these are two types.
 
@@ -203,6 +252,7 @@ class ZDM_API COIDManager {
   void ReleaseRecords();
 
  private:
+  friend class OID;
   class RecordReader;
 
   void Keep(OID* oid);
@@ -226,5 +276,6 @@ class ZDM_API COIDManager {
 
   mutable std::vector<OID*> front_;  // hard IDs since the last walk, before OIDVect, last one first
   mutable std::vector<LONG> ids_;    // of OIDVect, place by place: what searches read
-  std::vector<OID*> kept_;           // every record that was ever listed, one holder each
+  mutable ULONGLONG revision_ = 0;
+  std::vector<OID*> kept_;  // every record that was ever listed, one holder each
 };

@@ -1,6 +1,9 @@
 #include "zdm/identity/OID.h"
 
+#include "platform/core/ChangeWatch.h"
 #include "platform/core/IZStream.h"
+#include "zdm/identity/COIDManager.h"
+#include "zdm/model/IZDMObject.h"
 
 #include <stdexcept>
 
@@ -47,8 +50,16 @@ OID& OID::operator=(const OID& other) {
   return *this;
 }
 
-void OID::SetStatus(const LONG& status, ULONGLONG) { Status.set(BitOf(status)); }
-void OID::ClearStatus(const LONG& status, ULONGLONG) { Status.reset(BitOf(status)); }
+/// Whether the object counts is part of what is remembered of it. Only a record that a table keeps
+/// is sure to know when its object ends.
+void OID::TakeStatus(LONG status, bool set) {
+  Status.set(BitOf(status), set);
+  if (status != ZOS_VALID || table_ == nullptr || Object == nullptr) return;
+  zdm::ChangeWatch::Changed(*Object);
+}
+
+void OID::SetStatus(const LONG& status, ULONGLONG) { TakeStatus(status, true); }
+void OID::ClearStatus(const LONG& status, ULONGLONG) { TakeStatus(status, false); }
 bool OID::JudgeStatus(LONG status) const { return Status.test(BitOf(status)); }
 
 // OID entry, 12 bytes, little-endian.
@@ -87,6 +98,10 @@ void OID::GiveUp(OID* record, IZDMObject* object) {
 
 void OID::Leave(OID* record) {
   if (record != nullptr) --record->holders_;
+}
+
+void OID::NoteOtherObject() const {
+  if (table_ != nullptr) ++table_->revision_;
 }
 
 void OID::Release() {

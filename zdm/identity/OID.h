@@ -49,6 +49,8 @@ class ZDM_API OID : public KID {
   /// The object that took `record` (may be null) has another one now, and nothing else changes:
   /// without other holders the record is the caller's.
   static void Leave(OID* record);
+  /// The record is that of another object from now on: another revision of its table.
+  void NoteOtherObject() const;
 
   // The status lock: whoever uses a bit as a passing mark over many objects sets it in the lock,
   // stores its own address as the key, and clears both when done.
@@ -63,6 +65,7 @@ class ZDM_API OID : public KID {
 
  private:
   friend class COIDManager;
+  void TakeStatus(LONG status, bool set);
   void Release();
 
   COIDManager* table_ = nullptr;  // the ID table that listed the record last

@@ -58,6 +58,7 @@ bool IZDMObjEmbedImpl<T>::JudgeSame(IZDMObject* other) {
 
 template <class T>
 bool IZDMObjEmbedImpl<T>::VisitReferences(IZDMObject* root, IZReltnVisitor* visitor) {
+  zdm::ChangeWatch::Watch(*this);
   if (ext_ != nullptr) ext_->VisitReferences(root, this, visitor);
   return false;
 }
@@ -115,6 +116,7 @@ void IZDMObjEmbedImpl<T>::LoadRelations(IZStream* stream, IZDatabase* database) 
 template <class T>
 LONG IZDMObjEmbedImpl<T>::SetExt(IZDMObjExt* ext) {
   ext_ = ext;
+  zdm::ChangeWatch::Changed(*this);
   return 0;
 }
 

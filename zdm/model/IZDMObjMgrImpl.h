@@ -85,10 +85,11 @@ class IZDMObjMgrImpl : public IZListOperations<zdm::ManagerBases<T>, IZDMObject>
   // Operations of the template itself; they follow those of IZDMObjectImpl in this order.
 
   /// Merges a manager of another document into this one: 0, or 1 when nothing was changed, as for
-  /// a manager of another class. References between documents cannot be remapped yet, so the answer
-  /// is 1 for every manager.
+  /// a manager of another class, this one itself, and outside of a document. A class that answers
+  /// to IZProgressMeter is told the progress.
   /// @param added       receives the objects that are new here.
   /// @param existing    receives what replaced objects of this manager were before.
+  /// @param mapTool     made ready for this manager's document; decides by COIDManager::MergeMgr.
   /// @param sourceNode  an object of `source` whose counterpart is known: `targetNode`.
   virtual LONG MergeFrom(IZDMObjMgr* source, IZDMObjColl* added, IZDMObjColl* existing,
                          IZMergeMapTool* mapTool, IZDMObject* sourceNode, IZDMObject* targetNode);

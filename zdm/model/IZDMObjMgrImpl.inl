@@ -5,6 +5,7 @@
 #include "zdm/identity/COIDManager.h"
 #include "zdm/identity/OID.h"
 #include "zdm/model/IZDMObjMgrImpl.h"
+#include "zdm/model/ManagerMerge.h"
 #include "zdm/model/ObjectList.h"
 
 #include <utility>
@@ -155,6 +156,7 @@ void IZDMObjMgrImpl<T>::SetCurrent(IZObject* object) {
 template <class T>
 void IZDMObjMgrImpl<T>::HoldCurrent(OID* oid) {
   OID::GiveUp(std::exchange(currentOid_, OID::Take(oid)), nullptr);
+  zdm::ChangeWatch::Changed(*this);
 }
 
 // Finding.
@@ -212,9 +214,10 @@ void IZDMObjMgrImpl<T>::GetUniqueName(const OLECHAR* prefix, BSTR* out) {
 }
 
 template <class T>
-LONG IZDMObjMgrImpl<T>::MergeFrom(IZDMObjMgr*, IZDMObjColl*, IZDMObjColl*, IZMergeMapTool*,
-                                  IZDMObject*, IZDMObject*) {
-  return 1;
+LONG IZDMObjMgrImpl<T>::MergeFrom(IZDMObjMgr* source, IZDMObjColl* added, IZDMObjColl* existing,
+                                  IZMergeMapTool* mapTool, IZDMObject* sourceNode,
+                                  IZDMObject* targetNode) {
+  return zdm::MergeManagers(*this, source, added, existing, mapTool, sourceNode, targetNode);
 }
 
 // Own data, behind the parameters. The objects are records of their own, with the manager's ID as

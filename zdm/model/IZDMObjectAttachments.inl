@@ -57,6 +57,7 @@ void IZDMObjectImpl<T>::AddRelation(IZObject* relation) {
   if (static_cast<CZObject*>(relation) == static_cast<CZObject*>(this)) return;
   if (reltnColl_ == nullptr) {
     reltnColl_ = zdm::CreateAs<IZReltnColl, CZReltnColl>();
+    zdm::ChangeWatch::Changed(*this);
   }
   if (reltnColl_ != nullptr) reltnColl_->AddTail(relation);
 }
@@ -95,6 +96,7 @@ void IZDMObjectImpl<T>::HoldParameterArray(IZParameterArray* array) {
     former->SetOwner(nullptr);
   }
   if (paramArray_ != nullptr) paramArray_->SetOwner(this);
+  zdm::ChangeWatch::Changed(*this);
 }
 
 /// The array, created when absent; null when it cannot be.

@@ -7,6 +7,7 @@
 // IZDMObjectImpl.inl.
 #pragma once
 
+#include "platform/core/ChangeWatch.h"
 #include "zdm/extdata/IZExtDataMgr.h"
 #include "zdm/framework/IZObjectImpl.h"
 #include "zdm/framework/ZRefPtr.h"

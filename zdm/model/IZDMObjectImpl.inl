@@ -150,6 +150,7 @@ bool IZDMObjectImpl<T>::JudgeSame(IZDMObject* other) {
 
 template <class T>
 void IZDMObjectImpl<T>::SetOID(OID* oid, bool raw) {
+  zdm::ChangeWatch::Changed(*this);
   if (raw || oid == nullptr) {
     OID::Leave(std::exchange(oid_, OID::Take(oid)));
     return;
@@ -158,11 +159,13 @@ void IZDMObjectImpl<T>::SetOID(OID* oid, bool raw) {
   if (oid != oid_) OID::GiveUp(std::exchange(oid_, OID::Take(oid)), this);
   oid_->Object = this;
   oid_->Status = status;
+  oid_->NoteOtherObject();
 }
 
 template <class T>
 void IZDMObjectImpl<T>::SetID(ULONG id) {
   if (oid_ != nullptr) oid_->ID = static_cast<LONG>(id);
+  zdm::ChangeWatch::Changed(*this);
 }
 
 template <class T>
@@ -220,6 +223,7 @@ IZDatabase* IZDMObjectImpl<T>::GetDatabase() {
 
 template <class T>
 bool IZDMObjectImpl<T>::VisitReferences(IZDMObject* root, IZReltnVisitor* visitor) {
+  zdm::ChangeWatch::Watch(*this);
   if (visitor->Visit(root, this, ownerOid_)) return true;
   if (paramArray_ != nullptr && paramArray_->Accept(root, this, visitor)) return true;
   return reltnColl_ != nullptr && reltnColl_->Accept(root, this, visitor);
@@ -273,6 +277,7 @@ void IZDMObjectImpl<T>::CopyFrom(IZDMObject* source, LONG) {
   if (extData != nullptr) extDataMgr_ = extData;
   this->SetOptionAllowed(options);
   reltnColl_ = relations;
+  zdm::ChangeWatch::Changed(*this);
   this->SetParameterArray(parameters, false);
   this->SetDisplayValue(displayValue);
 }

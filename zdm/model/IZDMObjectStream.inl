@@ -162,6 +162,7 @@ void IZDMObjectImpl<T>::LoadRelations(IZStream* stream, IZDatabase* database) {
   if (reltnColl_ == nullptr) reltnColl_ = relations;
   relations->Load(stream, database);
   reltnColl_ = relations;
+  zdm::ChangeWatch::Changed(*this);
 }
 
 template <class T>

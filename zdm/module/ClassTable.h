@@ -29,7 +29,6 @@ struct ClassInfo {
   const char* name;
   GUID classId;  // GUID_NULL when not creatable
   bool creatable;
-  bool built;  // false for a row whose class is not in this build
   std::span<const char* const> interfaces;
 };
 

@@ -7,6 +7,8 @@
 #include "zdm/extdata/CZExtDataMgr.h"
 #include "zdm/extdata/CZExtDataObj.h"
 #include "zdm/extdata/CZProxyExtDataObj.h"
+#include "zdm/identity/ZReltnVisitorMapID.h"
+#include "zdm/identity/ZReltnVisitorMapIDForPaste.h"
 #include "zdm/model/CZDMDictionary.h"
 #include "zdm/model/CZDMObjColl.h"
 #include "zdm/model/CZDMObjEmbed.h"
@@ -15,7 +17,6 @@
 #include "zdm/model/CZDefinition.h"
 #include "zdm/model/CZDefinitionMgr.h"
 #include "zdm/module/ClassTable.h"
-#include "zdm/module/PendingClasses.h"
 #include "zdm/parameters/CZDMParameter.h"
 #include "zdm/parameters/CZDMParameterMgr.h"
 #include "zdm/parameters/CZParameter.h"
@@ -53,7 +54,7 @@ namespace {
 
 template <class C>
 void InitClass() {
-  if constexpr (!zdm::kPending<C>) C::zInit();
+  C::zInit();
 }
 
 bool RegisterAll() {
@@ -80,7 +81,7 @@ struct NamesOf<zdm::InterfaceList<I...>> {
 template <class C>
 constexpr zdm::ClassInfo InfoOf() {
   using Row = zdm::ClassRow<C>;
-  return {Row::kName, Row::kClassID, Row::kCreatable, !zdm::kPending<C>,
+  return {Row::kName, Row::kClassID, Row::kCreatable,
           NamesOf<typename Row::Interfaces>::kNames};
 }
 

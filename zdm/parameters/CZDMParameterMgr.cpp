@@ -90,7 +90,9 @@ bool CZDMParameterMgr::SetParamValue(const GUID* definitionGUID, const ZDfValue*
 }
 
 bool CZDMParameterMgr::GetParamRelation(const GUID* definitionGUID, IZDMObject** out) {
-  return With(definitionGUID, [&](IZParameter& parameter) { *out = parameter.GetRelation(); });
+  return With(definitionGUID, [&](IZParameter& parameter) {
+    *out = ZRefPtr<IZDMObject>(parameter.GetRelation()).Detach();
+  });
 }
 
 bool CZDMParameterMgr::SetManagedParamRelation(const GUID* definitionGUID, IZDMObject* object,

@@ -178,15 +178,14 @@ void IZParameterArrayImpl::UpdateFrom(IZObject* source, std::list<GUID>* changed
 // Owner and references.
 
 void IZParameterArrayImpl::SetOwner(IZDMObject* object) {
-  owner_ = object;
-  // An object that holds the array takes this link back before it ends; any other may just go.
-  ownerMayGo_ = object != nullptr && object->PeekParameterArray() != this;
-  ownerHandle_ = ownerMayGo_ ? ZWeakHandle(object) : ZWeakHandle();
+  const bool holdsThis = object != nullptr && object->PeekParameterArray() == this;
+  owner_ = holdsThis ? object : nullptr;
+  looseOwner_ = zdm::WeakView<IZDMObject>(holdsThis ? nullptr : object);
   storage_.SetOwner(this);
 }
 
 IZDMObject* IZParameterArrayImpl::GetOwner() {
-  return ownerMayGo_ && ownerHandle_.Get() == nullptr ? nullptr : owner_;
+  return owner_ != nullptr ? owner_ : looseOwner_.Get();
 }
 
 void IZParameterArrayImpl::OnParameterChanged(IZParameter*) {
@@ -194,6 +193,7 @@ void IZParameterArrayImpl::OnParameterChanged(IZParameter*) {
 }
 
 bool IZParameterArrayImpl::Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) {
+  storage_.Watch();
   for (LONG i = 0; i < storage_.GetCount(); ++i) {
     const ZRefPtr<IZParameter> parameter = storage_.at(i);  // the visitor may take it away
     if (parameter->Accept(root, owner, visitor)) return true;

@@ -3,8 +3,8 @@
 // Stream form: above Save in IZParameterArrayImpl.cpp.
 #pragma once
 
-#include "platform/core/ZWeakHandle.h"
 #include "zdm/framework/IZObjectImpl.h"
+#include "zdm/framework/WeakView.h"
 #include "zdm/parameters/IZParameterArray.h"
 #include "zdm/parameters/ZParaArray.h"
 
@@ -89,14 +89,15 @@ class ZDM_API IZParameterArrayImpl : public IZObjectImpl<IZParameterArray> {
   void Hold(ZParaArray parameters);
   void Disown(IZParameter* parameter);
   void DropBulkAdd();
+  template <class Offer>
+  void OfferProperty(IZProperty* property, const Offer& offer);
   template <class Set>
   void AddTyped(IZDefinitionMgr* definitions, const GUID* definitionGUID, std::optional<USHORT> key,
                 USHORT flags, const Set& set);
 
   ZParaArray storage_;
-  IZDMObject* owner_ = nullptr;
-  BYTE flags_ = 0;           // kBulkAddOpen; the other bits are kept as loaded
-  bool ownerMayGo_ = false;  // the owner does not hold this array: ownerHandle_ counts
-  ZWeakHandle ownerHandle_;
-  zdm::BulkAdd* bulkAdd_ = nullptr;  // while one is open; borrowed
+  IZDMObject* owner_ = nullptr;  // an owner that holds this array, and lets go of it in time
+  BYTE flags_ = 0;               // kBulkAddOpen; the other bits are kept as loaded
+  zdm::WeakView<IZDMObject> looseOwner_;  // any other
+  zdm::BulkAdd* bulkAdd_ = nullptr;       // while one is open; borrowed
 };

@@ -5,6 +5,7 @@
 // IZParameterImpl.inl.
 #pragma once
 
+#include "platform/core/ChangeWatch.h"
 #include "zdm/framework/IZObjectImpl.h"
 #include "zdm/framework/WeakView.h"
 #include "zdm/parameters/HeldValue.h"
@@ -79,11 +80,13 @@ class IZParameterImpl : public IZObjectImpl<T>, public zdm::ParameterLinks {
   virtual void SaveBody(IZStream* stream, IZDatabase* database);
 
  private:
-  static constexpr USHORT kFlag02 = 0x02;
-  static constexpr USHORT kReadOnly = 0x04;
-  static constexpr USHORT kFlag08 = 0x08;
-  static constexpr USHORT kFlag10 = 0x10;
-  static constexpr USHORT kFlag20 = 0x20;
+  enum Flag : USHORT {
+    kFlag02 = 0x02,
+    kReadOnly = 0x04,
+    kFlag08 = 0x08,
+    kFlag10 = 0x10,
+    kFlag20 = 0x20
+  };
 
   bool Has(USHORT bit) const { return (flags_ & bit) != 0; }
   void Set(USHORT bit, bool set) {

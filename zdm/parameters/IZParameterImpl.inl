@@ -35,6 +35,7 @@ IZDefinition* IZParameterImpl<T>::GetDefinition() {
 template <class T>
 void IZParameterImpl<T>::SetDefinition(IZObject* definition) {
   definition_.SetObject(zdm::ViewAs<IZDMObject>(definition));
+  zdm::ChangeWatch::Changed(*this);
 }
 
 template <class T>
@@ -80,6 +81,7 @@ void IZParameterImpl<T>::SetLinkedObject(IZDMObject* source) {
   } else {
     link_.Reset();
   }
+  zdm::ChangeWatch::Changed(*this);
 }
 
 template <class T>
@@ -132,6 +134,7 @@ void IZParameterImpl<T>::SetRelation(IZDMObject* object, bool diffusible) {
     relation.Value->SetReltnObj(object);
     relation.Value->SetReltnDiffusible(diffusible);
   }
+  zdm::ChangeWatch::Changed(*this);
   Report();
 }
 
@@ -157,6 +160,7 @@ void IZParameterImpl<T>::SetValue(const ZDfValue* value) {
     value_.Attach(nullptr);
   } else if (value != value_.Get()) {
     value_.CopyFrom(*value);
+    zdm::ChangeWatch::Changed(*this);
     Report();
   }
 }
@@ -231,11 +235,13 @@ bool IZParameterImpl<T>::ApplyProperty(LONG, IZProperty* property, ULONG, bool* 
   *handled = false;
   if (!Serves(property)) return false;
   zdm::TakeValue(this->GetPropertyType(), value_, *property, *handled);
+  zdm::ChangeWatch::Changed(*this);
   return true;
 }
 
 template <class T>
 bool IZParameterImpl<T>::Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) {
+  zdm::ChangeWatch::Watch(*this);
   if (link_.Accept(root, owner, visitor)) return true;
   if (definition_.Accept(root, owner, visitor)) return true;
   return !value_.IsNull() && value_.Get()->Accept(root, owner, visitor);
@@ -275,6 +281,7 @@ void IZParameterImpl<T>::LoadBody(IZStream* stream, IZDatabase* database) {
   value_.Attach(ZDfValueRxClass::CreateZDfValue(type));
   if (!value_.IsNull()) {
     value_.Get()->Load(stream, database);
+    zdm::ChangeWatch::Changed(*this);
   } else {
     const zdm::WideString number = zdm::FromUtf8(std::to_string(type));
     zdm::ShowMessage(number.c_str(), number.c_str(), MB_OK);

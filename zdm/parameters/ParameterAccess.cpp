@@ -5,6 +5,7 @@
 #include "zdm/model/IZDefinitionMgr.h"
 #include "zdm/parameters/IZParameterArrayImpl.h"
 #include "zdm/parameters/PropertyGroups.h"
+#include "zdm/properties/IZProperty.h"
 #include "zdm/relations/IZSingleReltn.h"
 #include "zdm/relations/ZDfValues.h"
 
@@ -172,18 +173,28 @@ void IZParameterArrayImpl::BuildPropertyGroups(LONG, IZPropertyGroupColl* groups
   zdm::BuildGroups(parameters, zdm::GroupOrder::kRegistration, groups);
 }
 
+/// Offers the property to one parameter after the other until one has handled it. That of its
+/// definition is asked first, as only that one serves it; to be offered it again changes nothing.
+template <class Offer>
+void IZParameterArrayImpl::OfferProperty(IZProperty* property, const Offer& offer) {
+  if (property == nullptr) return;
+  bool handled = false;
+  GUID guid;
+  const LONG first = storage_.FirstOf(*property->GetGUID(&guid));
+  if (first >= 0) offer(*storage_.at(first), &handled);
+  for (LONG i = 0; i < storage_.GetCount() && !handled; ++i) offer(*storage_.at(i), &handled);
+}
+
 bool IZParameterArrayImpl::FillProperties(LONG context, IZProperty* property) {
-  bool handled = property == nullptr;
-  for (LONG i = 0; i < storage_.GetCount() && !handled; ++i) {
-    storage_.at(i)->FillProperty(context, property, &handled);
-  }
+  OfferProperty(property, [&](IZParameter& parameter, bool* handled) {
+    parameter.FillProperty(context, property, handled);
+  });
   return true;
 }
 
 bool IZParameterArrayImpl::ApplyProperties(LONG context, IZProperty* property, ULONG reserved) {
-  bool handled = property == nullptr;
-  for (LONG i = 0; i < storage_.GetCount() && !handled; ++i) {
-    storage_.at(i)->ApplyProperty(context, property, reserved, &handled);
-  }
+  OfferProperty(property, [&](IZParameter& parameter, bool* handled) {
+    parameter.ApplyProperty(context, property, reserved, handled);
+  });
   return true;
 }

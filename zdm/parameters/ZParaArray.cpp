@@ -38,6 +38,13 @@ LONG Search(LONG count, const zdm::GuidKey& wanted, const KeyAt& keyAt) {
   return -1;
 }
 
+/// The first place of `wanted`; -1 if none.
+template <class Element, class Wanted>
+LONG PlaceOf(Element* elements, LONG count, const Wanted& wanted) {
+  Element* const found = std::find(elements, elements + count, wanted);
+  return found != elements + count ? static_cast<LONG>(found - elements) : -1;
+}
+
 }  // namespace
 
 void zdm::SortByDefinition(std::span<ParaEntry> entries) {
@@ -53,11 +60,14 @@ ZParaArray::ZParaArray(const ZParaArray& other)
 }
 
 ZParaArray::ZParaArray(ZParaArray&& other) noexcept
-    : items_(std::exchange(other.items_, nullptr)), count_(std::exchange(other.count_, 0)) {}
+    : items_(std::exchange(other.items_, nullptr)), count_(std::exchange(other.count_, 0)) {
+  zdm::ChangeWatch::Changed(other.watch_);
+}
 
 ZParaArray& ZParaArray::operator=(ZParaArray other) noexcept {
   std::swap(items_, other.items_);
   std::swap(count_, other.count_);
+  zdm::ChangeWatch::Changed(watch_);
   return *this;
 }
 
@@ -97,6 +107,7 @@ ZRefPtr<IZParameter> ZParaArray::Take(LONG index) {
   }
   std::swap(items_, rest.items_);
   std::swap(count_, rest.count_);
+  zdm::ChangeWatch::Changed(watch_);
   auto taken = zdm::Attached(rest.items_[index]);
   rest.count_ = 0;  // the others moved
   return taken;
@@ -114,17 +125,26 @@ LONG ZParaArray::IndexOf(const GUID& definitionGUID) const {
   const auto remembered = [keys](LONG index) -> const zdm::GuidKey& { return keys[index]; };
   const LONG guess = Search(count_, wanted, remembered);
   if (guess >= 0 && KeyOf(items_[guess]) == wanted) return guess;
-  // A definition has changed since, or has arrived only now.
-  for (LONG i = 0; i < count_; ++i) keys[i] = KeyOf(items_[i]);
+  LookAgain();
   const LONG found = Search(count_, wanted, remembered);
-  if (found >= 0) return found;
-  const auto* const match = std::find(keys, keys + count_, wanted);
-  return match != keys + count_ ? static_cast<LONG>(match - keys) : -1;
+  return found >= 0 ? found : PlaceOf(keys, count_, wanted);
+}
+
+LONG ZParaArray::FirstOf(const GUID& definitionGUID) const {
+  const zdm::GuidKey wanted(definitionGUID);
+  const LONG guess = PlaceOf(Keys(), count_, wanted);
+  if (guess >= 0 && KeyOf(items_[guess]) == wanted) return guess;
+  LookAgain();
+  return PlaceOf(Keys(), count_, wanted);
+}
+
+/// A definition has changed since, or has arrived only now.
+void ZParaArray::LookAgain() const {
+  for (LONG i = 0; i < count_; ++i) Keys()[i] = KeyOf(items_[i]);
 }
 
 LONG ZParaArray::IndexOf(const IZParameter* parameter) const {
-  IZParameter** const match = std::find(items_, items_ + count_, parameter);
-  return match != items_ + count_ ? static_cast<LONG>(match - items_) : -1;
+  return PlaceOf(items_, count_, parameter);
 }
 
 bool ZParaArray::IsExist(const GUID& definitionGUID) const {

@@ -4,6 +4,7 @@
 // it, so that it need not ask all of them. Stream form: above Save in ZParaArray.cpp.
 #pragma once
 
+#include "platform/core/ChangeWatch.h"
 #include "zdm/framework/GuidKey.h"
 #include "zdm/framework/ZRefPtr.h"
 #include "zdm/parameters/IZParameter.h"
@@ -46,10 +47,14 @@ class ZDM_API ZParaArray {
   IZParameter* GetParameter(const GUID& definitionGUID) const;
   /// The place of what GetParameter answers; -1 if none.
   LONG IndexOf(const GUID& definitionGUID) const;
+  /// The first place of a parameter of that definition, which may be GUID_UNSET; -1 if none.
+  LONG FirstOf(const GUID& definitionGUID) const;
   /// The first place of that very parameter; -1 if none.
   LONG IndexOf(const IZParameter* parameter) const;
   /// By binary search alone; in an array out of order it may miss.
   bool IsExist(const GUID& definitionGUID) const;
+  /// What is held is remembered by somebody; see ChangeWatch.h.
+  void Watch() { zdm::ChangeWatch::Watch(watch_); }
   /// Makes `array` the one that every parameter reports to.
   void SetOwner(IZParameterArray* array) const;
 
@@ -61,8 +66,10 @@ class ZDM_API ZParaArray {
  private:
   // The remembered keys follow the parameters in the same block.
   static IZParameter** Allocate(LONG count);
+  void LookAgain() const;
   zdm::GuidKey* Keys() const { return reinterpret_cast<zdm::GuidKey*>(items_ + count_); }
 
   IZParameter** items_ = nullptr;  // null when empty
   LONG count_ = 0;
+  ULONG watch_ = 0;  // stays with this array
 };

@@ -4,6 +4,7 @@
 // factory, so the class must be registered there. Stream form: above Save in IZRelationImpl.inl.
 #pragma once
 
+#include "platform/core/ChangeWatch.h"
 #include "zdm/framework/IZObjectImpl.h"
 #include "zdm/relations/IZDisplayImpl.h"
 #include "zdm/relations/IZRelation.h"
@@ -17,9 +18,9 @@ class IZRelationImpl : public IZDisplayImpl<IZObjectImpl<T>> {
   /// Replaces the whole status word and the tag by those of `other`; null changes nothing.
   void CopyFrom(IZRelation* other) override;
   void Update(IZUpdater*, GiContext*) override {}
-  void SetReltnStatus(LONG bits) override { status_ |= static_cast<ULONG>(bits); }
+  void SetReltnStatus(LONG bits) override { TakeStatus(status_ | static_cast<ULONG>(bits)); }
   LONG GetReltnStatus() override { return static_cast<LONG>(status_); }
-  void ClearReltnStatus(LONG bits) override { status_ &= ~static_cast<ULONG>(bits); }
+  void ClearReltnStatus(LONG bits) override { TakeStatus(status_ & ~static_cast<ULONG>(bits)); }
   bool JudgeReltnStatus(LONG mask) override {
     return (status_ & static_cast<ULONG>(mask)) == static_cast<ULONG>(mask);
   }
@@ -44,6 +45,13 @@ class IZRelationImpl : public IZDisplayImpl<IZObjectImpl<T>> {
   virtual bool IsDumpRef() { return false; }
 
  protected:
+  /// The whole status word; only valid relations are offered.
+  void TakeStatus(ULONG status) {
+    const bool isOfferedAlike = ((status_ ^ status) & ZRS_VALID) == 0;
+    status_ = status;
+    if (!isOfferedAlike) zdm::ChangeWatch::Changed(*this);
+  }
+
   ULONG status_ = ZRS_VALID;
   LONG tag_ = -1;
   ULONG spare_ = 0;  // carried, never interpreted

@@ -14,7 +14,7 @@ IZObject* IZRelationImpl<T>::Clone() {
 template <class T>
 void IZRelationImpl<T>::CopyFrom(IZRelation* other) {
   if (other == nullptr) return;
-  status_ = static_cast<ULONG>(other->GetReltnStatus());
+  TakeStatus(static_cast<ULONG>(other->GetReltnStatus()));
   tag_ = other->GetReltnTag();
 }
 
@@ -42,7 +42,7 @@ template <class T>
 void IZRelationImpl<T>::Load(IZStream* stream, IZDatabase*) {
   LONG record[3];
   stream->Read(record, sizeof(record));
-  status_ = static_cast<ULONG>(record[0]);
+  TakeStatus(static_cast<ULONG>(record[0]));
   tag_ = record[1];
   spare_ = static_cast<ULONG>(record[2]);
 }

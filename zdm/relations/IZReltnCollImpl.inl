@@ -48,7 +48,10 @@ bool IZReltnCollImpl<Others...>::Accept(IZDMObject* root, IZDMObject* owner,
                                         IZReltnVisitor* visitor) {
   // Shown to itself, a collector would never come to the end of its list.
   if (static_cast<CZObject*>(visitor) == static_cast<CZObject*>(this)) return false;
+  zdm::ChangeWatch::Watch(*this);
+  zdm::ChangeWatch::Watch(List::watch_);
   return AnyOf([&](IZRelation& element) {
+    zdm::ChangeWatch::Watch(element);  // it may become valid
     return Passes(&element, ZRS_VALID) && visitor->Visit(root, owner, &element);
   });
 }

@@ -6,6 +6,8 @@
 #include "zdm/relations/IZRelationImpl.h"
 #include "zdm/relations/IZSingleReltn.h"
 
+#include <utility>
+
 template <class T>
 class IZSingleReltnImpl : public IZRelationImpl<T> {
  public:
@@ -28,7 +30,7 @@ class IZSingleReltnImpl : public IZRelationImpl<T> {
   void SetReltnObj(IZObject* object) override;
   IZDMObject* GetReltnObject() override;
   IZDMObject* GetValidReltnObject() override;
-  void SetReltnOID(OID* oid) override { target_ = oid; }
+  void SetReltnOID(OID* oid) override { PointAt(oid); }
   OID* GetReltnOID() override { return target_; }
 
   /// Null here.
@@ -37,6 +39,12 @@ class IZSingleReltnImpl : public IZRelationImpl<T> {
   virtual void Clone(IZSingleReltn** out);
 
  protected:
+  void PointAt(OID* target) {
+    if (std::exchange(target_, target) != target) zdm::ChangeWatch::Changed(*this);
+  }
+  /// Offers the target, if there is one, as that of `reltn`.
+  bool OfferTarget(IZDMObject* root, IZDMObject* owner, IZRelation* reltn, IZReltnVisitor* visitor);
+
   OID* target_ = nullptr;
 };
 

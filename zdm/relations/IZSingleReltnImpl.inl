@@ -15,7 +15,7 @@ void IZSingleReltnImpl<T>::CopyFrom(IZRelation* other) {
   }
   IZRelationImpl<T>::CopyFrom(other);
   auto* source = zdm::ViewAs<IZSingleReltn>(other);
-  target_ = source != nullptr ? source->GetReltnOID() : nullptr;
+  PointAt(source != nullptr ? source->GetReltnOID() : nullptr);
 }
 
 // Single-target relation record, 16 bytes, little-endian.
@@ -33,11 +33,11 @@ template <class T>
 void IZSingleReltnImpl<T>::Load(IZStream* stream, IZDatabase* database) {
   LONG record[4];
   stream->Read(record, sizeof(record));
-  this->status_ = static_cast<ULONG>(record[0]);
+  this->TakeStatus(static_cast<ULONG>(record[0]));
   this->tag_ = record[1];
   this->spare_ = static_cast<ULONG>(record[2]);
   const LONG id = record[3];
-  target_ = id != 0 && database != nullptr ? database->GetOIDByID(id) : nullptr;
+  PointAt(id != 0 && database != nullptr ? database->GetOIDByID(id) : nullptr);
 }
 
 template <class T>
@@ -47,7 +47,18 @@ bool IZSingleReltnImpl<T>::IsValid() {
 
 template <class T>
 bool IZSingleReltnImpl<T>::Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) {
-  return target_ != nullptr && visitor->MapOID(root, owner, this, &target_);
+  return OfferTarget(root, owner, this, visitor);
+}
+
+template <class T>
+bool IZSingleReltnImpl<T>::OfferTarget(IZDMObject* root, IZDMObject* owner, IZRelation* reltn,
+                                       IZReltnVisitor* visitor) {
+  zdm::ChangeWatch::Watch(*this);
+  const OID* const target = target_;
+  if (target == nullptr) return false;
+  const bool isDone = visitor->MapOID(root, owner, reltn, &target_);
+  if (target_ != target) zdm::ChangeWatch::Changed(*this);
+  return isDone;
 }
 
 template <class T>
@@ -61,7 +72,7 @@ template <class T>
 void IZSingleReltnImpl<T>::SetReltnObj(IZObject* object) {
   auto* view = zdm::ViewAs<IZDMObject>(object);
   if (view != nullptr && target_ != nullptr && target_->Object == view) return;
-  target_ = view != nullptr ? view->GetOID() : nullptr;
+  PointAt(view != nullptr ? view->GetOID() : nullptr);
 }
 
 template <class T>

@@ -16,7 +16,7 @@ if(NOT WIN32)
     StorageSupport.cpp)
 endif()
 
-# Files that go from one system to the other: exchange.sh.
+# Files that go from one system to the other: tests/exchange.sh.
 add_executable(storage_exchange
   CompoundBuilder.cpp
   storage_exchange.cpp)

@@ -1,5 +1,5 @@
 // Writes a compound file with a fixed tree, or lists one, so that files can go from one system to
-// the other and be compared there with what other programs see. Used by exchange.sh.
+// the other and be compared there with what other programs see. Used by tests/exchange.sh.
 //   storage_exchange write FILE   makes the file
 //   storage_exchange list FILE    one line per stream: CRC-32, size, path; or why it is refused
 //   storage_exchange change FILE  adds, replaces and removes elements of a file that `write` made

@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
 # exchange.sh BUILD_LINUX BUILD_WINDOWS: compound files made and changed on one system are listed
-# alike on the other, by gsf and by olefile. Compound files of other programs (the examples of
+# alike on the other, by gsf and by olefile; so are documents, by 7z too, which are also the same
+# when the other system opened and saved them. Compound files of other programs (the examples of
 # libspreadsheet-parseexcel-perl, or those in ZDM_SAMPLES) are listed as gsf sees them.
 set -u
 linux=$1/bin/storage_exchange
 windows=$2/bin/storage_exchange.exe
-here=$(cd "$(dirname "$0")" && pwd)
-wine=$here/../../../cmake/run-under-wine
+linux_documents=$1/bin/document_exchange
+windows_documents=$2/bin/document_exchange.exe
+wine=$(cd "$(dirname "$0")" && pwd)/../cmake/run-under-wine
 work=$(mktemp -d "${TMPDIR:-/tmp}/zdm-exchange.XXXXXX")
 trap 'rm -rf "$work"' EXIT
 failures=0
@@ -48,6 +50,12 @@ for line in sys.stdin.buffer:
     match = re.match(rb"f\s+(?:[-\d]+ [:\d]+\s+)?(\d+) (.*)\n", line)
     if match and match[2] != b"*root*": sys.stdout.buffer.write(match[1] + b" " + match[2] + b"\n")'
 }
+by_7z() { # size and path
+  7z l -slt "$1" | tr -d '\r' | awk '
+    /^-----/ { listed = 1 }
+    listed && /^Path = / { path = substr($0, 8) }
+    listed && /^Size = [0-9]/ { print substr($0, 8), path }'
+}
 sorted() { LC_ALL=C sort "$1"; }
 without_crc() { cut -d' ' -f2- "$1" | LC_ALL=C sort; }
 
@@ -71,6 +79,33 @@ for step in made changed; do
   on_windows change "$work/linux" || fail "change on Windows"
   on_linux change "$work/windows" || fail "change on Linux"
 done
+
+# Documents of every class: alike on either system, wherever they were made or saved last.
+documents_on_windows() { "$wine" "$windows_documents" "$@"; }
+"$linux_documents" write "$work/doc-linux" || fail "document on Linux"
+documents_on_windows write "Z:$work/doc-windows" || fail "document on Windows"
+"$linux_documents" save "$work/doc-windows" "$work/doc-windows-linux" || fail "saving on Linux"
+documents_on_windows save "Z:$work/doc-linux" "Z:$work/doc-linux-windows" || fail "saving on Windows"
+for file in doc-linux doc-windows doc-linux-windows doc-windows-linux; do
+  on_linux list "$work/$file" >"$work/$file.linux" || fail "$file: list on Linux"
+  on_windows list "$work/$file" >"$work/$file.windows" || fail "$file: list on Windows"
+  by_olefile "$work/$file" | sorted /dev/stdin >"$work/$file.olefile"
+  by_gsf "$work/$file" | sorted /dev/stdin >"$work/$file.gsf"
+  by_7z "$work/$file" | sorted /dev/stdin >"$work/$file.7z"
+  sorted "$work/$file.linux" >"$work/$file.sorted"
+  without_crc "$work/$file.linux" >"$work/$file.sizes"
+  same "$file: Linux and Windows" "$work/doc-linux.linux" "$work/$file.linux" "$work/$file.windows"
+  same "$file: olefile" "$work/$file.sorted" "$work/$file.olefile"
+  same "$file: gsf and 7z" "$work/$file.sizes" "$work/$file.gsf" "$work/$file.7z"
+done
+# The same system gives the same bytes.
+"$linux_documents" save "$work/doc-linux" "$work/doc-again" &&
+  cmp "$work/doc-linux" "$work/doc-again" || fail "a document saved again on Linux"
+cmp "$work/doc-linux" "$work/doc-windows-linux" || fail "a document made on Windows, saved on Linux"
+documents_on_windows save "Z:$work/doc-windows" "Z:$work/doc-again" &&
+  cmp "$work/doc-windows" "$work/doc-again" || fail "a document saved again on Windows"
+cmp "$work/doc-windows" "$work/doc-linux-windows" ||
+  fail "a document made on Linux, saved on Windows"
 
 # The same tree gives the same bytes.
 on_linux write "$work/again" && on_linux write "$work/linux2" && cmp "$work/again" "$work/linux2" ||

@@ -1,0 +1,2 @@
+zdm_add_bench(Parameters_bench Parameters_bench.cpp)
+target_link_libraries(Parameters_bench PRIVATE zdm_test_support)

@@ -1,0 +1,93 @@
+// What copying and merging have in common: a set of objects of one document gets copies, or takes
+// over others, in the same or in another one. First everything is made, then listed, led over and
+// put in place; what fails leaves both documents as they were. Managers come without their objects:
+// these are named one by one.
+#pragma once
+
+#include "document/References.h"
+#include "zdm/framework/ZRefPtr.h"
+#include "zdm/model/IZDMObjMgr.h"
+
+#include <unordered_map>
+#include <vector>
+
+class CZDocument;
+
+namespace zdm {
+
+/// Why nothing was done at all.
+enum class Refusal {
+  kNone,
+  kSameDocument,  // source and target are one
+  kClosing,       // one of the documents is being closed
+  kNotInTarget,   // the manager named is not of the target document
+};
+
+/// What became of a reference that leads out of a set of objects.
+enum class ReferenceFate {
+  kKept,         // it still refers to that object
+  kCounterpart,  // to what stands for it in the other document
+  kCut,          // to nothing
+};
+
+/// The reference of an object of the set to a record outside.
+struct LeadingOut {
+  IZDMObject* from;  // of the set, not its copy
+  OID* to;           // as `from` refers to it
+  ReferenceVia via;
+  ReferenceFate fate;
+};
+
+/// A copy can be made: the class is there, and all that its bytes refer to is known.
+bool IsCopyable(IZDMObject* object);
+/// Its record has an object that is valid and not deleted.
+bool IsAlive(const OID* record);
+/// The object is listed in the document's ID table.
+bool IsListedIn(CZDocument& document, IZDMObject* object);
+Refusal JudgeDocuments(const CZDocument& source, const CZDocument& target);
+
+class Transfer {
+ public:
+  /// What references to the outside are led to.
+  enum class Outside {
+    kStays,  // what they refer to, as long as that is there
+    kCut,    // nothing
+  };
+
+  Transfer(CZDocument& target, Outside outside) : target_(target), outside_(outside) {}
+
+  /// `original` gets a copy in the manager that stands for its owner, or else in `fallback`.
+  void Copy(IZDMObject* original, IZDMObjMgr* fallback);
+  /// `counterpart`, of the target document, takes over the data of `original`.
+  void Replace(IZDMObject* original, IZDMObject* counterpart);
+  /// References to `record` are led to `counterpart`.
+  void LeadTo(const OID* record, OID* counterpart, ReferenceFate fate);
+
+  /// The references of the objects named so far that lead out, in their order. Changes nothing.
+  std::vector<LeadingOut> FindLeadingOut();
+  /// Does it all. The copies are in the order of the calls of Copy.
+  std::vector<IZDMObject*> CarryOut();
+
+ private:
+  class Mapper;
+  class Rollback;
+  struct Item {
+    IZDMObject* original;
+    IZDMObject* counterpart;  // null for one that is copied
+    IZDMObjMgr* fallback;
+  };
+  struct Destination {
+    OID* record;  // null until the copy is made
+    ReferenceFate fate;
+    bool isInside;
+  };
+
+  IZDMObjMgr* ManagerFor(const Item& item);
+
+  CZDocument& target_;
+  const Outside outside_;
+  std::vector<Item> items_;
+  std::unordered_map<const OID*, Destination> destinations_;
+};
+
+}  // namespace zdm

@@ -1,0 +1,269 @@
+// Copies inside a document and into another one: what they refer to, and what the report says.
+#include "document/Copy.h"
+
+#include "document/Audit.h"
+#include "document/CZDMMaterial.h"
+#include "tests/document/RandomDocument.h"
+#include "tests/support/TestDatabase.h"
+#include "zdm/categories/CZDMCategory.h"
+#include "zdm/categories/IZCategory.h"
+#include "zdm/extdata/ZExtDataWrapper.h"
+#include "zdm/identity/OID.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+#include <string>
+
+using namespace zdm::test;
+using zdm::Copies;
+using zdm::CopyObstacle;
+using zdm::Document;
+using zdm::ReferenceFate;
+using zdm::Refusal;
+
+namespace {
+
+constexpr int kTrials = 10000;
+
+LONG IDOf(IZDMObject* object) { return static_cast<LONG>(object->GetID()); }
+
+std::string TextOf(const std::vector<zdm::LeadingOut>& references) {
+  std::string text;
+  for (const auto& [from, to, via, fate] : references) {
+    text += std::to_string(IDOf(from)) + '>' + std::to_string(to->ID) +
+            "rpxc"[static_cast<int>(via)] + "=~-"[static_cast<int>(fate)] + ' ';
+  }
+  return text;
+}
+
+std::string TextOf(const std::vector<zdm::CopiedObject>& objects) {
+  std::string text;
+  for (const auto& [original, copy] : objects) {
+    text += std::to_string(IDOf(original)) + '>' + std::to_string(IDOf(copy)) + ' ';
+  }
+  return text;
+}
+
+/// What the audit finds, without the IDs.
+std::multiset<zdm::FindingCode> CodesOf(const Document& document) {
+  std::multiset<zdm::FindingCode> codes;
+  for (const zdm::Finding& finding : zdm::Audit(*document.Get())) codes.insert(finding.code);
+  return codes;
+}
+
+bool IsThere(const OID* record) {
+  return record->Object != nullptr && record->JudgeStatus(ZOS_VALID);
+}
+
+std::map<const OID*, LONG> NewIDsOf(const Copies& copies) {
+  std::map<const OID*, LONG> ids;
+  for (const auto& [original, copy] : copies.objects) ids[original->GetOID()] = IDOf(copy);
+  return ids;
+}
+
+/// The references that the report has to name: those out of the set that a walk meets.
+std::string ExpectedOut(const Copies& copies, const std::map<const OID*, LONG>& newIDs) {
+  std::string text;
+  for (const auto& [original, copy] : copies.objects) {
+    for (const zdm::Reference& reference : zdm::ReferencesOf(original)) {
+      if (newIDs.contains(reference.to)) continue;
+      text += std::to_string(IDOf(original)) + '>' + std::to_string(reference.to->ID) + ' ';
+    }
+  }
+  return text;
+}
+
+std::string NamedOut(const Copies& copies, const std::map<const OID*, LONG>& newIDs) {
+  std::string text;
+  for (const zdm::LeadingOut& reference : copies.leadingOut) {
+    if (newIDs.contains(reference.to)) {
+      EXPECT_EQ(reference.fate, ReferenceFate::kCut) << "lost together with one that leads out";
+      continue;
+    }
+    text += std::to_string(IDOf(reference.from)) + '>' + std::to_string(reference.to->ID) + ' ';
+  }
+  return text;
+}
+
+TEST(Copy, OfAnySetIsSoundAndLikeTheOriginals) {
+  for (unsigned seed = 0; seed < kTrials; ++seed) {
+    RandomDocument made(seed);
+    auto& document = made.document;
+    const std::string before = ShapesOf(*document.Get());
+    const auto codes = CodesOf(document);
+    const Copies copies = document.Copy(made.SomeOf());
+    const auto newIDs = NewIDsOf(copies);
+    EXPECT_TRUE(copies.leftOut.empty());
+    const auto expected = [&newIDs](const OID* record) {
+      const auto found = newIDs.find(record);
+      return found != newIDs.end() ? found->second : IsThere(record) ? record->ID : 0;
+    };
+    for (const auto& [original, copy] : copies.objects) {
+      EXPECT_EQ(ShapeOf(copy), ShapeOf(original, expected));
+      const LONG owner = expected(original->GetOwnerOID());
+      EXPECT_EQ(IDOf(copy->GetOwner()), owner);
+    }
+    EXPECT_EQ(NamedOut(copies, newIDs), ExpectedOut(copies, newIDs));
+    EXPECT_EQ(CodesOf(document), codes) << "an audit has no new finding";
+    EXPECT_EQ(ShapesOf(*document.Get()).substr(0, before.size()), before) << "originals stay";
+    ASSERT_FALSE(testing::Test::HasFailure()) << "seed " << seed;
+  }
+}
+
+TEST(CopyTo, AnotherDocumentLeavesNoReferenceToTheFirst) {
+  for (unsigned seed = 0; seed < kTrials; ++seed) {
+    RandomDocument target(seed + 1, 2);
+    const auto codes = CodesOf(target.document);
+    {
+      RandomDocument source(seed);
+      const std::string before = ShapesOf(*source.document.Get());
+      const Copies copies = source.document.CopyTo(target.document, source.SomeOf());
+      const auto newIDs = NewIDsOf(copies);
+      std::map<const OID*, LONG> counterparts = {{source.document->GetOID(), -1}};
+      for (const auto& [from, to, via, fate] : copies.leadingOut) {
+        auto* category = zdm::ViewAs<IZCategory>(to->Object);
+        if (fate != ReferenceFate::kCounterpart || category == nullptr) continue;
+        counterparts[to] = IDOf(target.all[2 + category->GetNumber()]);
+      }
+      const auto expected = [&](const OID* record) {
+        const auto found = newIDs.find(record);
+        if (found != newIDs.end()) return found->second;
+        const auto other = counterparts.find(record);
+        return other != counterparts.end() ? other->second : 0;
+      };
+      for (const auto& [original, copy] : copies.objects) {
+        EXPECT_EQ(copy->GetDatabase(), static_cast<IZDatabase*>(target.document.Get()));
+        if (NamedOut(copies, newIDs) != ExpectedOut(copies, newIDs)) ADD_FAILURE();
+        EXPECT_EQ(ShapeOf(copy), ShapeOf(original, expected));
+      }
+      EXPECT_EQ(ShapesOf(*source.document.Get()), before);
+    }
+    EXPECT_EQ(CodesOf(target.document), codes);
+    ShapesOf(*target.document.Get());  // looks at every record that is left
+    ASSERT_FALSE(testing::Test::HasFailure()) << "seed " << seed;
+  }
+}
+
+/// Two managers; in the first a and b, where a refers to b, c and the second manager.
+class CopyReport : public testing::Test {
+ protected:
+  CopyReport() {
+    for (IZDMObject* to : {b, c, static_cast<IZDMObject*>(second)}) document.Relate(a, to);
+    first->SetCurrent(c);
+  }
+
+  Document document = Document::Create();
+  IZDMObjMgr* first = document.AddManager(OLESTR("First"));    // 1
+  IZDMObjMgr* second = document.AddManager(OLESTR("Second"));  // 2
+  IZDMObject* a = document.Add(OLESTR("a"), first);            // 3
+  IZDMObject* b = document.Add(OLESTR("b"), first);            // 4
+  IZDMObject* c = document.Add(OLESTR("c"));                   // 5
+};
+
+TEST_F(CopyReport, NamesCopiesAndWhatLeadsOut) {
+  const Copies copies = document.Copy({b, first, b});
+  EXPECT_EQ(TextOf(copies.objects), "1>6 3>7 4>8 ");
+  EXPECT_EQ(TextOf(copies.leadingOut), "1>5c= 3>5r= 3>2r= ");
+  EXPECT_EQ(zdm::ViewAs<IZDMObjMgr>(document.Find(6))->GetCurrent(), c);
+  EXPECT_EQ(document->GetTail(), document.Find(6));
+  EXPECT_TRUE(document->IsModified());
+}
+
+TEST_F(CopyReport, NamesWhatIsLostOnTheWayToAnotherDocument) {
+  auto other = Document::Create();
+  IZDMObjMgr* there = other.AddManager(OLESTR("There"));
+  document.Relate(b, document.Get());
+  const Copies copies = document.CopyTo(other, {a, b}, there);
+  EXPECT_EQ(TextOf(copies.objects), "3>2 4>3 ");
+  EXPECT_EQ(TextOf(copies.leadingOut), "3>5r- 3>2r- 4>-1r~ ");
+  EXPECT_EQ(there->GetCount(), 2);
+  EXPECT_TRUE(other.ReferencesOf(other.Find(2)).size() == 1);
+}
+
+TEST_F(CopyReport, LeadsToWhatMeansTheSameInTheOtherDocument) {
+  auto other = Document::Create();
+  other.Add(OLESTR("x"));
+  for (const Document* each : {&document, &other}) {
+    const auto material = zdm::MakeObject<IZDMObject, CZDMMaterial>();
+    material->SetName(OLESTR("Steel"));
+    const auto category = zdm::MakeObject<IZCategory, CZDMCategory>();
+    category->SetNumber(7);
+    each->Get()->AddTail(material);
+    each->Get()->AddTail(static_cast<IZDMObject*>(category));
+  }
+  document.Relate(b, document.Find(6));
+  document.Relate(b, document.Find(7));
+  EXPECT_EQ(TextOf(document.CopyTo(other, {b}).leadingOut), "4>6r~ 4>7r~ ");
+  EXPECT_EQ(other.ReferencesTo(other.Find(2)).size(), 1u);
+  EXPECT_EQ(other.ReferencesTo(other.Find(3)).size(), 1u);
+}
+
+TEST_F(CopyReport, ExtendedDataComesAlongAndIsTheCopysOwn) {
+  const GUID key = zdm::ParseGuid("E0000000-0000-4000-8000-000000000001");
+  const auto item = zdm::MakeObject<IZExtDataAccess, CZExtDataObj>();
+  item->SetName(OLESTR("area"));
+  a->SetExtData(key, item);
+  document.Copy({a});
+  IZDMObject* copy = document.Find(6);
+  ASSERT_NE(copy->GetExtData(key, OLESTR("area")), nullptr);
+  EXPECT_NE(copy->GetExtData(key, OLESTR("area")), a->GetExtData(key, OLESTR("area")));
+}
+
+TEST_F(CopyReport, WhatCannotBeCopiedIsNamedAndTheRestIsCopied) {
+  const auto loose = zdm::MakeObject<IZDMObject, CZDMPlainObject>();
+  auto other = Document::Create();
+  IZDMObject* foreign = other.Add(OLESTR("x"));
+  c->SetObjectValid(false);
+  document->RemoveItem(second);  // and nobody owns it
+  second->SetOwnerOID(nullptr);
+  const Copies copies = document.Copy({nullptr, loose, foreign, document.Get(), c, second, b});
+  std::string left;
+  for (const auto& [object, why] : copies.leftOut) {
+    left += std::to_string(static_cast<int>(why)) + ' ';
+  }
+  EXPECT_EQ(left, "0 0 1 2 3 ");
+  EXPECT_EQ(TextOf(copies.objects), "4>6 ");
+}
+
+TEST_F(CopyReport, RefusesDocumentsThatItCannotCopyBetween) {
+  auto other = Document::Create();
+  auto third = Document::Create();
+  IZDMObjMgr* elsewhere = third.AddManager(OLESTR("m"));
+  EXPECT_EQ(document.CopyTo(document, {a}).refusal, Refusal::kSameDocument);
+  EXPECT_EQ(document.CopyTo(other, {a}, elsewhere).refusal, Refusal::kNotInTarget);
+  EXPECT_EQ(other->GetCount(), 0);
+}
+
+/// Asks for a copy while its document is being closed.
+class AskingAtTheEnd : public CZDMPlainObject {
+ public:
+  AskingAtTheEnd(CZDocument& document, Refusal& refusal) : document_(document), refusal_(refusal) {}
+  ~AskingAtTheEnd() override { refusal_ = zdm::Copy(document_, {this}).refusal; }
+
+ private:
+  CZDocument& document_;
+  Refusal& refusal_;
+};
+
+TEST(Copy, IsRefusedWhileTheDocumentIsBeingClosed) {
+  Refusal refusal = Refusal::kNone;
+  {
+    auto document = Document::Create();
+    document.Add(zdm::Attached<IZDMObject>(new AskingAtTheEnd(*document.Get(), refusal)), nullptr);
+  }
+  EXPECT_EQ(refusal, Refusal::kClosing);
+}
+
+TEST(Copy, ManagersBelowEachOtherAreCopiedOnce) {
+  auto document = Document::Create();
+  IZDMObjMgr* one = document.AddManager(OLESTR("one"));
+  IZDMObjMgr* two = document.AddManager(OLESTR("two"), one);
+  LONGLONG pos = 0;
+  two->InsertAfter(one, &pos);
+  EXPECT_EQ(TextOf(document.Copy({two, one}).objects), "2>3 1>4 ");
+  two->RemoveAll();
+}
+
+}  // namespace
