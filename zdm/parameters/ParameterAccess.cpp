@@ -175,7 +175,8 @@ void IZParameterArrayImpl::BuildPropertyGroups(LONG, IZPropertyGroupColl* groups
 bool IZParameterArrayImpl::FillProperties(LONG context, IZProperty* property) {
   bool handled = property == nullptr;
   for (LONG i = 0; i < storage_.GetCount() && !handled; ++i) {
-    storage_.at(i)->FillProperty(context, property, &handled);
+    const ZRefPtr<IZParameter> parameter = storage_.at(i);  // the property may let go of it
+    parameter->FillProperty(context, property, &handled);
   }
   return true;
 }
@@ -183,7 +184,8 @@ bool IZParameterArrayImpl::FillProperties(LONG context, IZProperty* property) {
 bool IZParameterArrayImpl::ApplyProperties(LONG context, IZProperty* property, ULONG reserved) {
   bool handled = property == nullptr;
   for (LONG i = 0; i < storage_.GetCount() && !handled; ++i) {
-    storage_.at(i)->ApplyProperty(context, property, reserved, &handled);
+    const ZRefPtr<IZParameter> parameter = storage_.at(i);
+    parameter->ApplyProperty(context, property, reserved, &handled);
   }
   return true;
 }
