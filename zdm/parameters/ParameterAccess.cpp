@@ -172,16 +172,20 @@ void IZParameterArrayImpl::BuildPropertyGroups(LONG, IZPropertyGroupColl* groups
   zdm::BuildGroups(parameters, zdm::GroupOrder::kRegistration, groups);
 }
 
+// What a property does may let go of a parameter, or of the whole array.
+
 bool IZParameterArrayImpl::FillProperties(LONG context, IZProperty* property) {
+  const ZRefPtr<IZParameterArray> held = this;
   bool handled = property == nullptr;
   for (LONG i = 0; i < storage_.GetCount() && !handled; ++i) {
-    const ZRefPtr<IZParameter> parameter = storage_.at(i);  // the property may let go of it
+    const ZRefPtr<IZParameter> parameter = storage_.at(i);
     parameter->FillProperty(context, property, &handled);
   }
   return true;
 }
 
 bool IZParameterArrayImpl::ApplyProperties(LONG context, IZProperty* property, ULONG reserved) {
+  const ZRefPtr<IZParameterArray> held = this;
   bool handled = property == nullptr;
   for (LONG i = 0; i < storage_.GetCount() && !handled; ++i) {
     const ZRefPtr<IZParameter> parameter = storage_.at(i);
