@@ -56,6 +56,29 @@ TEST(Parameter, StartsEmpty) {
   EXPECT_EQ(parameter->GetValue(), nullptr);
 }
 
+TEST(Parameter, KeepsEachFlagInItsBit) {
+  const struct {
+    void (IZParameter::*set)(bool);
+    bool (IZParameter::*is)();
+    USHORT bit;
+  } rows[] = {{&IZParameter::SetFlag02, &IZParameter::IsFlag02, 0x02},
+              {&IZParameter::SetReadOnly, &IZParameter::IsReadOnly, 0x04},
+              {&IZParameter::SetFlag08, &IZParameter::IsFlag08, 0x08},
+              {&IZParameter::SetFlag10, &IZParameter::IsFlag10, 0x10},
+              {&IZParameter::SetFlag20, &IZParameter::IsFlag20, 0x20}};
+  const auto parameter = MakeParameter();
+  for (const auto& row : rows) {
+    parameter->SetFlags(0x8001);
+    (parameter.Get()->*row.set)(true);
+    EXPECT_EQ(parameter->GetFlags(), 0x8001 | row.bit);
+    EXPECT_TRUE((parameter.Get()->*row.is)());
+    parameter->SetFlags(0xFFFF);
+    (parameter.Get()->*row.set)(false);
+    EXPECT_EQ(parameter->GetFlags(), 0xFFFF & ~row.bit);
+    EXPECT_FALSE((parameter.Get()->*row.is)());
+  }
+}
+
 /// What all getters answer; the GUID by its first field.
 std::string ValuesOf(IZParameter* parameter) {
   const ZRefPtr<IZDMObject> element = parameter->GetElement();

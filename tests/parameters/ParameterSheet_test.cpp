@@ -16,7 +16,7 @@ ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Chooser,
 
 namespace zdm::test {
 
-/// A property that lets the user choose an object; throws instead of showing one when told to.
+/// A property that lets the user choose an object, and may do anything as one is shown.
 class Chooser : public IZPropertyImpl<IZProperty>, public IZObjectImpl<IZPropertyIterator> {
   ZDM_OBJECT(Chooser)
  public:
@@ -24,7 +24,7 @@ class Chooser : public IZPropertyImpl<IZProperty>, public IZObjectImpl<IZPropert
   using IZPropertyImpl::Release;
   IZObject* Clone() override { return nullptr; }
   void SetChosenObject(IZDMObject* object) override {
-    if (throws) throw CAtlException(E_FAIL);
+    if (onShown) onShown();
     chosen = object;
     steps += "set ";
   }
@@ -33,7 +33,7 @@ class Chooser : public IZPropertyImpl<IZProperty>, public IZObjectImpl<IZPropert
 
   IZDMObject* chosen = nullptr;
   std::string steps;
-  bool throws = false;
+  std::function<void()> onShown;
 };
 
 ZDM_OBJECT_BODY(Chooser)
@@ -270,13 +270,37 @@ TEST(ParameterSheet, GivesTheSourceItsDefinitionBackWhenShowingThrows) {
   parameter->SetLinkedObject(ObjectOf(source));
   const auto property = zdm::MakeObject<Chooser, Chooser>();
   property->SetGUID(Key(1));
-  property->throws = true;
+  property->onShown = [] { throw CAtlException(E_FAIL); };
   bool handled = false;
   EXPECT_EQ(Thrown([&] { parameter->FillProperty(0, property.Get(), &handled); }), E_FAIL);
   EXPECT_EQ(source->GetDefinition(), nullptr);
-  property->throws = false;
+  property->onShown = nullptr;
   EXPECT_TRUE(parameter->FillProperty(0, property.Get(), &handled));
   EXPECT_TRUE(property->IsLinked()) << "the link is still followed";
+}
+
+TEST(ParameterSheet, ShowsToTheEndWhatIsTakenAwayMeanwhile) {
+  Definitions db;
+  auto array = zdm::NewOf<IZParameterArray, CZParameterArray>();
+  auto source = MakeSource(db);
+  source->SetRelation(nullptr, false);
+  auto parameter = MakeParameter(db.Make(1, 17));
+  parameter->SetBool(true);
+  parameter->SetLinkedObject(ObjectOf(source));
+  array->BeginAdd();
+  array->Add(parameter, 0);
+  array->EndAdd();
+  parameter = nullptr;
+  const auto property = zdm::MakeObject<Chooser, Chooser>();
+  property->SetGUID(Key(1));
+  property->onShown = [&] {
+    source = nullptr;
+    array->RemoveAll();
+    array = nullptr;
+  };
+  EXPECT_TRUE(array->FillProperties(0, property.Get()));
+  EXPECT_EQ(property->steps, "set rebuild");
+  EXPECT_TRUE(property->IsLinked());
 }
 
 }  // namespace

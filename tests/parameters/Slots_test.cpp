@@ -3,7 +3,9 @@
 #include "tests/support/SlotOf.h"
 #include "zdm/model/CZDefinition.h"
 #include "zdm/model/CZDefinitionMgr.h"
+#include "zdm/parameters/CZDMParameter.h"
 #include "zdm/parameters/CZDMParameterMgr.h"
+#include "zdm/parameters/CZParameter.h"
 #include "zdm/parameters/IZDMParameter.h"
 
 namespace {
@@ -20,6 +22,19 @@ TEST(Slots, IZDefinition) {
 TEST(Slots, IZDefinitionMgr) {
   ZDM_EXPECT_SLOTS(184, IZDefinitionMgr, FindDefinition, AddDefinition, GetNameByKey, RegisterName,
                    GetNameTable, SortKeysByRegistration, HasDefinition);
+}
+
+struct Exposed : CZParameter {
+  using CZParameter::GetPropertyValue;
+  using CZParameter::LoadBody;
+  using CZParameter::SaveBody;
+};
+
+TEST(Slots, CZParameter) {
+  ZDM_EXPECT_SLOTS(SlotOf(&Exposed::GetPropertyValue), Exposed, GetPropertyValue, LoadBody,
+                   SaveBody);
+  EXPECT_EQ(SlotOf(&CZParameter::IsDumpRef), SlotOf(&CZParameter::getVersion) + 1);
+  EXPECT_EQ(SlotOf(&CZDMParameter::IsDumpRef), SlotOf(&CZDMParameter::getVersion) + 1);
 }
 
 TEST(Slots, IZDMParameter) {

@@ -84,8 +84,8 @@ bool CZDefinition::JudgeSame(IZDMObject* other) {
 //   size      field
 //      4      index, signed
 //      4      kind
-//     16      class id of the property; zeros without one
-//   variable  the property's own record; nothing without one
+//     16      class id of the property; zeros without one, and for one that no factory makes
+//   variable  the property's own record; nothing behind zeros
 //      1      1 when the extra data follow, else 0
 //     24      extra data as they are
 void CZDefinition::SaveOwnData(IZStream* stream, IZDatabase*) {
@@ -94,7 +94,7 @@ void CZDefinition::SaveOwnData(IZStream* stream, IZDatabase*) {
   GUID classId = GUID_NULL;
   if (property_ != nullptr) property_->GetClassID(&classId);
   stream->Write(&classId, sizeof(classId));
-  if (property_ != nullptr) property_->Save(stream);
+  if (!(classId == GUID_NULL)) property_->Save(stream);
   const BYTE hasExtra = extra_ != nullptr ? 1 : 0;
   stream->Write(&hasExtra, sizeof(hasExtra));
   if (extra_ != nullptr) stream->Write(extra_.get(), sizeof(*extra_));

@@ -18,7 +18,7 @@ bool CZDMParameter::VisitReferences(IZDMObject* root, IZReltnVisitor* visitor) {
   LONG spread = -1;
   if (auto* diffuse = zdm::ViewAs<IZReltnDiffuse>(visitor)) diffuse->get_Status(&spread);
   if (spread != ZOS_AFFECTED) return IZDMObjectImpl::VisitReferences(root, visitor);
-  if (oid_->JudgeStatus(ZOS_AFFECTED)) return true;
+  if (JudgeStatus(ZOS_AFFECTED)) return true;
   SetStatus(ZOS_AFFECTED);
   if (reltnColl_ == nullptr) return true;
   for (LONGLONG pos = reltnColl_->GetHeadPosition(); pos != 0;) {

@@ -18,6 +18,8 @@ class ZDM_API CZDMParameter : public IZParameterImpl<IZDMParameter>,
   using IZDMObjectImpl::Release;
   using IZParameterImpl::CopyFrom;
 
+  virtual bool IsDumpRef() { return false; }
+
   IZObject* Clone() override { return IZDMObjectImpl::Clone(); }
 
   /// From a parameter also what a parameter takes over.

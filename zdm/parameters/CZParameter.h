@@ -6,4 +6,6 @@
 
 class ZDM_API CZParameter : public IZParameterImpl<IZParameter> {
   ZDM_OBJECT(CZParameter)
+ public:
+  virtual bool IsDumpRef() { return false; }
 };

@@ -166,6 +166,7 @@ bool IZParameterArrayImpl::IsEqualTo(IZParameterArray* other) {
 
 // A change is reported, which may run any code, so both sides are held.
 void IZParameterArrayImpl::UpdateFrom(IZObject* source, std::list<GUID>* changed) {
+  const ZRefPtr<IZParameterArray> held = this;
   zdm::ForEachParameter(source, [&](IZParameter* theirs) {
     const GUID guid = DefinitionOf(theirs);
     const ZRefPtr<IZParameter> own = GetParameter(guid);

@@ -173,16 +173,22 @@ void IZParameterArrayImpl::BuildPropertyGroups(LONG, IZPropertyGroupColl* groups
   zdm::BuildGroups(parameters, zdm::GroupOrder::kRegistration, groups);
 }
 
-/// Offers the property to one parameter after the other until one has handled it. That of its
-/// definition is asked first, as only that one serves it; to be offered it again changes nothing.
+/// Offers the property to one parameter after the other until one has handled it; first to that of
+/// its definition, as the others pass it on. What a property does may let go of a parameter, or of
+/// the whole array.
 template <class Offer>
 void IZParameterArrayImpl::OfferProperty(IZProperty* property, const Offer& offer) {
   if (property == nullptr) return;
+  const ZRefPtr<IZParameterArray> held = this;
   bool handled = false;
   GUID guid;
-  const LONG first = storage_.FirstOf(*property->GetGUID(&guid));
-  if (first >= 0) offer(*storage_.at(first), &handled);
-  for (LONG i = 0; i < storage_.GetCount() && !handled; ++i) offer(*storage_.at(i), &handled);
+  const LONG index = storage_.FirstOf(*property->GetGUID(&guid));
+  const ZRefPtr<IZParameter> first = index >= 0 ? storage_.at(index) : nullptr;
+  if (first != nullptr) offer(*first, &handled);
+  for (LONG i = 0; i < storage_.GetCount() && !handled; ++i) {
+    const ZRefPtr<IZParameter> parameter = storage_.at(i);
+    if (parameter != first) offer(*parameter, &handled);
+  }
 }
 
 bool IZParameterArrayImpl::FillProperties(LONG context, IZProperty* property) {

@@ -34,13 +34,13 @@ class LinkWalk {
  public:
   /// @param goesThrough  says of a parameter on the way whether its own link is followed.
   template <class GoesThrough>
-  LinkWalk(ParameterLinks& start, GoesThrough goesThrough) {
+  LinkWalk(ParameterLinks& start, GoesThrough goesThrough) : LinkWalk() {  // marks go if it throws
     for (ParameterLinks* at = &start; at != nullptr && !at->ignoresLink_;) {
       auto* next = ViewAs<View>(at->link_.GetValidObject());
       if (next == nullptr) return;
       passed_.push_back(at);
       at->ignoresLink_ = true;
-      end_ = next;
+      linked_.push_back(next);
       at = goesThrough(*next) ? dynamic_cast<ParameterLinks*>(next) : nullptr;
     }
   }
@@ -51,11 +51,13 @@ class LinkWalk {
   LinkWalk& operator=(const LinkWalk&) = delete;
 
   /// The last parameter (borrowed); null when the first one has no link that is followed.
-  View* GetEnd() const { return end_; }
+  View* GetEnd() const { return linked_.empty() ? nullptr : linked_.back().Get(); }
 
  private:
+  LinkWalk() = default;
+
   std::vector<ParameterLinks*> passed_;
-  View* end_ = nullptr;
+  std::vector<ZRefPtr<View>> linked_;  // all but the first; what they do may let go of them
 };
 
 /// Lets a parameter have the definition of another one as long as it lives. What the parameter had
