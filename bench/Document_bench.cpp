@@ -86,7 +86,7 @@ const std::filesystem::path& FileOf(LONG count) {
   static struct Files {
     std::vector<std::pair<LONG, std::filesystem::path>> all;
     ~Files() {
-      for (const auto& [count, path] : all) std::filesystem::remove(path);
+      for (const auto& file : all) std::filesystem::remove(file.second);
     }
   } files;
   for (const auto& [made, path] : files.all) {

@@ -120,15 +120,16 @@ struct PlainModel {
     for (std::size_t i = 0; i < objects.size(); ++i) {
       for (const std::size_t step : {1, 7, 7919}) {
         PlainRecord* target = objects[(i + step) % objects.size()]->record.get();
-        objects[i]->relations.push_back(std::make_unique<PlainRelation>(ZRS_VALID, -1, 0u, target));
+        objects[i]->relations.push_back(
+            std::unique_ptr<PlainRelation>(new PlainRelation{ZRS_VALID, -1, 0, target}));
       }
     }
   }
 
   static std::unique_ptr<PlainObject> Make() {
     auto object = std::make_unique<PlainObject>();
-    object->record =
-        std::make_unique<PlainRecord>(0, 0, 0, 0u, zdm::kNewObjectOptions, object.get());
+    object->record = std::unique_ptr<PlainRecord>(
+        new PlainRecord{0, 0, 0, 0, zdm::kNewObjectOptions, object.get()});
     return object;
   }
 
@@ -185,8 +186,8 @@ struct PlainModel {
       RelationRecord entry;
       stream.Read(&entry, sizeof(entry));
       if (entry.classId != zdm::ClassRow<CZPlainSingleReltn>::kClassID) std::abort();
-      object->relations.push_back(std::make_unique<PlainRelation>(entry.status, entry.tag,
-                                                                  entry.spare, Find(entry.target)));
+      object->relations.push_back(std::unique_ptr<PlainRelation>(
+          new PlainRelation{entry.status, entry.tag, entry.spare, Find(entry.target)}));
     }
     stream.Read(flags + 2, 1);
     ULONG bytes = 0;

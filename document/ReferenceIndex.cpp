@@ -128,8 +128,7 @@ std::vector<ReferenceIndex::Slot> ReferenceIndex::TargetsOf(Slot slot) {
     if (oid != nullptr) targets.push_back(FindOrAdd(oid));
   }
   std::ranges::sort(targets);
-  const auto rest = std::ranges::unique(targets);
-  targets.erase(rest.begin(), rest.end());
+  targets.erase(std::unique(targets.begin(), targets.end()), targets.end());
   return targets;
 }
 

@@ -59,7 +59,7 @@ void Collect(const std::string& command, std::vector<Series>& out) {
   while (std::fscanf(pipe.get(), "%7s %63s %lg", kind, name, &value) == 3) {
     isEmpty = false;
     const auto known = std::ranges::find(out, name, &Series::name);
-    Series& series = known != out.end() ? *known : out.emplace_back(name, false);
+    Series& series = known != out.end() ? *known : out.emplace_back(Series{name, false, {}});
     series.isTime = std::strcmp(kind, "time") == 0;
     series.values.push_back(value);
   }

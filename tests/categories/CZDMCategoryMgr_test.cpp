@@ -7,6 +7,8 @@
 #include "tests/categories/CategorySupport.h"
 #include "tests/support/TempFile.h"
 
+#include <gtest/gtest.h>
+
 #include <functional>
 
 using namespace zdm::test;

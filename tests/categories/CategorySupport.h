@@ -12,8 +12,6 @@
 #include "zdm/relations/CZReltnColl.h"
 #include "zdm/relations/ZReltnVisitor.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
@@ -130,13 +128,15 @@ class Record {
 inline const std::vector<BYTE> kNullText = {0, 0, 0, 0};
 inline const std::vector<BYTE> kEmptyText = {2, 0, 0, 0, 0, 0};
 
-/// What `load` answers for every shorter piece of `bytes`; E_FAIL is expected.
+/// The first length from `from` on at which `load` takes a shorter piece of `bytes`, or fails with
+/// something else than E_FAIL; the whole length when every piece fails as it should.
 template <class Load>
-void ExpectCutsFail(const std::vector<BYTE>& bytes, std::size_t from, Load load) {
+std::size_t FirstCutTaken(const std::vector<BYTE>& bytes, std::size_t from, Load load) {
   for (std::size_t length = from; length < bytes.size(); ++length) {
     const std::vector<BYTE> cut(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(length));
-    EXPECT_EQ(Thrown([&] { load(cut); }), E_FAIL) << length;
+    if (Thrown([&] { load(cut); }) != E_FAIL) return length;
   }
+  return bytes.size();
 }
 
 }  // namespace zdm::test

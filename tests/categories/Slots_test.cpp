@@ -5,6 +5,8 @@
 #include "zdm/categories/CZDMCategory.h"
 #include "zdm/categories/CZDMCategoryMgr.h"
 
+#include <gtest/gtest.h>
+
 namespace {
 
 using zdm::test::ExpectInOrder;

@@ -3,6 +3,8 @@
 
 #include "tests/categories/CategorySupport.h"
 
+#include <gtest/gtest.h>
+
 using namespace zdm::test;
 
 namespace {
@@ -201,7 +203,7 @@ TEST(CategoryReltnMap, IsStoredAsItsCollectionAndIndexedByTheRebuild) {
   load(loaded, {0});
   EXPECT_EQ(loaded.GetCategoryColl()->GetCount(), 1) << "nothing stored, nothing changed";
   EXPECT_EQ(loaded.GetCategoryReltn(1), nullptr);
-  ExpectCutsFail(bytes, 0, [&](const std::vector<BYTE>& piece) { load(loaded, piece); });
+  EXPECT_EQ(FirstCutTaken(bytes, 0, [&](const auto& piece) { load(loaded, piece); }), bytes.size());
 }
 
 TEST(CategoryReltnMap, CopiesShareTheCollectionAndCopyFromClonesIt) {

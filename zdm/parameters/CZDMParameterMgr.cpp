@@ -28,7 +28,7 @@ IZParameter* CZDMParameterMgr::FindFirst(Visit visit) {
   return nullptr;
 }
 
-IZParameter* CZDMParameterMgr::Find(const GUID* definitionGUID) {
+IZParameter* CZDMParameterMgr::FindByDefinition(const GUID* definitionGUID) {
   if (definitionGUID == nullptr || *definitionGUID == GUID_UNSET) return nullptr;
   return FindFirst([&](IZParameter& parameter) {
     GUID key;
@@ -38,13 +38,13 @@ IZParameter* CZDMParameterMgr::Find(const GUID* definitionGUID) {
 
 bool CZDMParameterMgr::FindParameter(const GUID* definitionGUID, IZParameter** out) {
   if (out == nullptr) return false;
-  *out = Find(definitionGUID);
+  *out = FindByDefinition(definitionGUID);
   if (*out != nullptr) (*out)->AddRef();
   return *out != nullptr;
 }
 
 bool CZDMParameterMgr::HasParameter(const GUID* definitionGUID) {
-  return Find(definitionGUID) != nullptr;
+  return FindByDefinition(definitionGUID) != nullptr;
 }
 
 // By definition.
@@ -52,7 +52,7 @@ bool CZDMParameterMgr::HasParameter(const GUID* definitionGUID) {
 /// Calls `use` with the parameter of the definition; false when there is none.
 template <class Use>
 bool CZDMParameterMgr::With(const GUID* definitionGUID, Use use) {
-  const ZRefPtr<IZParameter> parameter = Find(definitionGUID);
+  const ZRefPtr<IZParameter> parameter = FindByDefinition(definitionGUID);
   if (parameter != nullptr) use(*parameter.Get());
   return parameter != nullptr;
 }

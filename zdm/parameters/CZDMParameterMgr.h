@@ -58,7 +58,7 @@ class ZDM_API CZDMParameterMgr : public IZDMObjMgrImpl<IZParameterMgr> {
  private:
   template <class Visit>
   IZParameter* FindFirst(Visit visit);
-  IZParameter* Find(const GUID* definitionGUID);
+  IZParameter* FindByDefinition(const GUID* definitionGUID);
   template <class Use>
   bool With(const GUID* definitionGUID, Use use);
   template <class Set>

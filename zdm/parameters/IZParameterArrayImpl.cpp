@@ -57,8 +57,10 @@ void IZParameterArrayImpl::BeginAdd() {
   auto& entries = zdm::BulkAdd::Take(&bulkAdd_)->entries;
   for (LONG i = 0; i < storage_.GetCount(); ++i) entries.push_back({{}, storage_.at(i)});
   zdm::SortByDefinition(entries);
-  const auto again = std::ranges::unique(entries, {}, &zdm::ParaEntry::key);
-  entries.erase(again.begin(), again.end());
+  const auto isSame = [](const zdm::ParaEntry& a, const zdm::ParaEntry& b) {
+    return a.key == b.key;
+  };
+  entries.erase(std::unique(entries.begin(), entries.end(), isSame), entries.end());
 }
 
 void IZParameterArrayImpl::Add(IZParameter* parameter, LONG) {

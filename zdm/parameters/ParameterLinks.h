@@ -63,7 +63,7 @@ class LinkWalk {
 /// Lets a parameter have the definition of another one as long as it lives. What the parameter had
 /// before comes back exactly, also no definition; to a parameter that is not built on
 /// IZParameterImpl, the definition.
-class LentDefinition {
+class ZDM_API LentDefinition {
  public:
   LentDefinition(IZParameter& to, const ParameterLinks& from);
   ~LentDefinition();
