@@ -123,7 +123,12 @@ class Planner {
   }
 
   void NoteDangling(const Reference& reference) {
-    if (records_.contains(reference.to)) plan_.dangling.push_back(reference);
+    if (!records_.contains(reference.to)) return;
+    if (reference.via == ReferenceVia::kCurrent) {
+      plan_.losing.push_back(ViewAs<IZDMObjMgr>(reference.from));
+    } else {
+      plan_.dangling.push_back(reference);
+    }
   }
 
   CZDocument& document_;
@@ -161,6 +166,7 @@ Deletion PlanDeletion(CZDocument& document, const std::vector<IZDMObject*>& obje
 void CarryOut(CZDocument& document, const Deletion& plan) {
   if (!plan.obstacles.empty() || plan.objects.empty()) return;
   const std::vector<ZRefPtr<IZDMObject>> held(plan.objects.begin(), plan.objects.end());
+  for (IZDMObjMgr* manager : plan.losing) manager->SetCurrent(nullptr);
   for (IZDMObject* object : held) {
     object->SetStatus(ZOS_DELETED);
     object->SetObjectValid(false);

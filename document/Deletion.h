@@ -4,6 +4,7 @@
 #pragma once
 
 #include "document/References.h"
+#include "zdm/model/IZDMObjMgr.h"
 
 #include <vector>
 
@@ -25,6 +26,7 @@ struct Deletion {
   std::vector<IZDMObject*> objects;  // all that go, in the order of the ID table
   std::vector<Obstacle> obstacles;   // by object, in that order
   std::vector<Reference> dangling;   // of objects that stay; they will refer to nothing
+  std::vector<IZDMObjMgr*> losing;   // managers that stay and will have no current object
 };
 
 /// What deleting `objects` (of `document`, null ones passed over) would do; changes nothing.

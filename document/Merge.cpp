@@ -9,9 +9,10 @@ namespace {
 
 MergeChooser ChooserOf(const MergeOptions& options) {
   if (options.choose) return options.choose;
-  return [&options](IZDMObject* source, IZDMObject*) {
-    const bool isManager = ViewAs<IZDMObjMgr>(source) != nullptr;
-    return static_cast<BYTE>(isManager ? ZMO_MERGE : options.counterparts);
+  return [&options](IZDMObject* source, IZDMObject* target) {
+    if (ViewAs<IZDMObjMgr>(source) != nullptr) return BYTE{ZMO_MERGE};
+    const bool isOfDocument = static_cast<LONG>(target->GetID()) < 0;
+    return static_cast<BYTE>(isOfDocument ? ZMO_SAME : options.counterparts);
   };
 }
 

@@ -9,7 +9,8 @@
 namespace zdm {
 
 struct MergeOptions {
-  /// For objects that have a counterpart and are no managers; managers are merged.
+  /// For objects that have a counterpart and are no managers; managers are merged, and objects with
+  /// a hard ID, which belong to the document, stand for their counterparts as they are.
   eZMergeOption counterparts = ZMO_SAME;
   /// Asked instead for every pair, managers too; may be empty.
   MergeChooser choose;

@@ -5,11 +5,13 @@
 #include "platform/core/ZCore.h"
 #include "platform/ole/Bstr.h"
 #include "platform/system/Text.h"
+#include "zdm/categories/CZDMCategory.h"
+#include "zdm/categories/IZCategory.h"
 #include "zdm/host/eZMergeOption.h"
 #include "zdm/identity/OID.h"
+#include "zdm/model/CZDefinition.h"
 #include "zdm/parameters/IZDMParameter.h"
 
-#include <algorithm>
 #include <map>
 #include <memory>
 #include <string>
@@ -35,6 +37,21 @@ Key KeyOfManager(IZDMObject* manager) {
   return KeyOf(manager->GetZRID(), ToUtf8(name.View()));
 }
 
+Key KeyOfNumber(ULONG number) { return 'n' + std::to_string(number); }
+
+Key KeyOfDefinition(IZDefinition& definition) {
+  GUID guid = GUID_NULL;
+  return KeyOf(*definition.GetKey(&guid), {});
+}
+
+/// What an object of the library judges by alone; empty for one that has to be asked.
+Key KeyOfJudgement(IZDMObject* object) {
+  const GUID classId = object->GetZRID();
+  if (classId == CZDMCategory::kClassID) return KeyOfNumber(ViewAs<IZCategory>(object)->GetNumber());
+  if (classId == CZDefinition::kClassID) return KeyOfDefinition(*ViewAs<IZDefinition>(object));
+  return {};
+}
+
 /// Parameters count as the same by their values, which a merge is to bring together.
 bool AreOneParameter(IZDMObject* left, IZDMObject* right) {
   auto* one = ViewAs<IZDMParameter>(left);
@@ -54,7 +71,7 @@ class Candidates {
       if (ViewAs<IZDMObjMgr>(object) != nullptr) {
         managers_.try_emplace(KeyOfManager(object), object);
       } else if (!IsOfDocument(object)) {
-        others_.push_back(object);
+        Add({others_++, object});
       }
     }
   }
@@ -66,12 +83,40 @@ class Candidates {
     if (sameID != nullptr && (sameID->JudgeSame(source) || AreOneParameter(sameID, source))) {
       return sameID;
     }
-    const auto found = std::ranges::find_if(
-        others_, [source](IZDMObject* object) { return object->JudgeSame(source); });
-    return found != others_.end() ? *found : nullptr;
+    return FindOther(source);
   }
 
  private:
+  struct Place {
+    std::size_t index;
+    IZDMObject* object;
+  };
+
+  void Add(const Place& place) {
+    const Key key = KeyOfJudgement(place.object);
+    if (key.empty()) {
+      asked_.push_back(place);
+    } else {
+      judging_.try_emplace(key, place);
+    }
+  }
+
+  /// The first that counts as the same.
+  IZDMObject* FindOther(IZDMObject* source) const {
+    Place first = {others_, nullptr};
+    const auto look = [&](const Key& key) {
+      const auto found = judging_.find(key);
+      if (found != judging_.end() && found->second.index < first.index) first = found->second;
+    };
+    if (auto* category = ViewAs<IZCategory>(source)) look(KeyOfNumber(category->GetNumber()));
+    if (auto* definition = ViewAs<IZDefinition>(source)) look(KeyOfDefinition(*definition));
+    for (const Place& place : asked_) {
+      if (place.index > first.index) break;
+      if (place.object->JudgeSame(source)) return place.object;
+    }
+    return first.object;
+  }
+
   IZDMObject* FindManager(IZDMObject* source, IZDMObject* sameID) const {
     const Key key = KeyOfManager(source);
     const bool isOne = sameID != nullptr && ViewAs<IZDMObjMgr>(sameID) != nullptr;
@@ -82,7 +127,9 @@ class Candidates {
 
   std::map<ULONG, IZDMObject*> byID_;
   std::map<Key, IZDMObject*> managers_;  // the first of each class and name
-  std::vector<IZDMObject*> others_;      // that are asked one by one
+  std::size_t others_ = 0;               // so many of the next two, in the order of the list
+  std::map<Key, Place> judging_;         // the first of each key
+  std::vector<Place> asked_;             // one by one
 };
 
 class Planner {

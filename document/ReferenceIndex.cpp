@@ -3,6 +3,7 @@
 #include "document/CZDocument.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/PID.h"
+#include "zdm/parameters/IZParameter.h"
 #include "zdm/relations/ZReltnVisitor.h"
 
 #include <algorithm>
@@ -25,6 +26,8 @@ class ReferenceIndex::Walker : public ZReltnVisitor<IZReltnVisitor> {
   const std::vector<OID*>& RecordsOf(IZDMObject* object) {
     found_.clear();
     object->VisitReferences(object, this);
+    // No walk reaches what a parameter of the document refers to itself.
+    if (auto* parameter = ViewAs<IZParameter>(object)) parameter->Accept(object, object, this);
     auto* manager = ViewAs<IZDMObjMgr>(object);
     IZDMObject* current = manager != nullptr ? manager->GetCurrent() : nullptr;
     if (current != nullptr) found_.push_back(current->GetOID());

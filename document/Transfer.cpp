@@ -4,10 +4,13 @@
 #include "document/CZDocument.h"
 #include "document/ReferenceMapper.h"
 #include "platform/ole/CAtlException.h"
+#include "zdm/categories/IZCategory.h"
+#include "zdm/framework/CreateAs.h"
 #include "zdm/identity/OID.h"
 #include "zdm/model/IZDMProxyObject.h"
 #include "zdm/parameters/IZParameter.h"
 #include "zdm/parameters/IZParameterArray.h"
+#include "zdm/relations/CZReltnColl.h"
 
 namespace zdm {
 
@@ -34,13 +37,43 @@ Refusal JudgeDocuments(const CZDocument& source, const CZDocument& target) {
 
 namespace {
 
+/// Copied collections have no collections in them: each gets its place in `to`.
+void CopyNested(IZReltnColl* from, IZReltnColl* to) {
+  if (from == nullptr || to == nullptr || from->GetCount() == to->GetCount()) return;
+  LONGLONG place = to->GetHeadPosition();
+  for (LONGLONG pos = from->GetHeadPosition(); pos != 0;) {
+    IZRelation* element = from->GetNext(pos);
+    if (auto* nested = ViewAs<IZReltnColl>(element)) {
+      const auto copy = CreateAs<IZReltnColl, CZReltnColl>();
+      if (copy == nullptr) throw CAtlException(E_OUTOFMEMORY);
+      copy->CopyFrom(nested);
+      CopyNested(nested, copy);
+      if (place != 0) {
+        to->InsertBefore(copy, &place);
+        to->GetNext(place);
+      } else {
+        to->AddTail(copy);
+      }
+    } else if (element != nullptr && place != 0) {
+      to->GetNext(place);
+    }
+  }
+}
+
+/// Copied parameters have no links.
 void CopyLink(IZParameter* from, IZParameter* to) {
   if (from == nullptr || to == nullptr) return;
   if (IZDMObject* source = from->GetLinkedObject()) to->SetLinkedObject(source);
 }
 
-/// Copied parameters have no links.
-void CopyLinks(IZDMObject* from, IZDMObject* to) {
+/// What a copy of an object leaves out.
+void CopyRest(IZDMObject* from, IZDMObject* to) {
+  CopyNested(from->GetReltnColl(), to->GetReltnColl());
+  auto* category = ViewAs<IZCategory>(from);
+  auto* copied = ViewAs<IZCategory>(to);
+  if (category != nullptr && copied != nullptr) {
+    CopyNested(category->GetMemberColl(), copied->GetMemberColl());
+  }
   CopyLink(ViewAs<IZParameter>(from), ViewAs<IZParameter>(to));
   IZParameterArray* links = from->PeekParameterArray();
   IZParameterArray* copies = to->PeekParameterArray();
@@ -109,7 +142,7 @@ class Transfer::Rollback {
     try {
       for (const auto& [object, former] : replaced) {
         object->CopyFrom(former, kCopyMode);
-        CopyLinks(former, object);
+        CopyRest(former, object);
       }
     } catch (...) {
       // Without memory some have the new data, which refers to nothing of the other document.
@@ -162,7 +195,7 @@ std::vector<IZDMObject*> Transfer::CarryOut() {
     const auto copy =
         CloneAs<IZDMObject>(item.counterpart != nullptr ? item.counterpart : item.original);
     if (copy == nullptr) throw CAtlException(E_OUTOFMEMORY);
-    CopyLinks(item.counterpart != nullptr ? item.counterpart : item.original, copy);
+    CopyRest(item.counterpart != nullptr ? item.counterpart : item.original, copy);
     if (item.counterpart != nullptr) {
       work.replaced.emplace_back(item.counterpart, copy);
     } else {
@@ -177,7 +210,7 @@ std::vector<IZDMObject*> Transfer::CarryOut() {
   for (const Item& item : items_) {
     if (item.counterpart != nullptr) {
       item.counterpart->CopyFrom(item.original, kCopyMode);
-      CopyLinks(item.original, item.counterpart);
+      CopyRest(item.original, item.counterpart);
     } else {
       destinations_[item.original->GetOID()].record = (*next++)->GetOID();
     }

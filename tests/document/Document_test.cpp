@@ -117,7 +117,6 @@ std::multiset<std::string> DanglingIn(const Document& document) {
 }
 
 TEST(DocumentDelete, PredictsWhatTheAuditFindsAfterwards) {
-  const char* const kVia[] = {"relation", "parameter", "path", "current object"};
   int deleted = 0;
   for (unsigned seed = 0; seed < 10000; ++seed) {
     RandomDocument made(seed);
@@ -131,7 +130,7 @@ TEST(DocumentDelete, PredictsWhatTheAuditFindsAfterwards) {
       std::erase_if(expected, [&](const std::string& place) { return gone.contains(stoi(place)); });
       for (const Reference& reference : plan.dangling) {
         expected.insert(std::to_string(static_cast<LONG>(reference.from->GetID())) + ' ' +
-                        kVia[static_cast<int>(reference.via)] + " to " +
+                        zdm::NameOf(reference.via) + " to " +
                         std::to_string(reference.to->ID));
       }
     }

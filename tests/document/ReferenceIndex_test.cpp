@@ -11,7 +11,7 @@
 #include "zdm/identity/OID.h"
 #include "zdm/model/CZDefinition.h"
 #include "zdm/model/CZDefinitionMgr.h"
-#include "zdm/parameters/IZParameter.h"
+#include "zdm/parameters/CZDMParameter.h"
 #include "zdm/parameters/IZParameterArray.h"
 #include "zdm/properties/CZProperty.h"
 #include "zdm/relations/ZReltnVisitor.h"
@@ -65,6 +65,7 @@ class ReferenceIndexTest : public testing::TestWithParam<int> {
       definitions_->AddDefinition(definition);
     }
     for (int i = 0; i < 12; ++i) AddObject();
+    document_.Add(zdm::ViewAs<IZDMObject>(own_.Get()), nullptr);
     for (int i = 0; i < 20; ++i) document_.Relate(Any(), Any());
   }
 
@@ -178,6 +179,21 @@ class ReferenceIndexTest : public testing::TestWithParam<int> {
     }
     array->RemoveByGUID(key);
   }
+  /// The parameter that is an object itself.
+  void ChangeOwnParameter() {
+    switch (Below(5)) {
+      case 0:
+        return own_->SetDefinition(AnyOrNone());
+      case 1:
+        return own_->SetLinkedObject(AnyOrNone());
+      case 2:
+        return own_->SetRelation(AnyOrNone(), Coin());
+      case 3:
+        return own_->SetValue(nullptr);
+      default:
+        return own_->SetElement(Any());
+    }
+  }
   void Remap() {
     Replacer replacer(AnyRecord(), AnyRecord());
     for (IZDMObject* object : objects_) object->VisitReferences(object, &replacer);
@@ -259,6 +275,7 @@ class ReferenceIndexTest : public testing::TestWithParam<int> {
   ZRefPtr<IZDefinitionMgr> definitions_ = zdm::MakeObject<IZDefinitionMgr, CZDefinitionMgr>();
   ZRefPtr<IZSingleReltn> kept_;
   ZRefPtr<IZParameter> keptParameter_;
+  ZRefPtr<IZDMParameter> own_ = zdm::MakeObject<IZDMParameter, CZDMParameter>();
 };
 
 TEST_P(ReferenceIndexTest, AnswersLikeAWalkAfterEveryChange) {
@@ -273,6 +290,7 @@ TEST_P(ReferenceIndexTest, AnswersLikeAWalkAfterEveryChange) {
       {"change category", [&] { ChangeCategory(); }},
       {"parameter", [&] { ChangeParameter(); }},
       {"parameter again", [&] { ChangeParameter(); }},
+      {"parameter of the document", [&] { ChangeOwnParameter(); }},
       {"remap", [&] { Remap(); }},
       {"current", [&] { managers_[Below(2)]->SetCurrent(AnyOrNone()); }},
       {"copy", [&] { Any()->CopyFrom(Any(), 0); }},

@@ -101,7 +101,8 @@ class MakingAndChanging(DocumentTest):
                          [{"object": 2, "why": "referred", "by": 3}])
         plan = read_json("delete", "sample.zdm", 3, "--dry-run")
         self.assertEqual(plan, {"deleted": False, "objects": [3], "obstacles": [],
-                                "dangling": [{"from": 4, "to": 3, "via": "relation"}]})
+                                "dangling": [{"from": 4, "to": 3, "via": "relation"}],
+                                "withoutCurrent": []})
         self.expect(11, "delete", "sample.zdm", -1)
         self.assertEqual(contents("sample.zdm"), before)
 
@@ -203,10 +204,10 @@ class CopyingAndMerging(DocumentTest):
     def test_copies_refer_to_each_other_and_the_rest_is_named(self):
         out = self.expect(0, "copy", "sample.zdm", 3, 4)
         self.assertEqual(out.splitlines(), [
-            'copied 3 "T\u00fcr" CZDMPlainObject as 6', 'copied 4 "Key" CZDMPlainObject as 7',
+            'copied 3 "T\u00fcr" CZDMPlainObject as 8', 'copied 4 "Key" CZDMPlainObject as 9',
             'kept: the copy of 3 "T\u00fcr" CZDMPlainObject still refers to 2 through relation'])
-        self.assertEqual([row["id"] for row in read_json("refs", "sample.zdm", 7)["refersTo"]], [6])
-        self.assertEqual(read_json("show", "sample.zdm", 1)["holds"], [2, 3, 5, 6])
+        self.assertEqual([row["id"] for row in read_json("refs", "sample.zdm", 9)["refersTo"]], [8])
+        self.assertEqual(read_json("show", "sample.zdm", 1)["holds"], [2, 3, 5, 8])
         self.expect(0, "audit", "sample.zdm")
 
     def test_a_copy_in_another_document_is_cut_from_the_first(self):
@@ -235,11 +236,12 @@ class CopyingAndMerging(DocumentTest):
     def test_a_dry_run_says_what_a_merge_does(self):
         shutil.copy("sample.zdm", "other.zdm")
         self.expect(0, "add", "other.zdm", "Gate", "--in", 1)
-        self.expect(0, "relate", "other.zdm", 6, 4)
+        self.expect(0, "relate", "other.zdm", 8, 4)
         self.expect(0, "set", "other.zdm", 2, "name=North wall")
         self.expect(2, "merge", "sample.zdm", "other.zdm")
         said = self.expect(0, "merge", "sample.zdm", "other.zdm", "--replace", "--dry-run")
-        self.assertIn('added: 6 "Gate" CZDMPlainObject as 6', said)
+        self.assertIn('added: 8 "Gate" CZDMPlainObject as 8', said)
+        self.assertNotIn("replaced: -", said)
         self.assertEqual(sorted(os.listdir(".")), ["other.zdm", "sample.zdm"])
         self.assertEqual(self.expect(0, "merge", "sample.zdm", "other.zdm", "--replace", "-o",
                                      "both.zdm"), said)

@@ -55,10 +55,13 @@ Json Described(const Deletion& plan, bool isDeleted) {
                         {"to", reference.to->ID},
                         {"via", NameOf(reference.via)}});
   }
+  Json losing = Json::array();
+  for (IZDMObjMgr* manager : plan.losing) losing.push_back(manager->GetOID()->ID);
   return {{"deleted", isDeleted},
           {"objects", std::move(objects)},
           {"obstacles", std::move(obstacles)},
-          {"dangling", std::move(dangling)}};
+          {"dangling", std::move(dangling)},
+          {"withoutCurrent", std::move(losing)}};
 }
 
 void PrintPlan(const Deletion& plan) {
@@ -72,6 +75,10 @@ void PrintPlan(const Deletion& plan) {
     PrintLine(Painted(Colour::kYellow, "will refer to nothing") + ": " +
               BriefLine(*reference.from->GetOID()) + " through " + NameOf(reference.via) + " to " +
               std::to_string(reference.to->ID));
+  }
+  for (IZDMObjMgr* manager : plan.losing) {
+    PrintLine(Painted(Colour::kYellow, "will have no current object") + ": " +
+              BriefLine(*manager->GetOID()));
   }
 }
 

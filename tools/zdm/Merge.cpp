@@ -97,7 +97,8 @@ void AddMerge(CLI::App& app, Context& context) {
   command.Flag("--dry-run", options->dryRun, "Only name what would happen");
   command.Footer(
       "What both have stays as it is in FILE, without --replace and --add; managers of one class\n"
-      "and name are merged. Names what was added or replaced, and every reference that was cut.\n"
+      "and name are merged, and what has a negative ID stays in any case. Names what was added or\n"
+      "replaced, and every reference that was cut.\n"
       "Examples:\n"
       "  zdm merge house.zdm garden.zdm --dry-run\n"
       "  zdm merge house.zdm garden.zdm -o both.zdm");
