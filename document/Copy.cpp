@@ -45,10 +45,10 @@ class Copier {
       : source_(source),
         isInside_(&source == &target),
         manager_(manager != nullptr ? manager : &target),
-        transfer_(target, isInside_ ? Transfer::Outside::kStays : Transfer::Outside::kCut) {
-    if (isInside_) return;
-    meanings_.emplace(target);
-    transfer_.LeadTo(source.GetOID(), target.GetOID(), ReferenceFate::kCounterpart);
+        meanings_(isInside_ ? std::nullopt : std::make_optional<Meanings>(target)),
+        transfer_(target, isInside_ ? Transfer::Outside::kStays : Transfer::Outside::kCut,
+                  meanings_.has_value() ? &*meanings_ : nullptr) {
+    if (!isInside_) transfer_.LeadTo(source.GetOID(), target.GetOID(), ReferenceFate::kCounterpart);
   }
 
   Copies Run(const Objects& objects) {
@@ -63,7 +63,6 @@ class Copier {
     }
     if (copies_.objects.empty()) return std::move(copies_);
     copies_.leadingOut = transfer_.FindLeadingOut();
-    if (!isInside_) LeadToCounterparts();
     const Objects made = transfer_.CarryOut();
     for (std::size_t i = 0; i < made.size(); ++i) copies_.objects[i].copy = made[i];
     return std::move(copies_);
@@ -106,22 +105,10 @@ class Copier {
     return std::nullopt;
   }
 
-  void LeadToCounterparts() {
-    bool isFound = false;
-    for (const LeadingOut& reference : copies_.leadingOut) {
-      if (reference.fate != ReferenceFate::kCut || !IsAlive(reference.to)) continue;
-      OID* counterpart = meanings_->Find(reference.to->Object);
-      if (counterpart == nullptr) continue;
-      transfer_.LeadTo(reference.to, counterpart, ReferenceFate::kCounterpart);
-      isFound = true;
-    }
-    if (isFound) copies_.leadingOut = transfer_.FindLeadingOut();
-  }
-
   CZDocument& source_;
   const bool isInside_;
   IZDMObjMgr* const manager_;
-  std::optional<Meanings> meanings_;  // of another document
+  const std::optional<Meanings> meanings_;  // of another document
   Transfer transfer_;
   Copies copies_;
 };

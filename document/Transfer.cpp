@@ -2,6 +2,7 @@
 
 #include "document/CZDMAbsentObject.h"
 #include "document/CZDocument.h"
+#include "document/Meaning.h"
 #include "document/ReferenceMapper.h"
 #include "platform/ole/CAtlException.h"
 #include "zdm/categories/IZCategory.h"
@@ -96,20 +97,19 @@ class Transfer::Mapper : public ReferenceMapper {
 
  protected:
   OID* Replacement(OID* record) override {
-    const auto found = transfer_.destinations_.find(record);
-    if (found == transfer_.destinations_.end()) return Stays(record) ? record : nullptr;
+    const Destination* const destination = transfer_.Find(record);
+    if (destination == nullptr) return Stays(record) ? record : nullptr;
     // Before the copies are made any record will do.
-    return found->second.record != nullptr ? found->second.record : record;
+    return destination->record != nullptr ? destination->record : record;
   }
 
   void Note(OID* record, ReferenceVia via, bool isCut) override {
     if (out_ == nullptr) return;
-    const auto found = transfer_.destinations_.find(record);
-    const bool isKnown = found != transfer_.destinations_.end();
-    if (isKnown && found->second.isInside && !isCut) return;
-    const ReferenceFate fate = isCut     ? ReferenceFate::kCut
-                               : isKnown ? found->second.fate
-                                         : ReferenceFate::kKept;
+    const Destination* const known = transfer_.Find(record);
+    if (known != nullptr && known->isInside && !isCut) return;
+    const ReferenceFate fate = isCut              ? ReferenceFate::kCut
+                               : known != nullptr ? known->fate
+                                                  : ReferenceFate::kKept;
     out_->push_back({original_, record, via, fate});
   }
 
@@ -172,6 +172,17 @@ void Transfer::Replace(IZDMObject* original, IZDMObject* counterpart) {
 
 void Transfer::LeadTo(const OID* record, OID* counterpart, ReferenceFate fate) {
   destinations_.try_emplace(record, Destination{counterpart, fate, false});
+}
+
+/// Where references to `record` are led; null when that depends on what there is outside.
+const Transfer::Destination* Transfer::Find(const OID* record) {
+  auto found = destinations_.find(record);
+  if (found != destinations_.end()) return &found->second;
+  OID* counterpart =
+      meanings_ != nullptr && IsAlive(record) ? meanings_->Find(record->Object) : nullptr;
+  if (counterpart == nullptr) return nullptr;
+  const Destination destination = {counterpart, ReferenceFate::kCounterpart, false};
+  return &destinations_.try_emplace(record, destination).first->second;
 }
 
 std::vector<LeadingOut> Transfer::FindLeadingOut() {

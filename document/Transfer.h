@@ -15,6 +15,8 @@ class CZDocument;
 
 namespace zdm {
 
+class Meanings;
+
 /// Why nothing was done at all.
 enum class Refusal {
   kNone,
@@ -54,7 +56,10 @@ class Transfer {
     kCut,    // nothing
   };
 
-  Transfer(CZDocument& target, Outside outside) : target_(target), outside_(outside) {}
+  /// @param meanings  of the target; where given, references to what stands for the same thing there
+  ///     are led to that. Outlives the transfer.
+  Transfer(CZDocument& target, Outside outside, const Meanings* meanings = nullptr)
+      : target_(target), outside_(outside), meanings_(meanings) {}
 
   /// `original` gets a copy in the manager that stands for its owner, or else in `fallback`.
   void Copy(IZDMObject* original, IZDMObjMgr* fallback);
@@ -83,9 +88,11 @@ class Transfer {
   };
 
   IZDMObjMgr* ManagerFor(const Item& item);
+  const Destination* Find(const OID* record);
 
   CZDocument& target_;
   const Outside outside_;
+  const Meanings* const meanings_;
   std::vector<Item> items_;
   std::unordered_map<const OID*, Destination> destinations_;
 };
