@@ -27,8 +27,6 @@ using zdm::Refusal;
 
 namespace {
 
-constexpr int kTrials = 10000;
-
 LONG IDOf(IZDMObject* object) { return static_cast<LONG>(object->GetID()); }
 
 std::string TextOf(const std::vector<zdm::LeadingOut>& references) {

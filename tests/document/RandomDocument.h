@@ -14,6 +14,13 @@
 
 namespace zdm::test {
 
+/// Of a test over random documents; fewer where a sanitizer looks at every step.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr unsigned kTrials = 1250;
+#else
+constexpr unsigned kTrials = 10000;
+#endif
+
 class RandomDocument {
  public:
   /// @param objects  beside the managers and categories.
