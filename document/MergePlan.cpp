@@ -47,7 +47,8 @@ Key KeyOfDefinition(IZDefinition& definition) {
 /// What an object of the library judges by alone; empty for one that has to be asked.
 Key KeyOfJudgement(IZDMObject* object) {
   const GUID classId = object->GetZRID();
-  if (classId == CZDMCategory::kClassID) return KeyOfNumber(ViewAs<IZCategory>(object)->GetNumber());
+  if (classId == CZDMCategory::kClassID)
+    return KeyOfNumber(ViewAs<IZCategory>(object)->GetNumber());
   if (classId == CZDefinition::kClassID) return KeyOfDefinition(*ViewAs<IZDefinition>(object));
   return {};
 }

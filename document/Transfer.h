@@ -56,7 +56,8 @@ class Transfer {
     kCut,    // nothing
   };
 
-  /// @param meanings  of the target; where given, references to what stands for the same thing there
+  /// @param meanings  of the target; where given, references to what stands for the same thing
+  /// there
   ///     are led to that. Outlives the transfer.
   Transfer(CZDocument& target, Outside outside, const Meanings* meanings = nullptr)
       : target_(target), outside_(outside), meanings_(meanings) {}

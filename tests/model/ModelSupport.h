@@ -15,8 +15,7 @@
 
 #include <string>
 
-namespace zdm::test {
-}  // namespace zdm::test
+namespace zdm::test {}  // namespace zdm::test
 
 ZDM_TEST_CLASS(Canary, IZObject, IZReltnVisitor)
 ZDM_TEST_CLASS(Stray, IZObject, IZDMObject, IZRelation)

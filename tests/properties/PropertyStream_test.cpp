@@ -119,8 +119,8 @@ TEST(PropertyStream, HoldsNoMembersEntriesNorCoordinates) {
   groups->AddTail(group);
   scales->AddStandardScales();
   point->SetPoint({1, 2, 3});
-  for (IZObject* full : std::initializer_list<IZObject*>{array, coll, pairs, group, groups, scales,
-                                                         point}) {
+  for (IZObject* full :
+       std::initializer_list<IZObject*>{array, coll, pairs, group, groups, scales, point}) {
     auto* property = zdm::ViewAs<IZProperty>(full);
     const auto plain = MakeProperty();
     plain->SetType(property->GetType());

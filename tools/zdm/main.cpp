@@ -29,10 +29,10 @@ constexpr const char* kFooter =
     "  zdm COMMAND --help";
 
 void AddCommands(CLI::App& app, Context& context) {
-  for (const auto add : {AddNew, AddAdd, AddRelate, AddSet, AddDelete, AddCopy, AddMerge, AddImport,
-                         AddExport, AddView, AddInfo, AddTree, AddCategories, AddDefinitions, AddShow,
-                         AddRefs, AddDump, AddDiff, AddGraph, AddAudit, AddRecover, AddClasses,
-                         AddCreate}) {
+  for (const auto add :
+       {AddNew,    AddAdd,  AddRelate, AddSet,   AddDelete,     AddCopy,        AddMerge, AddImport,
+        AddExport, AddView, AddInfo,   AddTree,  AddCategories, AddDefinitions, AddShow,  AddRefs,
+        AddDump,   AddDiff, AddGraph,  AddAudit, AddRecover,    AddClasses,     AddCreate}) {
     add(app, context);
   }
 }

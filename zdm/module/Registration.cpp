@@ -81,8 +81,7 @@ struct NamesOf<zdm::InterfaceList<I...>> {
 template <class C>
 constexpr zdm::ClassInfo InfoOf() {
   using Row = zdm::ClassRow<C>;
-  return {Row::kName, Row::kClassID, Row::kCreatable,
-          NamesOf<typename Row::Interfaces>::kNames};
+  return {Row::kName, Row::kClassID, Row::kCreatable, NamesOf<typename Row::Interfaces>::kNames};
 }
 
 }  // namespace
