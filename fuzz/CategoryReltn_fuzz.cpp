@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   auto copied = NewReltns();
   copy->CollectReltns(copied);
   Require(copied->GetCount() == coll->GetCount());
-  OfferNotes visitor;
+  IDNotes visitor;
   relation->Accept(nullptr, nullptr, &visitor);
   relation->AssertValid(nullptr);
   RequireStable(*relation, *ReltnTo(nullptr), db);

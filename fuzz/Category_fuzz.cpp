@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (count != 0) Require(map.GetCategoryColl()->GetCount() == count);
   map.GetCategoryVisible(static_cast<LONG>(categories[0]->GetNumber()));
   map.RefreshCategoryDispAttribToSysCategorizing();
-  OfferNotes visitor;
+  IDNotes visitor;
   categories[0]->VisitReferences(categories[0], &visitor);
 
   auto again = zdm::MakeObject<IZCategory, CZDMCategory>();
