@@ -11,18 +11,12 @@ namespace {
 
 using namespace zdm::test;
 
-TEST(Slots, IZCategorizing) {
+TEST(Slots, OfCategories) {
   ZDM_EXPECT_SLOTS(3, IZCategorizing, SetCategoryReltn, GetCategoryReltn, GetCategorizedDispAttrib,
                    GetCategorizedHatch, IsCategorizedVisible);
-}
-
-TEST(Slots, CategoryIsFollowedByTheObjectTemplate) {
   EXPECT_EQ(SlotOf(&IZCategory::SetName), 44) << "beside SetCategoryName, at 150";
   ZDM_EXPECT_SLOTS(178, CZDMCategory, CloneRelation, CloneInto, LoadExtData);
   EXPECT_EQ(SlotOf(&CZDMCategory::ReservedQuery16), 193);
-}
-
-TEST(Slots, IZCategoryReltn) {
   ZDM_EXPECT_SLOTS(66, IZCategoryReltn, GetProjectionDispAttrib, SetProjectionDispAttrib,
                    GetSectionDispAttrib, SetSectionDispAttrib, AddSubReltn, GetSubReltns,
                    GetCategoryName, GetCategory, GetCategoryNumber, FindProjectionDispAttrib,
@@ -33,9 +27,6 @@ TEST(Slots, IZCategoryReltn) {
   EXPECT_EQ(SlotOfOverload<void(IZRelation**)>(&CZCategoryReltn::Clone), 95);
   ZDM_EXPECT_SLOTS(96, CZCategoryReltn, IsDumpRef, ReservedQuery);
   EXPECT_EQ(SlotOfOverload<void(IZSingleReltn**)>(&CZCategoryReltn::Clone), 98);
-}
-
-TEST(Slots, IZCategoryMgr) {
   ZDM_EXPECT_SLOTS(184, IZCategoryMgr, AddCategory, GetCategoryByNumber, CreateCategoryReltnColl,
                    RebuildReltnMap, ApplyCategoryDispAttrib, GetOrCreateCategory);
   EXPECT_EQ(SlotOf(&CZDMCategoryMgr::CloneRelation), 190);

@@ -21,7 +21,7 @@ namespace {
 
 using namespace zdm::test;
 
-TEST(Slots, IZDMObject) {
+TEST(Slots, OfObjects) {
   ZDM_EXPECT_SLOTS(61, IZDMObject, IsObjectValid, IsObjectAttached, SetStatus, ClearStatus,
                    CloneObject);
   EXPECT_EQ(SlotOfOverload<void(IZDMObject*, LONG)>(&IZDMObject::CopyFrom), 66);
@@ -38,22 +38,13 @@ TEST(Slots, IZDMObject) {
                    SetParamDouble, GetParamLong, SetParamLong, GetParamString, SetParamString,
                    GetParamValue, SetParamValue, GetParamRelation, SetParamRelation, GetParamBool,
                    SetParamBool, GetMaterial, Reserved126, Reserved127, SetTreeData, GetTreeData);
-}
-
-TEST(Slots, TheTemplateAddsItsOwnBehindTheInterface) {
   ZDM_EXPECT_SLOTS(130, IZGiMaterial, IsByCategory);
   ZDM_EXPECT_SLOTS(130, CZDMPlainObject, CloneRelation, CloneInto, LoadExtData, LoadOwnData,
                    SaveExtData, SaveOwnData, SetExtDataMgr, SaveHead, LoadHead, SaveBody, LoadBody,
                    SaveTail, LoadTail, WriteHeader, ReadHeader, ReservedQuery16);
-}
-
-TEST(Slots, TheManagerTemplateAddsItsOwnBehindThoseOfTheObjectTemplate) {
   ZDM_EXPECT_SLOTS(184, CZDMObjMgr, CloneRelation, CloneInto);
   ZDM_EXPECT_SLOTS(199, CZDMObjMgr, ReservedQuery16, MergeFrom, FindSameManager);
   ZDM_EXPECT_SLOTS(200, CZDMDictionary, MergeFrom, FindSameManager);
-}
-
-TEST(Slots, IZDMObjMgr) {
   ZDM_EXPECT_SLOTS(130, IZDMObjMgr, GetHead, GetTail, RemoveHead, RemoveTail, RemoveItem, AddHead,
                    AddTail, GetNext, GetPrev, GetAt, SetAt, InsertAfter, InsertBefore, Find, Has,
                    GetCount, IsEmpty, RemoveHeadNoReturn, RemoveTailNoReturn, RemoveAll,
@@ -64,15 +55,9 @@ TEST(Slots, IZDMObjMgr) {
                    GetStatusCount, Reserved172, Reserved173, RemoveStatusObjects, ClearStatusTree,
                    GetValidHeadPosition, GetValidNext, CollectStatusInterface, Collect, FindByName,
                    FindByNameStatus, FindByInterface, GetUniqueName);
-}
-
-TEST(Slots, IZDMObjIterator) {
   ZDM_EXPECT_SLOTS(3, IZDMObjIterator, GetHeadPosition, GetTailPosition, GetHeadStatusPosition,
                    GetTailStatusPosition, GetStatusNext, GetStatusPrev, GetStatusCount, GetNext,
                    GetPrev, GetValidHeadPosition, GetValidNext, IsEmpty);
-}
-
-TEST(Slots, IZDMObjColl) {
   ZDM_EXPECT_SLOTS(33, IZDMObjColl, AddTailColl, GetHeadStatusPosition, GetTailStatusPosition,
                    GetStatusNext, GetStatusPrev, Isolate, SelfContained, GetStatusCount, DrawStatus,
                    DrawAll, DrawOptionAllowed, DrawAllEx, GetSortedCopy, GetValidHeadPosition,
@@ -81,9 +66,6 @@ TEST(Slots, IZDMObjColl) {
                    FindByNameStatus, SelectInterface, HasName, AddOwners, AddOwnersVector,
                    AddObject, AddTailUnique, FindByID, SetOwnerOIDAll, GetObjects, GetUniqueName,
                    AddLine, AddCircle, AddArc, AddArcFrom, SetValidAll);
-}
-
-TEST(Slots, ExtendedData) {
   ZDM_EXPECT_SLOTS(3, IZExtData, GetName, SetName, CopyFrom, Load, Save);
   EXPECT_EQ(SlotOfOverload<void(IZExtData**)>(&IZExtData::Clone), 8);
   ZDM_EXPECT_SLOTS(9, IZExtDataAccess, GetByte, SetByte, SetShort, GetShort, SetLong, GetLong,
@@ -102,9 +84,6 @@ TEST(Slots, ExtendedData) {
   EXPECT_EQ(SlotOfOverload<const GUID*()>(&IZProxyExtDataObj::GetClassID), 3);
   ZDM_EXPECT_SLOTS(4, IZProxyExtDataObj, SetClassID, GetData, SetData);
   ZDM_EXPECT_SLOTS(9, IZExtDataObjImpl<IZExtData>, LoadData, SaveData, CopyData);
-}
-
-TEST(Slots, IZParameter) {
   ZDM_EXPECT_SLOTS(3, IZParameter, GetDefinitionGUID, GetElement, SetElement, GetGUID, SetGUID,
                    GetUlongPtr, SetUlongPtr, GetDouble, SetDouble, GetRelation, SetRelation,
                    GetLong, SetLong, GetString, SetString, GetValue, SetValue, GetBool, SetBool,
@@ -113,9 +92,6 @@ TEST(Slots, IZParameter) {
                    ApplyProperty, AddPropertyTo, GetFlags, SetFlags, GetLinkedObject,
                    SetLinkedObject, IsEqual, IsReadOnly, SetReadOnly, IsFlag08, SetFlag08, Save,
                    Load, IsFlag10, SetFlag10, Accept, SetOwner, GetOwner, IsFlag20, SetFlag20);
-}
-
-TEST(Slots, IZParameterArray) {
   EXPECT_EQ(SlotOf(&IZParameterColl::GetHead), 3);
   ZDM_EXPECT_SLOTS(3, IZParameterArray, BeginAdd, Add, EndAdd, RemoveAll, IsEmpty, GetCount, GetAt,
                    RemoveAt, RemoveByGUID, Remove, GetParameter, BuildPropertyGroups,
@@ -127,9 +103,6 @@ TEST(Slots, IZParameterArray) {
                    AddStringParameter, AddBoolParameter, AddValueParameter, IsEqualTo, UpdateFrom,
                    Save, Load, Accept, SetOwner, GetOwner, OnParameterChanged, Reserved44,
                    GetParaArray, AddMissingFrom, ReplaceFrom, IsExist, CreateParameter);
-}
-
-TEST(Slots, IZCategory) {
   ZDM_EXPECT_SLOTS(130, IZCategory, IsFlag8000, SetFlag8000, IsFlag4000, SetFlag4000, IsFlag2000,
                    SetFlag2000, IsFlag1000, SetFlag1000, CategoryReserved138, CategoryReserved139,
                    IsFlag0800, SetFlag0800, GetProjectionDispAttrib, SetProjectionDispAttrib,

@@ -12,38 +12,26 @@ namespace {
 
 using namespace zdm::test;
 
-TEST(Slots, IZDefinition) {
-  ZDM_EXPECT_SLOTS(3, IZDefinition, GetFlag, SetFlag, GetName, GetIndex, SetIndex, GetKey,
-                   SetProperty, GetProperty, PropertyCall, AddPropertyCopyTo, GetFlags, SetFlags,
-                   GetDefinitionMgr, GetIndexName, GetKind, SetKind, GetExtra, SetExtra, MatchKey);
-  EXPECT_EQ(SlotOf(&CZDefinition::IsDumpRef), SlotOf(&CZDefinition::getVersion) + 1);
-}
-
-TEST(Slots, IZDefinitionMgr) {
-  ZDM_EXPECT_SLOTS(184, IZDefinitionMgr, FindDefinition, AddDefinition, GetNameByKey, RegisterName,
-                   GetNameTable, SortKeysByRegistration, HasDefinition);
-}
-
 struct Exposed : CZParameter {
   using CZParameter::GetPropertyValue;
   using CZParameter::LoadBody;
   using CZParameter::SaveBody;
 };
 
-TEST(Slots, CZParameter) {
+TEST(Slots, OfParameters) {
+  ZDM_EXPECT_SLOTS(3, IZDefinition, GetFlag, SetFlag, GetName, GetIndex, SetIndex, GetKey,
+                   SetProperty, GetProperty, PropertyCall, AddPropertyCopyTo, GetFlags, SetFlags,
+                   GetDefinitionMgr, GetIndexName, GetKind, SetKind, GetExtra, SetExtra, MatchKey);
+  EXPECT_EQ(SlotOf(&CZDefinition::IsDumpRef), SlotOf(&CZDefinition::getVersion) + 1);
+  ZDM_EXPECT_SLOTS(184, IZDefinitionMgr, FindDefinition, AddDefinition, GetNameByKey, RegisterName,
+                   GetNameTable, SortKeysByRegistration, HasDefinition);
   ZDM_EXPECT_SLOTS(SlotOf(&Exposed::GetPropertyValue), Exposed, GetPropertyValue, LoadBody,
                    SaveBody);
   EXPECT_EQ(SlotOf(&CZParameter::IsDumpRef), SlotOf(&CZParameter::getVersion) + 1);
   EXPECT_EQ(SlotOf(&CZDMParameter::IsDumpRef), SlotOf(&CZDMParameter::getVersion) + 1);
-}
-
-TEST(Slots, IZDMParameter) {
   ZDM_EXPECT_SLOTS(54, IZDMParameter, Reserved54, Reserved55, Reserved56, Reserved57, Reserved58,
                    Reserved59, Reserved60, Reserved61, Reserved62, Reserved63, Reserved64,
                    Reserved65);
-}
-
-TEST(Slots, IZParameterMgr) {
   EXPECT_EQ(SlotOf(&IZDMObject::SetParamRelation), 122);
   ZDM_EXPECT_SLOTS(184, IZParameterMgr, FindParameter, ExportParameters, SetManagedParamRelation,
                    AddDoubleParameter, AddLongParameter, AddRelationParameter, AddStringParameter,

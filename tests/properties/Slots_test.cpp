@@ -18,7 +18,7 @@ namespace {
 
 using namespace zdm::test;
 
-TEST(Slots, IZProperty) {
+TEST(Slots, OfProperties) {
   ZDM_EXPECT_SLOTS(3, IZProperty, GetName, SetName, GetDisplayName, SetDisplayName, GetGUID,
                    SetGUID, GetExtra2, SetExtra2, GetVariant, SetVariant, GetExtra1, SetExtra1,
                    GetExtra3, SetExtra3, IsReadOnly, SetReadOnly, IsValueUniform, SetValueUniform,
@@ -28,9 +28,6 @@ TEST(Slots, IZProperty) {
                    GetULong, SetULong, GetLong, SetLong, GetBool, SetBool, GetObject, SetObject,
                    IsFlag20, SetFlag20, IsFlag02, SetFlag02, IsLinked, SetLinked, Save, Load,
                    Reserved59, Reserved60, HasGUID);
-}
-
-TEST(Slots, Collections) {
   ZDM_EXPECT_SLOTS(33, IZPropertyColl, AddTailColl, AddProperty, AddNamedProperty, AddYesNo,
                    AddDouble, AddLong, AddString, AddBool);
   ZDM_EXPECT_SLOTS(3, IZPropertyGroup, Reserved3, GetGroups, GetProperties, GetName, SetName,
@@ -38,9 +35,6 @@ TEST(Slots, Collections) {
   ZDM_EXPECT_SLOTS(33, IZPropertyGroupColl, AddTailColl, Reserved34, AddGroup, FindProperty,
                    FindGroup);
   ZDM_EXPECT_SLOTS(33, IZPropertyPairs, AddTailColl, MergePairs);
-}
-
-TEST(Slots, Kinds) {
   ZDM_EXPECT_SLOTS(62, IZPropertyScaleIndex, GetScaleCount, SetScale, GetScale, GetScaleText,
                    AddScale, GetFirstScale, GetNextScale, RemoveAllScales, AddStandardScale,
                    AddStandardScales, AddScales);
