@@ -4,14 +4,13 @@
 #include "document/Audit.h"
 #include "document/CZDMMaterial.h"
 #include "document/Meaning.h"
+#include "tests/document/DocumentSupport.h"
 #include "tests/document/RandomDocument.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/categories/CZDMCategory.h"
 #include "zdm/categories/IZCategory.h"
 #include "zdm/extdata/CZExtDataObj.h"
 #include "zdm/identity/OID.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <map>
@@ -27,13 +26,10 @@ using zdm::Refusal;
 
 namespace {
 
-LONG IDOf(IZDMObject* object) { return static_cast<LONG>(object->GetID()); }
-
 std::string TextOf(const std::vector<zdm::LeadingOut>& references) {
   std::string text;
   for (const auto& [from, to, via, fate] : references) {
-    text += std::to_string(IDOf(from)) + '>' + std::to_string(to->ID) +
-            "rpxc"[static_cast<int>(via)] + "=~-"[static_cast<int>(fate)] + ' ';
+    text += LinkOf(from, to, via) + "=~-"[static_cast<int>(fate)] + ' ';
   }
   return text;
 }
@@ -218,10 +214,8 @@ TEST_F(CopyReport, WhatCannotBeCopiedIsNamedAndTheRestIsCopied) {
   second->SetOwnerOID(nullptr);
   const Copies copies = document.Copy({nullptr, loose, foreign, document.Get(), c, second, b});
   std::string left;
-  for (const auto& [object, why] : copies.leftOut) {
-    left += std::to_string(static_cast<int>(why)) + ' ';
-  }
-  EXPECT_EQ(left, "0 0 1 2 3 ");
+  for (const auto& [object, why] : copies.leftOut) left += std::to_string(static_cast<int>(why));
+  EXPECT_EQ(left, "00123");
   EXPECT_EQ(TextOf(copies.objects), "4>6 ");
 }
 

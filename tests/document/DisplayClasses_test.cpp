@@ -4,13 +4,10 @@
 #include "document/CZDMMaterialMgr.h"
 #include "document/CZDispAttrib.h"
 #include "document/Document.h"
-#include "platform/ole/CAtlException.h"
-#include "tests/support/TempFile.h"
+#include "tests/document/DocumentSupport.h"
+#include "tests/support/Cuts.h"
 #include "tests/support/TestDatabase.h"
-#include "tests/support/Thrown.h"
 #include "zdm/framework/CreateAs.h"
-
-#include <gtest/gtest.h>
 
 #include <functional>
 
@@ -40,62 +37,38 @@ TEST(DispAttrib, IsStoredByteForByteAndDamageLeavesItsValues) {
   auto attribute = AttribOf(RedDashes());
   attribute->SetReltnTag(7);
   const std::vector<BYTE> bytes = BytesOf(*attribute);
-  const std::vector<BYTE> expected = {0,    0, 0x80, 0, 7,   0, 0,    0,    0, 0, 0, 0,  // relation
-                                      0,    0, 0xFF, 0,                                  // colour
-                                      4,    0, 0,    0, 'D', 0, 0,    0,     // line type
-                                      0,    0, 0,    0, 0,   0, 0xE0, 0x3F,  // its scale
-                                      0x46, 0, 0,    0,                      // weight
-                                      0};                                    // hidden
-  EXPECT_EQ(bytes, expected);
+  EXPECT_EQ(bytes, Hex("00008000 07000000 00000000 "      // relation
+                       "0000FF00 0400000044000000 "       // colour, line type
+                       "000000000000E03F 46000000 00"));  // its scale, weight, hidden
   auto loaded = AttribOf({});
   EXPECT_EQ(LoadBytes(*loaded, bytes), bytes.size());
   EXPECT_TRUE(loaded->JudgeSame(attribute));
   EXPECT_EQ(BytesOf(*loaded), bytes);
   auto kept = AttribOf({});
-  for (std::size_t length = 0; length < bytes.size(); ++length) {
-    const std::vector<BYTE> cut(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(length));
-    EXPECT_EQ(Thrown([&] { LoadBytes(*kept, cut); }), E_FAIL) << length;
-    EXPECT_TRUE(kept->GetValues() == DispValues()) << length;
-  }
+  ExpectCutsFail(bytes, [&](const Bytes& cut) { LoadBytes(*kept, cut); });
+  EXPECT_TRUE(kept->GetValues() == DispValues());
 }
 
 TEST(DispAttrib, CountsAsTheSameByEveryValueAndNothingElse) {
+  using A = CZDispAttrib&;
+  const auto with = [](auto change) {
+    return [=](A attribute) {
+      auto values = RedDashes();
+      change(values);
+      attribute.SetValues(values);
+    };
+  };
   const struct {
     const char* name;
-    std::function<void(CZDispAttrib&)> change;
+    std::function<void(A)> change;
     bool same;
-  } rows[] = {{"tag", [](CZDispAttrib& a) { a.SetReltnTag(3); }, true},
-              {"status", [](CZDispAttrib& a) { a.ClearReltnStatus(ZRS_VALID); }, true},
-              {"visible",
-               [](CZDispAttrib& a) { a.SetVisibility(zdm::kCategoryDraw, true, nullptr); }, false},
-              {"colour",
-               [](CZDispAttrib& a) {
-                 auto v = RedDashes();
-                 v.color = 1;
-                 a.SetValues(v);
-               },
-               false},
-              {"type",
-               [](CZDispAttrib& a) {
-                 auto v = RedDashes();
-                 v.lineType = {};
-                 a.SetValues(v);
-               },
-               false},
-              {"scale",
-               [](CZDispAttrib& a) {
-                 auto v = RedDashes();
-                 v.lineTypeScale = 1;
-                 a.SetValues(v);
-               },
-               false},
-              {"weight",
-               [](CZDispAttrib& a) {
-                 auto v = RedDashes();
-                 v.lineWeight = 1;
-                 a.SetValues(v);
-               },
-               false}};
+  } rows[] = {{"tag", [](A a) { a.SetReltnTag(3); }, true},
+              {"status", [](A a) { a.ClearReltnStatus(ZRS_VALID); }, true},
+              {"visible", [](A a) { a.SetVisibility(zdm::kCategoryDraw, true, nullptr); }, false},
+              {"colour", with([](DispValues& values) { values.color = 1; }), false},
+              {"type", with([](DispValues& values) { values.lineType = {}; }), false},
+              {"scale", with([](DispValues& values) { values.lineTypeScale = 1; }), false},
+              {"weight", with([](DispValues& values) { values.lineWeight = 1; }), false}};
   auto attribute = AttribOf(RedDashes());
   EXPECT_FALSE(attribute->JudgeSame(nullptr));
   EXPECT_FALSE(attribute->JudgeSame(RelationTo(nullptr)));
@@ -164,13 +137,9 @@ TEST(Material, IsStoredAndCopiedWithWhatItLooksLike) {
   material->SetByCategory(true);
   material->SetValues({0x00123456, 0.5, 2.0, zdm::Bstr(OLESTR(""))});
   const std::vector<BYTE> bytes = BytesOf(*material, &db);
-  const std::vector<BYTE> own(bytes.begin() + 48, bytes.end());
-  const std::vector<BYTE> expected = {4, 0,    0,    0,    'G', 0, 0,    0,     // name
-                                      1, 0x56, 0x34, 0x12, 0,                   // colour
-                                      0, 0,    0,    0,    0,   0, 0xE0, 0x3F,  // transparency
-                                      0, 0,    0,    0,    0,   0, 0,    0x40,  // shininess
-                                      2, 0,    0,    0,    0,   0};             // texture
-  EXPECT_EQ(own, expected);
+  EXPECT_EQ(Bytes(bytes.begin() + 48, bytes.end()),
+            Hex("0400000047000000 01 56341200 "                      // name, colour
+                "000000000000E03F 0000000000000040 020000000000"));  // then the texture
   auto loaded = zdm::MakeObject<CZDMMaterial, CZDMMaterial>();
   db.Add(loaded);
   LoadBytes(*loaded, bytes, &db);
@@ -179,42 +148,32 @@ TEST(Material, IsStoredAndCopiedWithWhatItLooksLike) {
   EXPECT_FALSE(loaded->JudgeSame(material.Get()));
   auto copy = zdm::CloneAs<IZGiMaterial>(static_cast<IZDMObject*>(material.Get()));
   EXPECT_TRUE(copy->IsByCategory());
-  for (std::size_t length = 49; length < bytes.size(); ++length) {
-    const std::vector<BYTE> cut(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(length));
-    EXPECT_EQ(Thrown([&] { LoadBytes(*loaded, cut, &db); }), E_FAIL) << length;
-    EXPECT_TRUE(loaded->GetValues() == material->GetValues());
-  }
+  ExpectCutsFail(
+      bytes, [&](const Bytes& cut) { LoadBytes(*loaded, cut, &db); }, 49);
+  EXPECT_TRUE(loaded->GetValues() == material->GetValues());
 }
 
 TEST(DocumentDefaults, AreMadeWithADocumentAndFoundWhenItIsOpened) {
   auto document = Document::Create(OLESTR("House"));
   EXPECT_EQ(document.Add(OLESTR("Wall"))->GetID(), 1u) << "soft IDs begin with the first object";
   dynamic_cast<CZDispAttrib&>(*document->GetDefaultDispAttrib()).SetValues(RedDashes());
-  document.Save(TempFile("defaults.zdm"));
-  auto opened = Document::Open(document->GetPath());
-  for (Document* each : {&document, &opened}) {
-    IZDMObjMgr* manager = (*each)->GetMaterialMgr();
+  const auto opened = Reopened(*document.Get());
+  for (CZDocument* each : {document.Get(), opened.Get()}) {
+    IZDMObjMgr* manager = each->GetMaterialMgr();
     ASSERT_NE(manager, nullptr);
     EXPECT_LT(static_cast<LONG>(manager->GetID()), -1);
     IZDMObject* material = manager->FindByName(zdm::kDefaultMaterialName);
     ASSERT_NE(zdm::ViewAs<IZGiMaterial>(material), nullptr);
     EXPECT_LT(static_cast<LONG>(material->GetID()), -1);
-    ASSERT_NE((*each)->GetDefaultDispAttrib(), nullptr);
-    EXPECT_TRUE((*each)->GetDefaultDispAttrib()->JudgeSame(AttribOf(RedDashes())));
+    ASSERT_NE(each->GetDefaultDispAttrib(), nullptr);
+    EXPECT_TRUE(each->GetDefaultDispAttrib()->JudgeSame(AttribOf(RedDashes())));
   }
-  const auto before = FileBytes(document->GetPath());
-  opened.Save();
-  EXPECT_EQ(FileBytes(document->GetPath()), before);
   opened->RemoveItem(static_cast<IZDMObject*>(opened->GetMaterialMgr()));
   EXPECT_EQ(opened->GetMaterialMgr(), nullptr);
 }
 
 TEST(DocumentDefaults, AbsentOnesAreNull) {
-  auto document = zdm::MakeObject<CZDocument, CZDocument>();
-  EXPECT_EQ(document->GetMaterialMgr(), nullptr);
-  EXPECT_EQ(document->GetDefaultDispAttrib(), nullptr);
-  document->SaveAs(TempFile("bare.zdm"));
-  auto opened = CZDocument::Open(document->GetPath());
+  const auto opened = Reopened(*zdm::MakeObject<CZDocument, CZDocument>());
   EXPECT_EQ(opened->GetMaterialMgr(), nullptr);
   EXPECT_EQ(opened->GetDefaultDispAttrib(), nullptr);
 }

@@ -141,6 +141,8 @@ TEST(OptPath, GoesFromTheOutermostObjectToTheBottom) {
   path->Append(a);
   EXPECT_EQ(path->GetCount(), 3);
   EXPECT_EQ(path->GetBottomObject(), a.Get());
+  PID* pooled = db.pids.QueryPID(path);
+  EXPECT_EQ(db.pids.FindPID(std::vector<OID*>{a->GetOID(), b->GetOID(), a->GetOID()}), pooled);
 
   const auto copy = zdm::CloneAs<IZOptPath>(path);
   path = nullptr;
@@ -153,17 +155,6 @@ TEST(OptPath, GoesFromTheOutermostObjectToTheBottom) {
     pos = bad;
     EXPECT_THROW(copy->GetNext(pos), CAtlException) << bad;
   }
-}
-
-TEST(OptPath, IsPooledAsTheRecordsOfItsObjects) {
-  TestDatabase db;
-  auto a = db.MakeObject();
-  auto b = db.MakeObject();
-  auto path = zdm::MakeObject<IZOptPath, CZOptPath>();
-  path->Append(a);
-  path->Append(b);
-  PID* pooled = db.pids.QueryPID(path);
-  EXPECT_EQ(db.pids.FindPID(std::vector<OID*>{a->GetOID(), b->GetOID()}), pooled);
 }
 
 TEST(PlainObject, IsTheSameInAnotherDocumentByClassAndID) {
@@ -188,20 +179,6 @@ TEST(PlainObject, IsTheSameInAnotherDocumentByClassAndID) {
               {"the other root", &there, false}};
   for (const auto& row : rows) EXPECT_EQ(object->JudgeSame(row.other), row.same) << row.name;
   EXPECT_FALSE(loose->JudgeSame(object.Get()));
-}
-
-TEST(PlainSingleReltn, FindsItsTargetInTheDocumentThatLoadsIt) {
-  TestDatabase db;
-  auto target = db.MakeObject(nullptr, 9);
-  auto relation = zdm::test::RelationTo(target);
-  relation->SetReltnTag(3);
-  const std::vector<BYTE> bytes = zdm::test::BytesOf(*relation);
-  auto loaded = zdm::test::RelationTo(nullptr);
-  EXPECT_EQ(zdm::test::LoadBytes(*loaded, bytes, &db), 16u);
-  EXPECT_EQ(loaded->GetReltnObject(), target.Get());
-  EXPECT_EQ(loaded->GetReltnTag(), 3);
-  EXPECT_EQ(zdm::test::LoadBytes(*loaded, bytes), 16u);
-  EXPECT_EQ(loaded->GetReltnObject(), nullptr);
 }
 
 }  // namespace

@@ -2,13 +2,11 @@
 #include "document/Document.h"
 
 #include "document/Audit.h"
+#include "tests/document/DocumentSupport.h"
 #include "tests/document/RandomDocument.h"
-#include "tests/support/TempFile.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/ObjectOptions.h"
-
-#include <gtest/gtest.h>
 
 #include <random>
 #include <set>
@@ -25,10 +23,7 @@ namespace {
 
 std::string TextOf(const std::vector<Reference>& references) {
   std::string text;
-  for (const Reference& reference : references) {
-    text += std::to_string(static_cast<LONG>(reference.from->GetID())) + '>' +
-            std::to_string(reference.to->ID) + "rpxc"[static_cast<int>(reference.via)] + ' ';
-  }
+  for (const auto& [from, to, via, relation] : references) text += LinkOf(from, to, via) + ' ';
   return text;
 }
 
@@ -40,7 +35,6 @@ TEST(References, AreNamedWithWhatHoldsThem) {
   walls->SetCurrent(b);
   document.Relate(a, b);
   document.Relate(a, walls);
-  auto relations = zdm::CreateAs<IZReltnColl>(zdm::ClassRow<CZReltnColl>::kClassID);
   a->AddRelation(RelationTo(nullptr));
   EXPECT_EQ(TextOf(document.ReferencesOf(a)), "2>3r 2>1r ");
   EXPECT_EQ(TextOf(document.ReferencesOf(walls)), "1>3c ");
@@ -59,18 +53,20 @@ TEST(DocumentDelete, NamesWhatIsInTheWayAndWhatWillReferToNothing) {
   document.Relate(c, a);
   walls->SetCurrent(a);
 
-  Deletion plan = document.Delete({a, b});
-  ASSERT_EQ(plan.obstacles.size(), 1u);
-  EXPECT_EQ(plan.obstacles[0].why, DeletionObstacle::kCurrent);
-  EXPECT_EQ(plan.obstacles[0].object, a);
-  EXPECT_EQ(plan.obstacles[0].by, static_cast<IZDMObject*>(walls));
-  plan = document.Delete({b});
-  ASSERT_EQ(plan.obstacles.size(), 1u);
-  EXPECT_EQ(plan.obstacles[0].why, DeletionObstacle::kReferred);
-  EXPECT_EQ(plan.obstacles[0].by, a);
+  const auto obstacles = [&](std::initializer_list<IZDMObject*> objects) {
+    std::string text;
+    for (const auto& [object, why, by] : document.Delete(objects).obstacles) {
+      text += std::to_string(IDOf(object)) +
+              (why == DeletionObstacle::kCurrent ? " current of " : " of ") +
+              std::to_string(IDOf(by));
+    }
+    return text;
+  };
+  EXPECT_EQ(obstacles({a, b}), "2 current of 1");
+  EXPECT_EQ(obstacles({b}), "3 of 2");
   EXPECT_EQ(walls->GetCount(), 2) << "nothing was deleted so far";
 
-  plan = zdm::PlanDeletion(*document.Get(), {walls});
+  const Deletion plan = zdm::PlanDeletion(*document.Get(), {walls});
   EXPECT_TRUE(plan.obstacles.empty()) << "references from inside the set are not in the way";
   EXPECT_EQ(plan.objects.size(), 3u) << "a manager goes with its content";
   EXPECT_EQ(TextOf(plan.dangling), "4>2r ");
@@ -124,13 +120,13 @@ TEST(DocumentDelete, PredictsWhatTheAuditFindsAfterwards) {
     std::vector<IZDMObject*> objects = {made.Any(), made.Any(), nullptr, made.Any()};
     const Deletion plan = zdm::PlanDeletion(*made.document.Get(), objects);
     std::set<LONG> gone;
-    for (IZDMObject* object : plan.objects) gone.insert(static_cast<LONG>(object->GetID()));
+    for (IZDMObject* object : plan.objects) gone.insert(IDOf(object));
     if (plan.obstacles.empty()) {
       ++deleted;
       std::erase_if(expected, [&](const std::string& place) { return gone.contains(stoi(place)); });
       for (const Reference& reference : plan.dangling) {
-        expected.insert(std::to_string(static_cast<LONG>(reference.from->GetID())) + ' ' +
-                        zdm::NameOf(reference.via) + " to " + std::to_string(reference.to->ID));
+        expected.insert(std::to_string(IDOf(reference.from)) + ' ' + zdm::NameOf(reference.via) +
+                        " to " + std::to_string(reference.to->ID));
       }
     }
     zdm::CarryOut(*made.document.Get(), plan);

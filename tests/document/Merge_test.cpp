@@ -3,6 +3,7 @@
 #include "document/Merge.h"
 
 #include "document/Audit.h"
+#include "tests/document/DocumentSupport.h"
 #include "tests/document/RandomDocument.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/categories/CZDMCategory.h"
@@ -10,8 +11,6 @@
 #include "zdm/identity/OID.h"
 #include "zdm/identity/ZReltnVisitorMapID.h"
 #include "zdm/model/CZDMObjColl.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <map>
@@ -25,8 +24,6 @@ using zdm::Refusal;
 
 namespace {
 
-LONG IDOf(IZDMObject* object) { return static_cast<LONG>(object->GetID()); }
-
 /// "source>target" with a letter for the decision, then what was replaced, then what was cut.
 std::string TextOf(const MergeReport& report) {
   std::string text;
@@ -38,8 +35,7 @@ std::string TextOf(const MergeReport& report) {
     text += "old " + std::to_string(id) + ' ' + ShapeOf(data) + ' ';
   }
   for (const auto& [from, to, via, fate] : report.cut) {
-    text += "cut " + std::to_string(IDOf(from)) + '>' + std::to_string(to->ID) +
-            "rpxc"[static_cast<int>(via)] + ' ';
+    text += "cut " + LinkOf(from, to, via) + ' ';
   }
   return text;
 }

@@ -18,13 +18,6 @@
 
 namespace zdm::test {
 
-namespace {
-
-constexpr GUID kKeys[] = {ParseGuid("D0000000-0000-4000-8000-000000000001"),
-                          ParseGuid("D0000001-0000-4000-8000-000000000001")};
-
-}  // namespace
-
 RandomDocument::RandomDocument(unsigned seed, int objects)
     : document(Document::Create(OLESTR("Random"))), random(seed) {
   UIDReltn::zInit();
@@ -58,7 +51,7 @@ void RandomDocument::AddDefinitions() {
   definitions_ = manager;
   document.Add(manager.Get(), nullptr);
   all.push_back(manager);
-  for (const GUID& key : kKeys) {
+  for (const GUID& key : kDefinitionKeys) {
     const auto property = NewOf<IZProperty, CZProperty>();
     property->SetGUID(key);
     property->SetType(9);
@@ -79,7 +72,7 @@ void RandomDocument::AddParameters(IZDMObject* object) {
   ZRefPtr<IZParameterArray> array;
   object->GetParameterArray(array.Out());
   array->BeginAdd();
-  for (const GUID& key : kKeys) {
+  for (const GUID& key : kDefinitionKeys) {
     array->AddRelationParameter(definitions_, &key, 1, Any(), OneIn(2), 0);
   }
   array->EndAdd();

@@ -21,6 +21,9 @@ constexpr unsigned kTrials = 1250;
 constexpr unsigned kTrials = 10000;
 #endif
 
+constexpr GUID kDefinitionKeys[] = {ParseGuid("D0000000-0000-4000-8000-000000000001"),
+                                    ParseGuid("D0000001-0000-4000-8000-000000000001")};
+
 class RandomDocument {
  public:
   /// @param objects  beside the managers and categories.
