@@ -141,51 +141,32 @@ TEST(Export, WritesExactlyWhatWasChanged) {
       "0 INSERT 5 A2 8 Walls 2 DOOR 66 1 10 0 20 0 0 ATTRIB 5 A3 8 Walls 2 NO 1 17 "
       "0 SEQEND 8 Walls ",
       "0 BLOCK 8 Walls 2 DOOR 3 DOOR 0 LINE 8 Walls 330 A1 0 ENDBLK ");
+  using D = CZDocument;
+  const GUID x = KeyOfCode(10);
+  const GUID colour = KeyOfCode(62);
+  const GUID tag = KeyOfTag(OLESTR("NO"));
+  const GUID mine = KeyOfApplication(OLESTR("MINE"));
+  const auto categoryOf = [](D& d) { return FindType(d, "LINE")->GetCategory(); };
+  const auto setData = [&](D& d, const OLECHAR* text) {
+    ZExtDataWrapper::AddExtData(FindType(d, "LINE", 1), mine, OLESTR("1000"), text, true);
+  };
   struct Case {
     const char* name;
-    std::function<void(CZDocument&)> change;
+    std::function<void(D&)> change;
     const char* differences;
   };
-  const auto key = [](LONG code) { return KeyOfCode(code); };
   const Case cases[] = {
-      {"a number",
-       [&](CZDocument& document) {
-         const GUID x = key(10);
-         FindType(document, "LINE", 1)->SetParamDouble(&x, 2.25);
-       },
-       "10=2.25 "},
-      {"an integer",
-       [&](CZDocument& document) {
-         const GUID colour = key(62);
-         FindType(document, "LINE", 1)->SetParamLong(&colour, 5);
-       },
-       "62=5 "},
+      {"a number", [&](D& d) { FindType(d, "LINE", 1)->SetParamDouble(&x, 2.25); }, "10=2.25 "},
+      {"an integer", [&](D& d) { FindType(d, "LINE", 1)->SetParamLong(&colour, 5); }, "62=5 "},
       {"the attribute of an insert",
-       [&](CZDocument& document) {
-         const GUID tag = KeyOfTag(OLESTR("NO"));
-         FindType(document, "INSERT")->SetParamString(&tag, OLESTR("18 Ω"));
-       },
+       [&](D& d) { FindType(d, "INSERT")->SetParamString(&tag, OLESTR("18 Ω")); },
        "1=18 \\U+03A9 "},
-      {"the name of a layer",
-       [](CZDocument& document) {
-         FindType(document, "LINE")->GetCategory()->SetCategoryName(OLESTR("Mauern"));
-       },
+      {"the name of a layer", [&](D& d) { categoryOf(d)->SetCategoryName(OLESTR("Mauern")); },
        "2=Mauern 8=Mauern 8=Mauern 8=Mauern 8=Mauern 8=Mauern "},
-      {"its visibility",
-       [](CZDocument& document) {
-         FindType(document, "LINE")->GetCategory()->SetCategoryVisible(false);
-       },
-       "62=-1 "},
-      {"the name of a block",
-       [](CZDocument& document) { FindType(document, "BLOCK")->SetName(OLESTR("GATE")); },
+      {"its visibility", [&](D& d) { categoryOf(d)->SetCategoryVisible(false); }, "62=-1 "},
+      {"the name of a block", [](D& d) { FindType(d, "BLOCK")->SetName(OLESTR("GATE")); },
        "2=GATE 3=GATE 2=GATE "},
-      {"extended data",
-       [](CZDocument& document) {
-         const OLECHAR* text = OLESTR("new");
-         ZExtDataWrapper::AddExtData(FindType(document, "LINE", 1),
-                                     KeyOfApplication(OLESTR("MINE")), OLESTR("1000"), text, true);
-       },
-       "1000=new "},
+      {"extended data", [&](D& d) { setData(d, OLESTR("new")); }, "1000=new "},
   };
   for (const Case& each : cases) {
     SCOPED_TRACE(each.name);

@@ -105,29 +105,14 @@ void MakeParameters(zdm::Document& document) {
   ZRefPtr<IZParameterArray> array;
   door->GetParameterArray(array.Out());
   array->BeginAdd();
-  for (BYTE number = 6; number >= 1; --number) {
-    const GUID key = Key(number);
-    switch (number) {
-      case 1:
-        array->AddDoubleParameter(definitions, &key, 1, 0.9, 0x0A);
-        break;
-      case 2:
-        array->AddStringParameter(definitions, &key, OLESTR("a \"b\"\u202e"), 0x0A);
-        break;
-      case 4:
-        array->AddLongParameter(definitions, &key, 4, 1, 0x0A);
-        break;
-      case 5:
-        array->AddBoolParameter(definitions, &key, true, 0x0E);
-        break;
-      case 6:
-        array->AddRelationParameter(definitions, &key, 6, wall, true, 0x0A);
-        break;
-      default:
-        array->AddDoubleParameter(definitions, &key, 3, 1, 0x0A);
-        break;
-    }
-  }
+  GUID keys[7];
+  for (BYTE number = 1; number <= 6; ++number) keys[number] = Key(number);
+  array->AddRelationParameter(definitions, &keys[6], 6, wall, true, 0x0A);
+  array->AddBoolParameter(definitions, &keys[5], true, 0x0E);
+  array->AddLongParameter(definitions, &keys[4], 4, 1, 0x0A);
+  array->AddDoubleParameter(definitions, &keys[3], 3, 1, 0x0A);
+  array->AddStringParameter(definitions, &keys[2], OLESTR("a \"b\"\u202e"), 0x0A);
+  array->AddDoubleParameter(definitions, &keys[1], 1, 0.9, 0x0A);
   array->EndAdd();
   array->GetParameter(height)->SetLinkedObject(parameters->GetHead());
 }
