@@ -1,10 +1,8 @@
 #include "document/ReferenceIndex.h"
 
 #include "document/CZDocument.h"
+#include "document/ReferenceWalk.h"
 #include "zdm/identity/OID.h"
-#include "zdm/identity/PID.h"
-#include "zdm/parameters/IZParameter.h"
-#include "zdm/relations/ZReltnVisitor.h"
 
 #include <algorithm>
 
@@ -19,33 +17,16 @@ bool IsLive(const OID* oid) { return oid->Object != nullptr && oid->JudgeStatus(
 }  // namespace
 
 /// Gathers the records that an object refers to. Lives on the stack.
-class ReferenceIndex::Walker : public ZReltnVisitor<IZReltnVisitor> {
+class ReferenceIndex::Walker : public ReferenceWalk {
  public:
-  using IZReltnVisitorImpl::Visit;
-
   const std::vector<OID*>& RecordsOf(IZDMObject* object) {
     found_.clear();
-    object->VisitReferences(object, this);
-    // No walk reaches what a parameter of the document refers to itself.
-    if (auto* parameter = ViewAs<IZParameter>(object)) parameter->Accept(object, object, this);
-    auto* manager = ViewAs<IZDMObjMgr>(object);
-    IZDMObject* current = manager != nullptr ? manager->GetCurrent() : nullptr;
-    if (current != nullptr) found_.push_back(current->GetOID());
+    Walk(object);
     return found_;
   }
 
-  bool Visit(IZDMObject* root, IZDMObject* owner, IZRelation* reltn) override {
-    if (reltn != nullptr) reltn->Accept(root, owner, this);
-    return false;
-  }
-  bool MapOID(IZDMObject*, IZDMObject*, IZRelation*, OID** oid) override {
-    found_.push_back(*oid);
-    return false;
-  }
-  bool MapPID(IZDMObject*, IZDMObject*, IZRelation*, PID** pid) override {
-    if (*pid != nullptr) found_.insert(found_.end(), (*pid)->OIDs.begin(), (*pid)->OIDs.end());
-    return false;
-  }
+ protected:
+  void Meet(IZDMObject*, OID* record, ReferenceVia) override { found_.push_back(record); }
 
  private:
   std::vector<OID*> found_;
@@ -127,9 +108,7 @@ std::vector<ReferenceIndex::Slot> ReferenceIndex::TargetsOf(Slot slot) {
   const Look look(slot + 1);
   Walker walker;
   std::vector<Slot> targets;
-  for (OID* oid : walker.RecordsOf(records_[slot]->Object)) {
-    if (oid != nullptr) targets.push_back(FindOrAdd(oid));
-  }
+  for (OID* oid : walker.RecordsOf(records_[slot]->Object)) targets.push_back(FindOrAdd(oid));
   std::ranges::sort(targets);
   targets.erase(std::unique(targets.begin(), targets.end()), targets.end());
   return targets;
