@@ -5,6 +5,7 @@
 #include "zdm/identity/OID.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace zdm {
 
@@ -141,17 +142,23 @@ void ReferenceIndex::Renew(Slot slot) {
 
 // Slots.
 
+/// The slot of the record that was listed with this ID, unless that was far off.
+ReferenceIndex::Slot ReferenceIndex::FindNear(LONG id) const {
+  const LONGLONG place = LONGLONG{id} - firstID_;
+  const bool isNear = place >= 0 && place < static_cast<LONGLONG>(byID_.size());
+  return isNear ? byID_[static_cast<std::size_t>(place)] : kNone;
+}
+
 ReferenceIndex::Slot ReferenceIndex::Find(const OID* oid) const {
-  const LONGLONG place = LONGLONG{oid->ID} - firstID_;
-  if (place >= 0 && place < static_cast<LONGLONG>(byID_.size())) {
-    const Slot slot = byID_[static_cast<std::size_t>(place)];
-    if (slot != kNone && records_[slot] == oid) return slot;
-  }
+  const Slot slot = FindNear(oid->ID);
+  if (slot != kNone && records_[slot] == oid) return slot;
   const auto found = others_.find(oid);
   return found != others_.end() ? found->second : kNone;
 }
 
 ReferenceIndex::Slot ReferenceIndex::FindID(LONG id) const {
+  const Slot slot = isAscending_ ? FindNear(id) : kNone;
+  if (slot != kNone && records_[slot]->ID == id) return slot;
   const OID* oid = document_.GetOIDManager()->GetOIDByID(id);
   return oid != nullptr ? Find(oid) : kNone;
 }
@@ -221,16 +228,15 @@ std::vector<Reference> ReferenceIndex::ReferencesTo(const OID* target) {
   return references;
 }
 
-std::vector<LONG> ReferenceIndex::ReferrersOf(LONG id) {
+std::span<const LONG> ReferenceIndex::ReferrersOf(LONG id) {
   BringUpToDate();
-  std::vector<LONG> ids;
+  referrersOf_.clear();
   const Slot slot = FindID(id);
-  if (slot == kNone) return ids;
-  const std::span<const Slot> from = referrers_[slot];
-  ids.reserve(from.size());
-  for (const Slot each : from) ids.push_back(ids_[each]);
-  std::ranges::sort(ids);
-  return ids;
+  if (slot == kNone) return {};
+  for (const Slot each : referrers_[slot]) referrersOf_.push_back(ids_[each]);
+  // As a rule they are: lists begin in the order of the table.
+  if (!std::ranges::is_sorted(referrersOf_)) std::ranges::sort(referrersOf_);
+  return referrersOf_;
 }
 
 std::vector<LONG> ReferenceIndex::DependentsOf(std::span<const LONG> ids) {
@@ -244,26 +250,40 @@ std::vector<LONG> ReferenceIndex::ClosureOf(std::span<const LONG> ids) {
 }
 
 std::vector<LONG> ReferenceIndex::Reach(std::span<const LONG> ids, const Adjacency& lists) const {
-  std::vector<bool> isReached(records_.size());
+  constexpr Slot kBits = 64;
+  std::vector<ULONGLONG> reached(records_.size() / kBits + 1);
   std::vector<Slot> open;
+  const auto reach = [&](Slot slot) {
+    ULONGLONG& word = reached[slot / kBits];
+    const ULONGLONG bit = ULONGLONG{1} << slot % kBits;
+    if ((word & bit) != 0) return;
+    word |= bit;
+    open.push_back(slot);
+  };
+  std::vector<Slot> starts;
   for (const LONG id : ids) {
     const Slot slot = FindID(id);
-    if (slot == kNone || isReached[slot]) continue;
-    isReached[slot] = true;
-    open.push_back(slot);
+    if (slot == kNone) continue;
+    starts.push_back(slot);
+    reach(slot);
   }
-  std::vector<LONG> found;
   while (!open.empty()) {
     const Slot slot = open.back();
     open.pop_back();
     for (const Slot next : lists[slot]) {
-      if (isReached[next] || isLive_[next] == 0) continue;
-      isReached[next] = true;
-      found.push_back(ids_[next]);
-      open.push_back(next);
+      if (isLive_[next] != 0) reach(next);
     }
   }
-  std::ranges::sort(found);
+  for (const Slot slot : starts) reached[slot / kBits] &= ~(ULONGLONG{1} << slot % kBits);
+  std::vector<LONG> found;
+  for (Slot first = 0; const ULONGLONG word : reached) {
+    for (ULONGLONG left = word; left != 0; left &= left - 1) {
+      found.push_back(ids_[first + static_cast<Slot>(std::countr_zero(left))]);
+    }
+    first += kBits;
+  }
+  // As a rule they are: slots begin in the order of the table.
+  if (!std::ranges::is_sorted(found)) std::ranges::sort(found);
   return found;
 }
 
