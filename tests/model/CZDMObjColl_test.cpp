@@ -47,6 +47,7 @@ class Shown : public IZDMObjectImpl<IZDMObject> {
  public:
   void Draw(IZGiDevice*, SubID*, GiContext* context) override {
     calls += context != nullptr ? "draw-in-context " : "draw ";
+    if (emptied != nullptr) emptied->RemoveAll();
   }
   void Update(IZUpdater*, GiContext*) override { calls += "update "; }
   void GetBox(double* box, SubID*, GiContext*) override {
@@ -55,6 +56,7 @@ class Shown : public IZDMObjectImpl<IZDMObject> {
   }
 
   std::string calls;
+  IZDMObjColl* emptied = nullptr;  // by drawing
 };
 
 ZDM_OBJECT_BODY(LimitedDevice)
@@ -260,6 +262,12 @@ TEST_F(ObjColl, DrawsByStatusByOptionAndWhileTheDeviceTakesObjects) {
   coll->DrawAllEx(device, nullptr);
   EXPECT_EQ(device->drawn, (std::vector<IZDisplay*>{first.Get(), second.Get()}));
   EXPECT_EQ(device->lastContext, nullptr);
+
+  first->emptied = coll;
+  second->calls.clear();
+  coll->DrawAll(device, nullptr);
+  EXPECT_TRUE(coll->IsEmpty());
+  EXPECT_EQ(second->calls, "");
 }
 
 TEST_F(ObjColl, UnitesBoxesAndTransformsAll) {
