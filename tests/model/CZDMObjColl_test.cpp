@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
 
 using namespace zdm::test;
@@ -122,13 +123,18 @@ TEST_F(ObjColl, AddsWhatIsNewOnceAndLeavesNoMark) {
   coll->AddTailUnique(zdm::ViewAs<IZDMObjIterator>(other));
   EXPECT_EQ(NamesIn(*coll), "a b c");
   coll->AddTailUnique(zdm::ViewAs<IZDMObjIterator>(other));
+  auto bare = MakeNamed(OLESTR("d"));
+  const std::unique_ptr<OID> record(bare->GetOID());
+  bare->SetOID(nullptr, true);
+  record->Object = nullptr;
+  coll->AddTail(bare);
   coll->AddTailUnique(zdm::ViewAs<IZDMObjIterator>(coll));
-  EXPECT_EQ(NamesIn(*coll), "a b c");
+  EXPECT_EQ(NamesIn(*coll), "a b c d");
   EXPECT_EQ(coll->GetStatusCount(ZOS_COLLECTMARK), 0u);
 
   auto probe = zdm::Attached(new Probe);
   probe->onJudge = [](LONG) { throw std::runtime_error("asked"); };
-  auto more = MakeNamed(OLESTR("d"));
+  auto more = MakeNamed(OLESTR("e"));
   auto failing = MakeObjColl({more, probe.Get()});
   EXPECT_THROW(coll->AddTailUnique(zdm::ViewAs<IZDMObjIterator>(failing)), std::runtime_error);
   EXPECT_EQ(coll->GetStatusCount(ZOS_COLLECTMARK), 0u);

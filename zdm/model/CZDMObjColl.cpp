@@ -318,7 +318,8 @@ void CZDMObjColl::AddOwnersVector(const std::vector<OID*>& records) {
 void CZDMObjColl::AddObject(IZObject* object) { AddTail(zdm::ViewAs<IZDMObject>(object)); }
 
 void CZDMObjColl::AddTailUnique(IZDMObjIterator* other) {
-  if (other == nullptr) return;
+  // Its own objects are there, also those without a record to bear the mark.
+  if (other == nullptr || other == static_cast<IZDMObjIterator*>(this)) return;
   MembersMarked marked(*this);
   for (LONGLONG pos = other->GetHeadPosition(); pos != 0;) {
     IZDMObject* object = other->GetNext(pos);
