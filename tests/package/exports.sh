@@ -9,7 +9,10 @@ case $library in
 esac
 plain=$(printf '%s\n' $names | c++filt)
 
-for wanted in 'CZObject::AddInterface(char const\*)' 'ZCore::GetZFactory()' 'newZRClass('; do
+for wanted in 'CZObject::AddInterface(char const\*)' 'ZCore::GetZFactory()' 'newZRClass(' \
+  DllRegisterZModule DllUnRegisterZModule 'COIDManager::Load(' 'CPIDManager::Load(' 'UID::Load(' \
+  'CZReltnColl::Clone(' 'ZReltnVisitorStatus::Isolate(' 'ZDfValueRxClass::CreateZDfValue(' \
+  'ZCategoryReltnMap::Load(' 'ZParaArray::Load(' 'ZExtDataWrapper::AddExtData('; do
   grep -q "^$wanted" <<<"$plain" || { echo "missing: $wanted"; exit 1; }
 done
 
