@@ -203,6 +203,9 @@ TEST_F(Recording, SharesElementsAndFieldsWithCopies) {
   EXPECT_EQ(LettersIn(source), "aa");
   source = *&source;
   EXPECT_EQ(LettersIn(source), "aa");
+  copy.Initialize(ZR_ALL, objects[2], &source);
+  source = copy;
+  EXPECT_EQ(source.GetReferenceCount(), 2u) << "held by the copy, not by itself";
 }
 
 TEST_F(Recording, IsACollectionThatPassesLittleOn) {

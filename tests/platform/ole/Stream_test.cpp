@@ -1,7 +1,6 @@
 // What every IStream does, whatever it stands on: memory, a file, a stream element of a storage
 // that was just made, or one read from a file. The system's own streams are held to the same.
 #include "StorageSupport.h"
-#include "tests/support/TestStream.h"
 
 #include <gtest/gtest.h>
 
@@ -260,40 +259,6 @@ TEST(FileStream, CopiesOntoItsOwnFileOnce) {
   EXPECT_EQ(read.QuadPart, 700000U);
   EXPECT_EQ(ReadFile(path).size(), 1400000U);
 }
-
-TEST(ClassStream, WritesSixteenBytesAndReadsThemBack) {
-  Place place = InMemory({9});
-  constexpr CLSID kClass = {0x11223344, 0x5566, 0x7788, {1, 2, 3, 4, 5, 6, 7, 8}};
-  EXPECT_EQ(WriteClassStm(place.stream.Get(), kClass), S_OK);
-  EXPECT_EQ(ReadAll(place.stream.Get()),
-            (Bytes{9, 0x44, 0x33, 0x22, 0x11, 0x66, 0x55, 0x88, 0x77, 1, 2, 3, 4, 5, 6, 7, 8}));
-  CLSID read = {};
-  ASSERT_EQ(place.stream->Seek(Move(1), STREAM_SEEK_SET, nullptr), S_OK);
-  EXPECT_EQ(ReadClassStm(place.stream.Get(), &read), S_OK);
-  EXPECT_TRUE(read == kClass);
-  ASSERT_EQ(place.stream->Seek(Move(2), STREAM_SEEK_SET, nullptr), S_OK);
-  EXPECT_EQ(ReadClassStm(place.stream.Get(), &read), STG_E_READFAULT);
-  if (kOurClasses) {
-    EXPECT_TRUE(read == CLSID_NULL);
-  }
-}
-
-#if !defined(_WIN32)
-TEST(ClassStream, SavesANullObjectAsZeros) {
-  Place place = InMemory({9});
-  EXPECT_EQ(OleSaveToStream(nullptr, place.stream.Get()), S_OK);
-  Bytes expected(17);
-  expected[0] = 9;
-  EXPECT_EQ(ReadAll(place.stream.Get()), expected);
-}
-
-TEST(ClassStream, AShortWriteIsAFailure) {
-  TestStream full;
-  full.room = sizeof(CLSID) - 1;
-  EXPECT_EQ(WriteClassStm(&full, IID_IStream), STG_E_MEDIUMFULL);
-  EXPECT_EQ(OleSaveToStream(nullptr, &full), STG_E_MEDIUMFULL);
-}
-#endif
 
 }  // namespace
 }  // namespace zdm::test
