@@ -105,7 +105,7 @@ class CIDStream : public testing::Test {
       : self(db->pids.QueryPID(db->MakeObject(nullptr, 3))),
         ref(db->pids.QueryPID(db->MakeObject(nullptr, 4))) {}
 
-  CID Load(std::vector<BYTE> bytes) {
+  CID Load(Bytes bytes) {
     CID cid;
     ByteStream stream(std::move(bytes));
     cid.Load(&stream, &db->pids, &db->oids);
@@ -117,20 +117,15 @@ class CIDStream : public testing::Test {
   PID* ref;
 };
 
-TEST_F(CIDStream, WritesThreeIDs) {
+TEST_F(CIDStream, WritesThreeIDsAPathWithoutItsFlagAsNone) {
   const CID cid(self, ref, db->GetOIDByID(4));
-  const auto bytes = Written([&](IZStream* stream) { cid.Save(stream); });
-  EXPECT_EQ(bytes, Words({1, 2, 4}));
-  EXPECT_TRUE(Load(bytes).IsSame(&cid));
-  EXPECT_EQ(Written([](IZStream* stream) { CID().Save(stream); }), Words({0, 0, 0}));
-}
-
-TEST_F(CIDStream, StoresAPathWithoutItsFlagAsNone) {
+  const auto saved = [&] { return Written([&](IZStream* stream) { cid.Save(stream); }); };
+  EXPECT_EQ(saved(), Words({1, 2, 4}));
+  EXPECT_TRUE(Load(saved()).IsSame(&cid));
   self->Valid = 0;
-  const CID cid(self, ref, nullptr);
-  const auto bytes = Written([&](IZStream* stream) { cid.Save(stream); });
-  EXPECT_EQ(bytes, Words({0, 2, 0}));
-  EXPECT_EQ(Load(bytes).SelfPID, nullptr);
+  EXPECT_EQ(saved(), Words({0, 2, 4}));
+  EXPECT_EQ(Load(saved()).SelfPID, nullptr);
+  EXPECT_EQ(Written([](IZStream* stream) { CID().Save(stream); }), Words({0, 0, 0}));
 }
 
 TEST_F(CIDStream, ReadsUnknownIDsAsNone) {

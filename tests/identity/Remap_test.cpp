@@ -1,5 +1,6 @@
 // How references are led over to copies: the ID map, pasting, copying.
 #include "document/Document.h"
+#include "tests/identity/Records.h"
 #include "tests/model/ManagerSupport.h"
 #include "tests/support/UIDReltn.h"
 #include "zdm/identity/OID.h"
@@ -32,13 +33,6 @@ LONG TargetOf(IZRelation* relation) {
   const OID* oid = zdm::ViewAs<IZSingleReltn>(relation)->GetReltnOID();
   return oid != nullptr ? oid->ID : 0;
 }
-
-class Counter : public IZObjectImpl<IZProgressMeter> {
- public:
-  void SetRange(LONG) override {}
-  void Step(LONG taken) override { steps += taken; }
-  LONG steps = 0;
-};
 
 template <class Visitor>
 class IDMap : public testing::Test {};
@@ -215,7 +209,7 @@ TEST_F(Remap, PasteLeadsOverTheKeyOfACompoundReference) {
 
 TEST_F(Remap, CopiesGetConsecutiveIDsTheManagerFirst) {
   objects[1]->SetObjectValid(false);
-  Counter meter;
+  Meter meter;
   ids.SetProgressMeter(&meter);
   ZReltnVisitorMapID map;
   map.Initialize(document.Get());
