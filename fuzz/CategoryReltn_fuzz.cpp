@@ -23,7 +23,7 @@ ZDM_FUZZ(bytes) {
   auto copied = NewReltns();
   copy->CollectReltns(copied);
   Require(copied->GetCount() == coll->GetCount());
-  OfferNotes visitor;
+  IDNotes visitor;
   relation->Accept(nullptr, nullptr, &visitor);
   relation->AssertValid(nullptr);
   RequireStableIfLoaded(*relation, *ReltnTo(nullptr), db);

@@ -22,7 +22,7 @@ ZDM_FUZZ(bytes) {
   if (count != 0) Require(map.GetCategoryColl()->GetCount() == count);
   map.GetCategoryVisible(static_cast<LONG>(categories[0]->GetNumber()));
   map.RefreshCategoryDispAttribToSysCategorizing();
-  OfferNotes visitor;
+  IDNotes visitor;
   categories[0]->VisitReferences(categories[0], &visitor);
 
   auto again = zdm::MakeObject<IZCategory, CZDMCategory>();

@@ -1,5 +1,6 @@
 // Category relations: what they take over, copy and compare, their trees, and the stored form.
 #include "tests/categories/CategorySupport.h"
+#include "tests/support/Cuts.h"
 
 #include <gtest/gtest.h>
 
@@ -8,22 +9,6 @@
 using namespace zdm::test;
 
 namespace {
-
-TEST(CategoryReltn, StartsVisibleValidAndDiffusible) {
-  auto relation = ReltnTo(nullptr);
-  EXPECT_EQ(relation->GetReltnStatus(), 0x40800000);
-  EXPECT_TRUE(relation->IsVisible(zdm::kCategoryDraw, nullptr));
-  EXPECT_FALSE(relation->IsFlag02() || relation->IsFlag04() || relation->IsFlag08());
-  EXPECT_EQ(relation->GetLevel(), 4);
-  EXPECT_NE(relation->GetProjectionDispAttrib(), nullptr);
-  EXPECT_NE(relation->GetSectionDispAttrib(), relation->GetProjectionDispAttrib());
-  EXPECT_EQ(relation->GetSubReltns(), nullptr);
-  EXPECT_TRUE(relation->GetHatchA()->JudgeSame(ZGiHatchData()));
-  EXPECT_EQ(relation->GetCategoryNumber(), 0u);
-  zdm::Bstr name;
-  relation->GetCategoryName(name.Out());
-  EXPECT_EQ(name, zdm::Bstr(OLESTR("")));
-}
 
 TEST(CategoryReltn, TakesFlagsAndLevelOfACategoryItIsPointedAt) {
   TestDatabase db;
@@ -47,12 +32,12 @@ TEST(CategoryReltn, TakesFlagsAndLevelOfACategoryItIsPointedAt) {
     EXPECT_EQ(relation->IsFlag08(), row.flag08) << row.flags;
     EXPECT_EQ(relation->GetLevel(), 9);
     EXPECT_EQ(ColorOf(relation->GetProjectionDispAttrib()), 0x00FFFFFF);
-    relation->SetLevel(1);
-    relation->SetReltnObj(category);
-    EXPECT_EQ(relation->GetLevel(), 1) << "the target it has already";
     zdm::Bstr name;
     relation->GetCategoryName(name.Out());
     EXPECT_EQ(name, zdm::Bstr(OLESTR("w")));
+    relation->SetLevel(1);
+    relation->SetReltnObj(category);
+    EXPECT_EQ(relation->GetLevel(), 1) << "the target it has already";
     relation->SetReltnObj(db.MakeObject().Get());
     EXPECT_EQ(relation->GetLevel(), 1) << "no category";
     EXPECT_EQ(relation->GetCategory(), nullptr);
@@ -116,23 +101,16 @@ TEST(CategoryReltn, SameValuesMeansEveryValueButNoTree) {
   auto other = NewCategory(db, 2);
   using I = IZCategoryReltn;
   const auto hatch = [](const OLECHAR* pattern, double first) {
-    return [=](I& r) {
-      const auto data = Hatch(pattern, first);
-      r.SetHatchA(&data);
-    };
+    return [data = Hatch(pattern, first)](I& r) { r.SetHatchA(&data); };
   };
   const struct {
     const char* name;
     std::function<void(I&)> change;
     bool same;
   } rows[] = {{"nothing", [](I&) {}, true},
-              {"tag, status, tree",
-               [&](I& r) {
-                 r.SetReltnTag(1);
-                 r.SetReltnStatus(1);
-                 r.AddSubReltn(ReltnTo(other).Get());
-               },
-               true},
+              {"tag", [](I& r) { r.SetReltnTag(1); }, true},
+              {"status", [](I& r) { r.SetReltnStatus(1); }, true},
+              {"tree", [&](I& r) { r.AddSubReltn(ReltnTo(other).Get()); }, true},
               {"visible", [](I& r) { r.SetVisibility(zdm::kCategoryDraw, true, nullptr); }, false},
               {"02", [](I& r) { r.SetFlag02(false); }, false},
               {"04", [](I& r) { r.SetFlag04(false); }, false},
@@ -225,9 +203,8 @@ TEST(CategoryReltnTree, OffersTargetsWithoutNamingTheRelation) {
   const Tree tree(db);
   tree.reltns[3]->ClearReltnStatus(ZRS_VALID);
   for (const auto& [stopAt, expected] :
-       {std::pair{0, "1* 2* 3* 5* "}, std::pair{1, "1* "}, std::pair{3, "1* 2* 3* "}}) {
-    OfferNotes visitor;
-    visitor.stopAt = stopAt;
+       {std::pair{0, "*1 *2 *3 *5 "}, std::pair{1, "*1 "}, std::pair{3, "*1 *2 *3 "}}) {
+    IDNotes visitor(stopAt);
     EXPECT_EQ(tree.reltns[0]->Accept(nullptr, nullptr, &visitor), stopAt != 0);
     EXPECT_EQ(visitor.text, expected);
   }
@@ -240,18 +217,20 @@ TEST(CategoryReltnStream, IsStoredByteForByteAndComesBack) {
   auto relation = Special(category);
   relation->AddSubReltn(ReltnTo(below).Get());
   const auto values = [](ULONG first, ULONG second) {
-    return Record().Add(BytesOf(*Colored(first))).Add(BytesOf(*Colored(second))).Bytes();
+    return Join({BytesOf(*Colored(first)), BytesOf(*Colored(second))});
   };
-  Record record;
-  record.Add(ULONG{0x40800000}).Add(LONG{6}).Add(LONG{0}).Add(LONG{1});
-  record.Add(BYTE{0x0E}).Add(BYTE{2}).Add(values(1, 2));
-  record.AddHatch({4, 0, 0, 0, 'b', 0, 0, 0}, 3.0).AddHatch(kNullText);
-  record.Add(BYTE{1}).Add(LONG{1}).Add(CZCategoryReltn::kClassID);
-  record.Add(ULONG{0x40800000}).Add(LONG{-1}).Add(LONG{0}).Add(LONG{2});
-  record.Add(BYTE{0x01}).Add(BYTE{4}).Add(values(0x00FFFFFF, 0x00FFFFFF));
-  record.AddHatch(kNullText).AddHatch(kNullText).Add(BYTE{0});
   const std::vector<BYTE> bytes = BytesOf(*relation);
-  EXPECT_EQ(bytes, record.Bytes());
+  EXPECT_EQ(bytes, Join({Hex("00008040 06000000 00000000 01000000 0E 02"),
+                         values(1, 2),
+                         Hex("0400000062000000 0000000000000840 0000000000000000 000000000000F03F"),
+                         kNoHatch,
+                         Hex("01 01000000"),
+                         Raw(CZCategoryReltn::kClassID),
+                         Hex("00008040 FFFFFFFF 00000000 02000000 01 04"),
+                         values(0x00FFFFFF, 0x00FFFFFF),
+                         kNoHatch,
+                         kNoHatch,
+                         {0}}));
 
   auto loaded = ReltnTo(nullptr);
   loaded->AddSubReltn(ReltnTo(category).Get());
@@ -262,9 +241,7 @@ TEST(CategoryReltnStream, IsStoredByteForByteAndComesBack) {
   EXPECT_EQ(BytesOf(*loaded), bytes);
   LoadBytes(*loaded, BytesOf(*Special(below)), &db);
   EXPECT_EQ(TreeOf(loaded), "2(2)") << "sub-relations that are not stored stay";
-  auto cut = ReltnTo(nullptr);
-  EXPECT_EQ(FirstCutTaken(bytes, 0, [&](const auto& piece) { LoadBytes(*cut, piece, &db); }),
-            bytes.size());
+  ExpectCutsFail(bytes, [&](const Bytes& cut) { LoadBytes(*ReltnTo(nullptr), cut, &db); });
 }
 
 /// Bytes of relations each below the one before, none of them with a target.
@@ -273,7 +250,7 @@ std::vector<BYTE> Nested(int depth) {
   std::vector<BYTE> head = bytes;
   head.back() = 1;
   for (int i = 1; i < depth; ++i) {
-    bytes = Record().Add(head).Add(LONG{1}).Add(CZCategoryReltn::kClassID).Add(bytes).Bytes();
+    bytes = Join({head, {1, 0, 0, 0}, Raw(CZCategoryReltn::kClassID), bytes});
   }
   return bytes;
 }

@@ -9,78 +9,36 @@
 
 namespace {
 
-using zdm::test::ExpectInOrder;
-using zdm::test::SlotOf;
-
-template <class Signature, class C>
-int SlotOfOverload(Signature C::*operation) {
-  return SlotOf(operation);
-}
+using namespace zdm::test;
 
 TEST(Slots, IZCategorizing) {
-  ExpectInOrder(
-      3, {ZDM_SLOT(IZCategorizing, SetCategoryReltn), ZDM_SLOT(IZCategorizing, GetCategoryReltn),
-          ZDM_SLOT(IZCategorizing, GetCategorizedDispAttrib),
-          ZDM_SLOT(IZCategorizing, GetCategorizedHatch),
-          ZDM_SLOT(IZCategorizing, IsCategorizedVisible)});
-}
-
-TEST(Slots, NameOfACategoryHasAPlaceOfItsOwn) {
-  EXPECT_EQ(SlotOf(&IZCategory::SetName), 44);
-  EXPECT_EQ(SlotOf(&IZCategory::SetCategoryName), 150);
+  ZDM_EXPECT_SLOTS(3, IZCategorizing, SetCategoryReltn, GetCategoryReltn, GetCategorizedDispAttrib,
+                   GetCategorizedHatch, IsCategorizedVisible);
 }
 
 TEST(Slots, CategoryIsFollowedByTheObjectTemplate) {
-  ExpectInOrder(178, {ZDM_SLOT(CZDMCategory, CloneRelation), ZDM_SLOT(CZDMCategory, CloneInto),
-                      ZDM_SLOT(CZDMCategory, LoadExtData)});
+  EXPECT_EQ(SlotOf(&IZCategory::SetName), 44) << "beside SetCategoryName, at 150";
+  ZDM_EXPECT_SLOTS(178, CZDMCategory, CloneRelation, CloneInto, LoadExtData);
   EXPECT_EQ(SlotOf(&CZDMCategory::ReservedQuery16), 193);
 }
 
 TEST(Slots, IZCategoryReltn) {
-  using I = IZCategoryReltn;
-  ExpectInOrder(66, {ZDM_SLOT(I, GetProjectionDispAttrib),
-                     ZDM_SLOT(I, SetProjectionDispAttrib),
-                     ZDM_SLOT(I, GetSectionDispAttrib),
-                     ZDM_SLOT(I, SetSectionDispAttrib),
-                     ZDM_SLOT(I, AddSubReltn),
-                     ZDM_SLOT(I, GetSubReltns),
-                     ZDM_SLOT(I, GetCategoryName),
-                     ZDM_SLOT(I, GetCategory),
-                     ZDM_SLOT(I, GetCategoryNumber),
-                     ZDM_SLOT(I, FindProjectionDispAttrib),
-                     ZDM_SLOT(I, FindSectionDispAttrib),
-                     ZDM_SLOT(I, FindCategoryVisible),
-                     ZDM_SLOT(I, FindCategoryReltn),
-                     ZDM_SLOT(I, GetHatchA),
-                     ZDM_SLOT(I, SetHatchA),
-                     ZDM_SLOT(I, GetHatchB),
-                     ZDM_SLOT(I, SetHatchB),
-                     ZDM_SLOT(I, SetFlag02),
-                     ZDM_SLOT(I, IsFlag02),
-                     ZDM_SLOT(I, SetFlag04),
-                     ZDM_SLOT(I, IsFlag04),
-                     ZDM_SLOT(I, SetLevel),
-                     ZDM_SLOT(I, GetLevel),
-                     ZDM_SLOT(I, SetFlag08),
-                     ZDM_SLOT(I, IsFlag08),
-                     ZDM_SLOT(I, JudgeSameValues),
-                     ZDM_SLOT(I, CollectReltns),
-                     ZDM_SLOT(I, CopyValuesFrom),
-                     ZDM_SLOT(I, ApplyToCategory)});
-  using C = CZCategoryReltn;
-  ExpectInOrder(95, {{"Clone", SlotOfOverload<void(IZRelation**)>(&C::Clone)},
-                     ZDM_SLOT(C, IsDumpRef),
-                     ZDM_SLOT(C, ReservedQuery),
-                     {"Clone", SlotOfOverload<void(IZSingleReltn**)>(&C::Clone)}});
+  ZDM_EXPECT_SLOTS(66, IZCategoryReltn, GetProjectionDispAttrib, SetProjectionDispAttrib,
+                   GetSectionDispAttrib, SetSectionDispAttrib, AddSubReltn, GetSubReltns,
+                   GetCategoryName, GetCategory, GetCategoryNumber, FindProjectionDispAttrib,
+                   FindSectionDispAttrib, FindCategoryVisible, FindCategoryReltn, GetHatchA,
+                   SetHatchA, GetHatchB, SetHatchB, SetFlag02, IsFlag02, SetFlag04, IsFlag04,
+                   SetLevel, GetLevel, SetFlag08, IsFlag08, JudgeSameValues, CollectReltns,
+                   CopyValuesFrom, ApplyToCategory);
+  EXPECT_EQ(SlotOfOverload<void(IZRelation**)>(&CZCategoryReltn::Clone), 95);
+  ZDM_EXPECT_SLOTS(96, CZCategoryReltn, IsDumpRef, ReservedQuery);
+  EXPECT_EQ(SlotOfOverload<void(IZSingleReltn**)>(&CZCategoryReltn::Clone), 98);
 }
 
 TEST(Slots, IZCategoryMgr) {
-  ExpectInOrder(
-      184,
-      {ZDM_SLOT(IZCategoryMgr, AddCategory), ZDM_SLOT(IZCategoryMgr, GetCategoryByNumber),
-       ZDM_SLOT(IZCategoryMgr, CreateCategoryReltnColl), ZDM_SLOT(IZCategoryMgr, RebuildReltnMap),
-       ZDM_SLOT(IZCategoryMgr, ApplyCategoryDispAttrib),
-       ZDM_SLOT(IZCategoryMgr, GetOrCreateCategory), ZDM_SLOT(CZDMCategoryMgr, CloneRelation)});
+  ZDM_EXPECT_SLOTS(184, IZCategoryMgr, AddCategory, GetCategoryByNumber, CreateCategoryReltnColl,
+                   RebuildReltnMap, ApplyCategoryDispAttrib, GetOrCreateCategory);
+  EXPECT_EQ(SlotOf(&CZDMCategoryMgr::CloneRelation), 190);
   EXPECT_EQ(SlotOf(&CZDMCategoryMgr::FindSameManager), 207);
 }
 

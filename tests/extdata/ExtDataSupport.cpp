@@ -58,23 +58,6 @@ ZRefPtr<IZExtDataCollection> MakeItems(std::initializer_list<IZObject*> items) {
   return coll;
 }
 
-ZRefPtr<IZExtDataCollection> MakeNested(int depth) {
-  auto outer = MakeItems({});
-  while (--depth > 0) outer = MakeItems({MakeItem(OLESTR("in"), outer)});
-  return outer;
-}
-
-int DepthOf(IZExtDataCollection* items) {
-  int depth = 0;
-  while (items != nullptr) {
-    ++depth;
-    auto* first = ViewAs<IZExtDataAccess>(items->GetHead());
-    items = nullptr;
-    if (first != nullptr) first->GetCollection(&items);
-  }
-  return depth;
-}
-
 std::string NameOf(IZExtData& item) {
   Bstr name;
   item.GetName(name.Out());

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/support/ByteStream.h"
+#include "tests/support/TestBytes.h"
 #include "tests/support/TestClasses.h"
 #include "tests/support/Thrown.h"
 #include "zdm/extdata/CZExtDataCollection.h"
@@ -10,7 +11,6 @@
 #include "zdm/extdata/CZProxyExtDataObj.h"
 
 #include <string>
-#include <vector>
 
 namespace zdm::test {
 class Note;
@@ -20,8 +20,6 @@ ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Note, "7E570000-0000-4000-
               IZObject, IZExtData)
 
 namespace zdm::test {
-
-using Bytes = std::vector<BYTE>;
 
 /// A host's item: its name and a number, of which it refuses to load kUnreadable.
 class Note : public IZExtDataObjImpl<IZExtData> {
@@ -45,10 +43,6 @@ ZRefPtr<IZExtDataAccess> MakeItem(const OLECHAR* name, IZExtDataCollection* valu
 /// Registers the class.
 ZRefPtr<IZExtData> MakeNote(const OLECHAR* name, LONG number);
 ZRefPtr<IZExtDataCollection> MakeItems(std::initializer_list<IZObject*> items);
-/// A collection in a collection, `depth` of them in all.
-ZRefPtr<IZExtDataCollection> MakeNested(int depth);
-/// How deep they are nested along the first items.
-int DepthOf(IZExtDataCollection* items);
 
 /// "-" for none.
 std::string NameOf(IZExtData& item);
@@ -71,10 +65,6 @@ HRESULT Load(T& what, Bytes bytes, ULONGLONG* read = nullptr) {
   const HRESULT result = Thrown([&] { what.Load(&stream, nullptr); });
   if (read != nullptr) *read = stream.GetPosition();
   return result;
-}
-
-inline Bytes Cut(const Bytes& bytes, std::size_t size) {
-  return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)};
 }
 
 }  // namespace zdm::test

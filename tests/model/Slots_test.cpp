@@ -3,9 +3,10 @@
 #include "document/CZDMPlainObject.h"
 #include "tests/support/SlotOf.h"
 #include "zdm/categories/IZCategory.h"
-#include "zdm/extdata/IZExtDataAccess.h"
-#include "zdm/extdata/IZExtDataCollection.h"
-#include "zdm/extdata/IZExtDataMgr.h"
+#include "zdm/extdata/CZExtDataCollection.h"
+#include "zdm/extdata/CZExtDataMgr.h"
+#include "zdm/extdata/CZExtDataObj.h"
+#include "zdm/extdata/CZProxyExtDataObj.h"
 #include "zdm/host/IZGiMaterial.h"
 #include "zdm/model/CZDMDictionary.h"
 #include "zdm/model/CZDMObjMgr.h"
@@ -40,6 +41,7 @@ TEST(Slots, IZDMObject) {
 }
 
 TEST(Slots, TheTemplateAddsItsOwnBehindTheInterface) {
+  ZDM_EXPECT_SLOTS(130, IZGiMaterial, IsByCategory);
   ZDM_EXPECT_SLOTS(130, CZDMPlainObject, CloneRelation, CloneInto, LoadExtData, LoadOwnData,
                    SaveExtData, SaveOwnData, SetExtDataMgr, SaveHead, LoadHead, SaveBody, LoadBody,
                    SaveTail, LoadTail, WriteHeader, ReadHeader, ReservedQuery16);
@@ -50,8 +52,6 @@ TEST(Slots, TheManagerTemplateAddsItsOwnBehindThoseOfTheObjectTemplate) {
   ZDM_EXPECT_SLOTS(199, CZDMObjMgr, ReservedQuery16, MergeFrom, FindSameManager);
   ZDM_EXPECT_SLOTS(200, CZDMDictionary, MergeFrom, FindSameManager);
 }
-
-TEST(Slots, IZGiMaterial) { ZDM_EXPECT_SLOTS(130, IZGiMaterial, IsByCategory); }
 
 TEST(Slots, IZDMObjMgr) {
   ZDM_EXPECT_SLOTS(130, IZDMObjMgr, GetHead, GetTail, RemoveHead, RemoveTail, RemoveItem, AddHead,
@@ -73,37 +73,35 @@ TEST(Slots, IZDMObjIterator) {
 }
 
 TEST(Slots, IZDMObjColl) {
-  ZDM_EXPECT_SLOTS(34, IZDMObjColl, GetHeadStatusPosition, GetTailStatusPosition, GetStatusNext,
-                   GetStatusPrev, Isolate, SelfContained, GetStatusCount, DrawStatus, DrawAll,
-                   DrawOptionAllowed, DrawAllEx, GetSortedCopy, GetValidHeadPosition, GetValidNext,
-                   ClearStatusAll, SetStatusAll, TransformAll, UnionBoxes, CloneAll, IsSameClass,
-                   CollectInterface, Collect, GetInterfaceCount, FindByName, FindByNameStatus,
-                   SelectInterface, HasName, AddOwners, AddOwnersVector, AddObject, AddTailUnique,
-                   FindByID, SetOwnerOIDAll, GetObjects, GetUniqueName, AddLine, AddCircle, AddArc,
-                   AddArcFrom, SetValidAll);
+  ZDM_EXPECT_SLOTS(33, IZDMObjColl, AddTailColl, GetHeadStatusPosition, GetTailStatusPosition,
+                   GetStatusNext, GetStatusPrev, Isolate, SelfContained, GetStatusCount, DrawStatus,
+                   DrawAll, DrawOptionAllowed, DrawAllEx, GetSortedCopy, GetValidHeadPosition,
+                   GetValidNext, ClearStatusAll, SetStatusAll, TransformAll, UnionBoxes, CloneAll,
+                   IsSameClass, CollectInterface, Collect, GetInterfaceCount, FindByName,
+                   FindByNameStatus, SelectInterface, HasName, AddOwners, AddOwnersVector,
+                   AddObject, AddTailUnique, FindByID, SetOwnerOIDAll, GetObjects, GetUniqueName,
+                   AddLine, AddCircle, AddArc, AddArcFrom, SetValidAll);
 }
 
-TEST(Slots, IZExtData) {
+TEST(Slots, ExtendedData) {
   ZDM_EXPECT_SLOTS(3, IZExtData, GetName, SetName, CopyFrom, Load, Save);
   EXPECT_EQ(SlotOfOverload<void(IZExtData**)>(&IZExtData::Clone), 8);
-}
-
-TEST(Slots, IZExtDataAccess) {
   ZDM_EXPECT_SLOTS(9, IZExtDataAccess, GetByte, SetByte, SetShort, GetShort, SetLong, GetLong,
                    SetULong, GetULong, SetDouble, GetDouble, SetString, GetString, SetBool, GetBool,
                    SetCollection, GetCollection, SetObject, GetObject, SetVariant, GetVariant,
                    SetFloat, GetFloat, GetType);
-}
-
-TEST(Slots, IZExtDataCollection) {
+  EXPECT_EQ(SlotOf(&CZExtDataObj::IsDumpRef), SlotOf(&CZExtDataObj::getVersion) + 1);
+  EXPECT_EQ(SlotOf(&IZExtDataCollection::AddTailColl), 33);
   EXPECT_EQ(SlotOfOverload<void(IZExtDataCollection**)>(&IZExtDataCollection::Clone), 34);
   ZDM_EXPECT_SLOTS(35, IZExtDataCollection, CopyFrom, Save, Load);
-}
-
-TEST(Slots, IZExtDataMgr) {
+  EXPECT_EQ(SlotOf(&CZExtDataCollection::IsDumpRef), SlotOf(&CZExtDataCollection::getVersion) + 1);
   ZDM_EXPECT_SLOTS(3, IZExtDataMgr, GetCollection, QueryCollection, RemoveCollection, RemoveAll);
   EXPECT_EQ(SlotOfOverload<void(IZExtDataMgr**)>(&IZExtDataMgr::Clone), 7);
   ZDM_EXPECT_SLOTS(8, IZExtDataMgr, Save, Load, GetKeys);
+  EXPECT_EQ(SlotOf(&CZExtDataMgr::IsDumpRef), SlotOf(&CZExtDataMgr::getVersion) + 1);
+  EXPECT_EQ(SlotOfOverload<const GUID*()>(&IZProxyExtDataObj::GetClassID), 3);
+  ZDM_EXPECT_SLOTS(4, IZProxyExtDataObj, SetClassID, GetData, SetData);
+  ZDM_EXPECT_SLOTS(9, IZExtDataObjImpl<IZExtData>, LoadData, SaveData, CopyData);
 }
 
 TEST(Slots, IZParameter) {
@@ -118,6 +116,7 @@ TEST(Slots, IZParameter) {
 }
 
 TEST(Slots, IZParameterArray) {
+  EXPECT_EQ(SlotOf(&IZParameterColl::GetHead), 3);
   ZDM_EXPECT_SLOTS(3, IZParameterArray, BeginAdd, Add, EndAdd, RemoveAll, IsEmpty, GetCount, GetAt,
                    RemoveAt, RemoveByGUID, Remove, GetParameter, BuildPropertyGroups,
                    FillProperties, ApplyProperties, GetParamDouble, SetParamDouble, GetParamLong,
@@ -142,12 +141,6 @@ TEST(Slots, IZCategory) {
                    SetFlag0080, IsFlag0080);
   EXPECT_EQ(SlotOfOverload<IZGiMaterial*()>(&IZCategory::GetMaterial), 172);
   ZDM_EXPECT_SLOTS(173, IZCategory, SetMaterial, GetReference, SetReference, GetKey, SetKey);
-}
-
-TEST(Slots, ListsStandBehindTheirBase) {
-  EXPECT_EQ(SlotOf(&IZDMObjColl::AddTailColl), 33);
-  EXPECT_EQ(SlotOf(&IZExtDataCollection::AddTailColl), 33);
-  EXPECT_EQ(SlotOf(&IZParameterColl::GetHead), 3);
 }
 
 }  // namespace

@@ -65,18 +65,13 @@ TEST_F(ArrayStream, IsFlagsCountAndTheRecordsInOrder) {
   array->AddBoolParameter(db.manager, &key_, true, 0x0104);
   const Bytes open = Saved(array);
   array->EndAdd();
-  const Bytes expected = {0x00, 0x03, 0x00, 0x00, 0x00,                    // flags, three
-                          0x04, 0x01, 0xFF, 0xFF, 0x01,                    // flags, key, definition
-                          0x00, 0x00, 0x80, 0x40, 0xFF, 0xFF, 0xFF, 0xFF,  // its status word, tag
-                          0x00, 0x00, 0x00, 0x00, 0x02, 0x00, 0x00, 0x00,  // spare word, target
-                          0x00, 0x07, 0x01,                                // no link, a bool
-                          0x0A, 0x00, 0xFF, 0xFF, 0x00,                    // without definition
-                          0x00, 0x06, 0x05, 0x00, 0x00, 0x00,              // a long
-                          0x04, 0x01, 0xFF, 0xFF, 0x01,                    // of an unknown one
-                          0x00, 0x00, 0x80, 0x40, 0xFF, 0xFF, 0xFF, 0xFF,  //
-                          0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  //
-                          0x00, 0x07, 0x01};
-  EXPECT_EQ(Saved(array), expected);
+  EXPECT_EQ(Saved(array), Hex("00 03000000 "                          // flags, three
+                              "0401 FFFF 01 "                         // flags, key, definition
+                              "00008040 FFFFFFFF 00000000 02000000 "  // a relation to it
+                              "00 07 01 "                             // no link, a bool
+                              "0A00 FFFF 00 00 06 05000000 "          // without it, a long
+                              "0401 FFFF 01 "                         // of an unknown one
+                              "00008040 FFFFFFFF 00000000 00000000 00 07 01"));
   EXPECT_EQ(open, (Bytes{1, 0, 0, 0, 0}));
 }
 
@@ -90,17 +85,10 @@ TEST_F(ArrayStream, BringsBackEveryTypeOfValue) {
   EXPECT_EQ(owner->notices, 0);
   ASSERT_EQ(loaded->GetCount(), 10);
   for (LONG i = 0; i < 10; ++i) {
-    SCOPED_TRACE(i);
-    IZParameter* const before = array->GetAt(i);
-    IZParameter* const after = loaded->GetAt(i);
-    EXPECT_EQ(KeyOf(after), KeyOf(before));
-    EXPECT_EQ(after->GetKey(), before->GetKey());
-    EXPECT_EQ(after->GetFlags(), before->GetFlags());
-    EXPECT_EQ(TypeOf(after->GetValue()), TypeOf(before->GetValue()));
-    EXPECT_EQ(after->GetOwner(), loaded.Get());
-    // Elements and numbers of the process are not stored; collections are never the same.
-    const BYTE type = TypeOf(before->GetValue());
-    EXPECT_EQ(after->IsEqual(before), type != 9) << int{type};
+    EXPECT_EQ(loaded->GetAt(i)->GetOwner(), loaded.Get());
+    // Collections are never the same.
+    const BYTE type = TypeOf(array->GetAt(i)->GetValue());
+    EXPECT_EQ(loaded->GetAt(i)->IsEqual(array->GetAt(i)), type != 9) << int{type};
   }
   EXPECT_EQ(Saved(loaded), bytes);
   EXPECT_EQ(loaded->GetParameter(Key(17))->GetRelation(), db.manager.Get());
@@ -124,7 +112,7 @@ TEST_F(ArrayStream, FindsEveryParameterInAnyStoredOrder) {
     const auto parameter = MakeParameter(db.Make(number));
     ByteStream stream;
     parameter->Save(&stream, &db);
-    bytes.insert(bytes.end(), stream.GetBytes().begin(), stream.GetBytes().end());
+    bytes = Join({bytes, stream.GetBytes()});
   }
   const auto array = MakeArray();
   EXPECT_EQ(Load(array, bytes), S_OK);
@@ -151,7 +139,7 @@ TEST_F(ArrayStream, WhatWasReadBeforeTheEndStays) {
   for (std::size_t size = 0; size < bytes.size(); ++size) {
     SCOPED_TRACE(size);
     const auto array = MakeArray();
-    EXPECT_EQ(Load(array, Bytes(bytes.begin(), bytes.begin() + static_cast<LONG>(size))), E_FAIL);
+    EXPECT_EQ(Load(array, Cut(bytes, size)), E_FAIL);
     EXPECT_GE(array->GetCount(), most);
     most = array->GetCount();
     for (LONG i = 0; i < most; ++i) EXPECT_EQ(array->GetAt(i)->GetOwner(), array.Get());

@@ -2,7 +2,7 @@
 // arrays.
 #include "zdm/parameters/CZDMParameterMgr.h"
 
-#include "tests/parameters/ParameterSupport.h"
+#include "tests/parameters/ValueKinds.h"
 #include "zdm/properties/GUID_UNSET.h"
 #include "zdm/properties/IZPropertyColl.h"
 #include "zdm/properties/IZPropertyGroup.h"
@@ -39,31 +39,16 @@ class ParameterMgr : public testing::Test {
 };
 
 TEST_F(ParameterMgr, MakesRegisteredParametersOfAnyKind) {
-  for (BYTE number = 1; number <= 6; ++number) db.Make(number);
-  const auto object = db.MakeObject();
-  ZDfGUID guid;
-  guid.Value = Key(9);
-  GUID keys[8];
-  for (BYTE number = 0; number < 8; ++number) keys[number] = Key(number);
-  manager->AddDoubleParameter(db.manager, &keys[1], 11, 2.5, 0x20);
-  manager->AddLongParameter(db.manager, &keys[2], 12, 5, 0x21);
-  manager->AddRelationParameter(db.manager, &keys[3], 13, object, true, 0x22);
-  manager->AddStringParameter(db.manager, &keys[4], OLESTR("t"), 0x23);
-  manager->AddBoolParameter(db.manager, &keys[5], true, 0x24);
-  manager->AddValueParameter(db.manager, &keys[6], &guid, 0x25);
-  const USHORT expectedKeys[] = {11, 12, 13, 0xFFFF, 0xFFFF, 0xFFFF};
-  const BYTE types[] = {1, 6, 3, 4, 7, 2};
-  for (BYTE i = 0; i < 6; ++i) {
+  const auto target = db.MakeObject(nullptr, 77);
+  AddOfEachType(*manager, db, target);
+  for (int i = 0; i < 6; ++i) {
     const auto parameter = Find(static_cast<BYTE>(i + 1));
-    ASSERT_NE(parameter, nullptr) << int{i};
-    EXPECT_EQ(parameter->GetKey(), expectedKeys[i]) << int{i};
-    EXPECT_EQ(parameter->GetFlags(), 0x20 + i);
-    EXPECT_EQ(TypeOf(parameter->GetValue()), types[i]);
+    ExpectOfEachType(parameter, i);
     EXPECT_EQ(parameter->GetZRID(), CZDMParameter::kClassID);
     EXPECT_TRUE(ObjectOf(parameter)->IsObjectAttached());
     EXPECT_EQ(ObjectOf(parameter)->GetOwner()->GetOID(), manager->GetOID());
   }
-  manager->AddBoolParameter(db.manager, &keys[7], true, 0);
+  AddLong(7, 1);
   EXPECT_EQ(manager->GetCount(), 7) << "also without a definition";
   EXPECT_EQ(NameOf(zdm::ViewAs<IZParameter>(manager->GetTail())), "Unknown");
 }
@@ -77,7 +62,6 @@ TEST_F(ParameterMgr, FindsTheFirstOfADefinition) {
   EXPECT_EQ(Find(1)->GetLong(), 5);
   EXPECT_EQ(Find(9), nullptr) << "its parameter has no definition";
   const GUID key = Key(1);
-  EXPECT_FALSE(manager->FindParameter(&key, nullptr));
   IZParameter* out = Find(1);
   EXPECT_FALSE(manager->FindParameter(&GUID_UNSET, &out));
   EXPECT_EQ(out, nullptr);
@@ -99,16 +83,14 @@ TEST_F(ParameterMgr, ReadsAndWritesByDefinition) {
   EXPECT_EQ(number, 5);
 
   double real = 0;
+  bool flag = false;
+  ZDfLong value;
+  ZDfValue* held = nullptr;
   EXPECT_TRUE(side->SetParamDouble(&key, 2.5) && side->GetParamDouble(&key, &real));
   EXPECT_EQ(real, 2.5);
   EXPECT_TRUE(side->SetParamString(&key, OLESTR("t")));
   EXPECT_EQ(TextOf([&](BSTR* out) { side->GetParamString(&key, out); }), "t");
-  bool flag = false;
-  EXPECT_TRUE(side->SetParamBool(&key, true) && side->GetParamBool(&key, &flag));
-  EXPECT_TRUE(flag);
-  ZDfLong value;
-  value.Value = 3;
-  ZDfValue* held = nullptr;
+  EXPECT_TRUE(side->SetParamBool(&key, true) && side->GetParamBool(&key, &flag) && flag);
   EXPECT_TRUE(side->SetParamValue(&key, &value) && side->GetParamValue(&key, &held));
   EXPECT_EQ(held, Find(1)->GetValue());
 }

@@ -40,13 +40,6 @@ TEST(DMParameter, CopiesAndComparesAsAParameter) {
   EXPECT_EQ(copy->GetLong(), 4) << "from a plain object only what an object takes";
 }
 
-TEST(DMParameter, AnswersTheHostsOperationsTheSameAlways) {
-  const auto parameter = zdm::MakeObject<IZDMParameter, CZDMParameter>();
-  EXPECT_EQ(parameter->Reserved54(), nullptr);
-  EXPECT_TRUE(parameter->Reserved56() && parameter->Reserved60() && parameter->Reserved62() &&
-              parameter->Reserved64());
-}
-
 TEST(DMParameter, SpreadsAffectedAlongItsCollectionOnce) {
   Definitions db;
   const auto parameter = MakeSource(db, db.Make(1));

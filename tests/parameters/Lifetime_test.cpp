@@ -2,6 +2,7 @@
 // the sanitizers nothing is reached that is gone.
 #include "tests/parameters/ArraySupport.h"
 
+#include <functional>
 #include <random>
 
 namespace {
@@ -24,81 +25,50 @@ void Ask(IZParameter* parameter, const GUID& key) {
 
 TEST_F(ParameterArray, AnythingMayEndBeforeAnythingElse) {
   std::mt19937 random(7);
-  const auto below = [&](std::size_t count) { return random() % count; };
-  std::vector<ZRefPtr<IZParameterArray>> arrays(4);
-  std::vector<ZRefPtr<IZParameter>> parameters(12);
-  std::vector<ZRefPtr<IZDMObject>> objects(4);
-  const auto any = [&](auto& from) { return from[below(from.size())].Get(); };
+  ZRefPtr<IZParameterArray> arrays[4];
+  ZRefPtr<IZParameter> parameters[12];
+  ZRefPtr<IZDMObject> objects[4];
+  BYTE number = 0;  // of a definition
+  const auto anyOf = [&](auto& from) -> auto& { return from[random() % std::size(from)]; };
+  // Made anew where it has gone.
+  const auto anArray = [&]() -> IZParameterArray* {
+    auto& one = anyOf(arrays);
+    return one = one != nullptr ? one : MakeArray();
+  };
+  const auto aParameter = [&]() -> IZParameter* {
+    auto& one = anyOf(parameters);
+    return one = one != nullptr ? one : number % 2 == 0 ? MakeParameter() : MakeSource(db);
+  };
+  const auto anObject = [&]() -> IZDMObject* {
+    auto& one = anyOf(objects);
+    if (one == nullptr) db.Add(one = zdm::MakeObject<IZDMObject, Notified>());
+    return one;
+  };
+  const auto definition = [&] { return db.manager->FindDefinition(At(number)); };
+  const std::function<void()> steps[] = {
+      [&] { anyOf(arrays) = nullptr; },
+      [&] { anyOf(parameters) = nullptr; },
+      [&] { anyOf(objects) = nullptr; },
+      [&] { db.manager->RemoveItem(zdm::ViewAs<IZDMObject>(definition())); },
+      [&] { aParameter()->SetDefinition(definition()); },
+      [&] { aParameter()->SetDefinition(zdm::MakeObject<IZDefinition, CZDefinition>()); },
+      [&] { aParameter()->SetRelation(anObject(), true); },
+      [&] { aParameter()->SetDouble(number); },
+      [&] { aParameter()->SetLinkedObject(ObjectOf(anyOf(parameters))); },
+      [&] { anArray()->BeginAdd(); },
+      [&] { anArray()->Add(aParameter(), 0); },
+      [&] { anArray()->Add(aParameter(), 0); },
+      [&] { anArray()->EndAdd(); },
+      [&] { anArray()->SetOwner(anObject()); },
+      [&] { anObject()->SetParameterArray(anArray(), number == 1); },
+      [&] { anArray()->RemoveAt(static_cast<LONG>(random() % 4)); },
+      [&] { anArray()->ReplaceFrom(anyOf(arrays), number > 2, 0); },
+      [&] { anArray()->AddMissingFrom(anyOf(arrays)); },
+      [&] { anArray()->UpdateFrom(anyOf(arrays), nullptr); },
+      [&] { anArray()->SetParamDouble(At(number), 1); }};
   for (int round = 0; round < 20000; ++round) {
-    auto& anArray = arrays[below(arrays.size())];
-    auto& parameter = parameters[below(parameters.size())];
-    auto& object = objects[below(objects.size())];
-    const auto number = static_cast<BYTE>(1 + below(5));
-    if (anArray == nullptr) anArray = MakeArray();
-    if (parameter == nullptr) parameter = number % 2 == 0 ? MakeParameter() : MakeSource(db);
-    if (object == nullptr) db.Add(object = zdm::MakeObject<IZDMObject, Notified>());
-    switch (below(20)) {
-      case 0:
-        anArray = nullptr;
-        break;
-      case 1:
-        parameter = nullptr;
-        break;
-      case 2:
-        object = nullptr;
-        break;
-      case 3:
-        if (IZDefinition* definition = db.manager->FindDefinition(At(number))) {
-          db.manager->RemoveItem(zdm::ViewAs<IZDMObject>(definition));
-        }
-        break;
-      case 4:
-        parameter->SetDefinition(db.manager->FindDefinition(At(number)));
-        break;
-      case 5:
-        parameter->SetRelation(object, true);
-        break;
-      case 6:
-        parameter->SetDouble(number);
-        break;
-      case 7:
-        anArray->BeginAdd();
-        break;
-      case 8:
-      case 9:
-        anArray->Add(parameter, 0);
-        break;
-      case 10:
-        anArray->EndAdd();
-        break;
-      case 11:
-        anArray->SetOwner(object);
-        break;
-      case 12:
-        object->SetParameterArray(anArray, number == 1);
-        break;
-      case 13:
-        anArray->RemoveAt(static_cast<LONG>(below(4)));
-        break;
-      case 14:
-        anArray->ReplaceFrom(any(arrays), number > 2, 0);
-        break;
-      case 15:
-        anArray->AddMissingFrom(any(arrays));
-        break;
-      case 16:
-        anArray->UpdateFrom(any(arrays), nullptr);
-        break;
-      case 17:
-        if (IZParameter* source = any(parameters)) parameter->SetLinkedObject(ObjectOf(source));
-        break;
-      case 18:  // a definition that was never in a document
-        parameter->SetDefinition(zdm::MakeObject<IZDefinition, CZDefinition>());
-        break;
-      default:
-        anArray->SetParamDouble(At(number), 1);
-        break;
-    }
+    number = static_cast<BYTE>(1 + random() % 5);
+    anyOf(steps)();
     if (round % 4 != 0) continue;
     for (IZParameter* left : parameters) Ask(left, Key(number));
   }

@@ -7,12 +7,7 @@
 
 #include <functional>
 
-namespace zdm::test {
-class Chooser;
-}
-
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Chooser,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZProperty, IZPropertyIterator)
+ZDM_TEST_CLASS(Chooser, IZObject, IZProperty, IZPropertyIterator)
 
 namespace zdm::test {
 
@@ -47,24 +42,23 @@ using namespace zdm::test;
 constexpr ULONG kTypes[] = {0,  1,  2,  3,  4,  5,  6,  7,  8,   9,   10,  11,  17,        18,
                             20, 21, 22, 24, 25, 27, 29, 30, 100, 159, 172, 173, 0xFFFFFFFF};
 
-/// A property as a sheet would offer it to the parameter of definition 1.
-ZRefPtr<IZProperty> Offered() {
-  auto property = MakeProperty();
+/// A property that lets the user choose an object, offered to the parameter of definition 1.
+ZRefPtr<Chooser> OfferedChooser() {
+  auto property = zdm::MakeObject<Chooser, Chooser>();
   property->SetGUID(Key(1));
   return property;
 }
 
-/// The types that `used` is true for, each with '!' when it is not handled.
+/// The types that `used` is true for.
 template <class Used>
 std::string TypesWith(Definitions& db, const std::function<void(IZParameter*)>& set, Used used) {
   std::string types;
   for (const ULONG type : kTypes) {
     const auto parameter = MakeParameter(db.Make(1, type));
     set(parameter);
-    const auto property = Offered();
-    bool handled = false;
-    if (!used(*parameter.Get(), *property.Get(), handled)) continue;
-    types += (types.empty() ? "" : " ") + std::to_string(type) + (handled ? "" : "!");
+    if (used(*parameter.Get(), *Offered().Get())) {
+      types += (types.empty() ? "" : " ") + std::to_string(type);
+    }
   }
   return types;
 }
@@ -94,76 +88,62 @@ TEST(ParameterSheet, ShowsAValueInThePropertyOfItsType) {
        "10"},
       {"object is valid", [&](IZParameter* p) { p->SetRelation(object, false); },
        [](IZProperty& p) { return p.GetBool(); }, "10"},
-      {"any value", [](IZParameter* p) { p->SetGUID(Key(2)); }, attached, "9 21 27 29!"},
+      {"any value", [](IZParameter* p) { p->SetGUID(Key(2)); }, attached, "9 21 27 29"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(TypesWith(db, row.set,
-                        [&](IZParameter& parameter, IZProperty& property, bool& handled) {
-                          parameter.FillProperty(0, &property, &handled);
-                          return row.shown(property);
-                        }),
-              row.types)
-        << row.name;
+    const auto shows = [&](IZParameter& parameter, IZProperty& property) {
+      const Answer answer = Fill(&parameter, &property);
+      if (!row.shown(property)) return false;
+      EXPECT_EQ(answer.isHandled, parameter.GetPropertyType() != 29) << row.name;
+      return true;
+    };
+    EXPECT_EQ(TypesWith(db, row.set, shows), row.types) << row.name;
   }
 }
 
 TEST(ParameterSheet, TakesWhatWasEditedBack) {
   Definitions db;
   const auto object = db.MakeObject();
-  const auto edit = [&](IZProperty& p, int form) {
-    ZDfRelation reference;
-    reference.Value->SetReltnObj(object.Get());
-    switch (form) {
-      case 0:
-        return p.SetString(OLESTR("new"));
-      case 1:
-        return p.SetLong(6);
-      case 2:
-        return p.SetDouble(3.5);
-      case 3:
-        return p.SetBool(true);
-      default:
-        return p.SetObject(&reference);
-    }
-  };
+  using P = IZParameter&;
+  ZDfRelation reference;
+  reference.Value->SetReltnObj(object.Get());
+  const auto toObject = [&](IZProperty& p) { p.SetObject(&reference); };
+  const auto toText = [](IZProperty& p) { p.SetString(OLESTR("new")); };
+  const auto hasObject = [&](P p) { return p.GetRelation() == object; };
   const struct {
     const char* name;
     std::function<void(IZParameter*)> set;
-    int form;
+    std::function<void(IZProperty&)> edit;
     std::function<bool(IZParameter&)> taken;
     const char* types;
   } rows[] = {
-      {"string", [](IZParameter* p) { p->SetString(OLESTR("t")); }, 0,
-       [](IZParameter& p) { return StringOf(&p) == "new"; }, "1"},
-      {"long", [](IZParameter* p) { p->SetLong(5); }, 1,
-       [](IZParameter& p) { return p.GetLong() == 6; }, "2 20 25"},
-      {"double", [](IZParameter* p) { p->SetDouble(2.5); }, 2,
-       [](IZParameter& p) { return p.GetDouble() == 3.5; }, "3 4 5 6 7 22 159 172"},
-      {"bool", [](IZParameter* p) { p->SetBool(false); }, 3,
-       [](IZParameter& p) { return p.GetBool(); }, "10"},
-      {"object", [](IZParameter* p) { p->SetRelation(nullptr, false); }, 4,
-       [&](IZParameter& p) { return p.GetRelation() == object; }, "9 27"},
-      {"any value", [](IZParameter* p) { p->SetLong(5); }, 4,
-       [&](IZParameter& p) { return p.GetRelation() == object; }, "27"},
-      {"wrong kind", [](IZParameter* p) { p->SetBool(false); }, 0,
-       [](IZParameter& p) { return p.GetValue()->GetType() != 7; }, ""},
+      {"string", [](IZParameter* p) { p->SetString(OLESTR("t")); }, toText,
+       [](P p) { return StringOf(&p) == "new"; }, "1"},
+      {"long", [](IZParameter* p) { p->SetLong(5); }, [](IZProperty& p) { p.SetLong(6); },
+       [](P p) { return p.GetLong() == 6; }, "2 20 25"},
+      {"double", [](IZParameter* p) { p->SetDouble(2.5); }, [](IZProperty& p) { p.SetDouble(3.5); },
+       [](P p) { return p.GetDouble() == 3.5; }, "3 4 5 6 7 22 159 172"},
+      {"bool", [](IZParameter* p) { p->SetBool(false); }, [](IZProperty& p) { p.SetBool(true); },
+       [](P p) { return p.GetBool(); }, "10"},
+      {"object", [](IZParameter* p) { p->SetRelation(nullptr, false); }, toObject, hasObject,
+       "9 27"},
+      {"any value", [](IZParameter* p) { p->SetLong(5); }, toObject, hasObject, "27"},
+      {"wrong kind", [](IZParameter* p) { p->SetBool(false); }, toText,
+       [](P p) { return p.GetValue()->GetType() != 7; }, ""},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(TypesWith(db, row.set,
-                        [&](IZParameter& parameter, IZProperty& property, bool& handled) {
-                          edit(property, row.form);
-                          EXPECT_TRUE(parameter.ApplyProperty(0, &property, 0, &handled));
-                          return row.taken(parameter);
-                        }),
-              row.types)
-        << row.name;
+    const auto takes = [&](IZParameter& parameter, IZProperty& property) {
+      row.edit(property);
+      EXPECT_TRUE(Apply(&parameter, &property).serves);
+      return row.taken(parameter);
+    };
+    EXPECT_EQ(TypesWith(db, row.set, takes), row.types) << row.name;
   }
+  const auto isHandled = [](IZParameter& parameter, IZProperty& property) {
+    return Apply(&parameter, &property).isHandled;
+  };
   EXPECT_EQ(TypesWith(
-                db, [](IZParameter* p) { p->SetUlongPtr(1); },
-                [](IZParameter& parameter, IZProperty& property, bool& handled) {
-                  parameter.ApplyProperty(0, &property, 0, &handled);
-                  return handled;
-                }),
+                db, [](IZParameter* p) { p->SetUlongPtr(1); }, isHandled),
             "1 2 3 4 5 6 7 9 10 17 20 22 24 25 27 159 172")
       << "handled whatever the value";
 }
@@ -182,17 +162,14 @@ TEST(ParameterSheet, ChoosesObjects) {
   for (const auto& row : rows) {
     const auto parameter = MakeParameter(db.Make(1, row.type));
     parameter->SetRelation(row.target, false);
-    const auto property = zdm::MakeObject<Chooser, Chooser>();
-    property->SetGUID(Key(1));
-    bool handled = false;
-    EXPECT_TRUE(parameter->FillProperty(0, property.Get(), &handled));
-    EXPECT_TRUE(handled);
+    const auto property = OfferedChooser();
+    EXPECT_EQ(Fill(parameter, property.Get()), kHandled);
     EXPECT_EQ(property->steps, row.steps) << row.type;
     EXPECT_EQ(property->chosen, row.target);
 
     const auto chosen = db.MakeObject();
     property->chosen = chosen;
-    EXPECT_TRUE(parameter->ApplyProperty(0, property.Get(), 0, &handled));
+    EXPECT_TRUE(Apply(parameter, property.Get()).serves);
     EXPECT_EQ(parameter->GetRelation(), chosen);
   }
 }
@@ -208,30 +185,10 @@ TEST(ParameterSheet, ServesThePropertiesOfItsDefinitionAlone) {
   for (IZParameter* parameter : {empty.Get(), strange.Get(), undefined.Get()}) {
     const auto property = Offered();
     const Bytes before = Saved(property);
-    bool handled = true;
-    EXPECT_FALSE(parameter->FillProperty(0, property, &handled));
-    EXPECT_FALSE(handled);
-    handled = true;
-    EXPECT_FALSE(parameter->ApplyProperty(0, property, 0, &handled));
-    EXPECT_FALSE(handled);
+    EXPECT_EQ(Fill(parameter, property), kStrange);
+    EXPECT_EQ(Apply(parameter, property), kStrange);
     EXPECT_EQ(Saved(property), before);
   }
-}
-
-TEST(ParameterSheet, SendsNoNoticeWhenAPropertyIsApplied) {
-  Definitions db;
-  const auto owner = zdm::MakeObject<Notified, Notified>();
-  const auto array = zdm::NewOf<IZParameterArray, CZParameterArray>();
-  const auto parameter = MakeParameter(db.Make(1, 2));
-  parameter->SetLong(5);
-  parameter->SetOwner(array);
-  array->SetOwner(owner.Get());
-  const auto property = Offered();
-  property->SetLong(6);
-  bool handled = false;
-  parameter->ApplyProperty(0, property, 0, &handled);
-  EXPECT_EQ(parameter->GetLong(), 6);
-  EXPECT_EQ(owner->notices, 0);
 }
 
 TEST(ParameterSheet, ShowsTheSourceOfALinkByTheOwnDefinition) {
@@ -246,9 +203,7 @@ TEST(ParameterSheet, ShowsTheSourceOfALinkByTheOwnDefinition) {
     parameter->SetFlag10(true);
     parameter->SetLinkedObject(ObjectOf(source));
     const auto property = Offered();
-    bool handled = false;
-    EXPECT_TRUE(parameter->FillProperty(0, property, &handled));
-    EXPECT_TRUE(handled);
+    EXPECT_EQ(Fill(parameter, property), kHandled);
     EXPECT_EQ(property->GetDouble(), 2.5);
     EXPECT_FALSE(property->IsReadOnly()) << "the parameter's own, not the source's";
     EXPECT_TRUE(property->IsFlag02());
@@ -256,8 +211,7 @@ TEST(ParameterSheet, ShowsTheSourceOfALinkByTheOwnDefinition) {
     EXPECT_EQ(source->GetDefinition(), sources);
 
     source->SetValue(nullptr);
-    EXPECT_TRUE(parameter->FillProperty(0, property, &handled));
-    EXPECT_FALSE(handled) << "a source without a value shows nothing";
+    EXPECT_EQ(Fill(parameter, property), (Answer{true, false})) << "no value, nothing shown";
   }
 }
 
@@ -268,14 +222,12 @@ TEST(ParameterSheet, GivesTheSourceItsDefinitionBackWhenShowingThrows) {
   const auto parameter = MakeParameter(db.Make(1, 17));
   parameter->SetBool(true);
   parameter->SetLinkedObject(ObjectOf(source));
-  const auto property = zdm::MakeObject<Chooser, Chooser>();
-  property->SetGUID(Key(1));
+  const auto property = OfferedChooser();
   property->onShown = [] { throw CAtlException(E_FAIL); };
-  bool handled = false;
-  EXPECT_EQ(Thrown([&] { parameter->FillProperty(0, property.Get(), &handled); }), E_FAIL);
+  EXPECT_EQ(Thrown([&] { Fill(parameter, property.Get()); }), E_FAIL);
   EXPECT_EQ(source->GetDefinition(), nullptr);
   property->onShown = nullptr;
-  EXPECT_TRUE(parameter->FillProperty(0, property.Get(), &handled));
+  EXPECT_TRUE(Fill(parameter, property.Get()).serves);
   EXPECT_TRUE(property->IsLinked()) << "the link is still followed";
 }
 
@@ -291,8 +243,7 @@ TEST(ParameterSheet, ShowsToTheEndWhatIsTakenAwayMeanwhile) {
   array->Add(parameter, 0);
   array->EndAdd();
   parameter = nullptr;
-  const auto property = zdm::MakeObject<Chooser, Chooser>();
-  property->SetGUID(Key(1));
+  const auto property = OfferedChooser();
   property->onShown = [&] {
     source = nullptr;
     array->RemoveAll();

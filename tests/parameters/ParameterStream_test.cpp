@@ -1,10 +1,8 @@
 // The stored form of parameters: exact bytes for every kind of value, what comes back, and damage.
-#include "tests/parameters/ParameterSupport.h"
+#include "tests/parameters/ValueKinds.h"
 #include "tests/support/CapturedOutput.h"
 
 #include <gtest/gtest.h>
-
-#include <functional>
 
 namespace {
 
@@ -21,61 +19,27 @@ HRESULT LoadFrom(IZParameter* parameter, Bytes bytes, IZDatabase* database = nul
   return Thrown([&] { parameter->Load(&stream, database); });
 }
 
-constexpr BYTE kValid = 0x80;            // third byte of the status of a relation
-constexpr BYTE kValidDiffusible = 0x40;  // and the fourth, where changes spread along it
-
 /// A record without relations: flags 0x8002, key 0x0102, then the value.
-Bytes RecordWith(const Bytes& value) {
-  Bytes record = {0x02, 0x80, 0x02, 0x01, 0, 0};
-  record.insert(record.end(), value.begin(), value.end());
-  return record;
-}
+Bytes RecordWith(const Bytes& value) { return Join({{0x02, 0x80, 0x02, 0x01, 0, 0}, value}); }
 
 TEST(ParameterStream, StoresEveryKindOfValue) {
   Definitions db;
-  const auto object = db.MakeObject(OLESTR("target"), 77);
-  const struct {
-    const char* name;
-    std::function<void(IZParameter*)> set;
-    Bytes value;
-  } rows[] = {
-      {"double", [](IZParameter* p) { p->SetDouble(2.5); }, {1, 0, 0, 0, 0, 0, 0, 4, 0x40}},
-      {"guid",
-       [](IZParameter* p) { p->SetGUID(Key(9)); },
-       {2, 0x11, 0x11, 0x11, 0x11, 0x22, 0x22, 0x33, 0x33, 0x44, 0x44, 0x55, 0x55, 0x55, 0x55, 0x55,
-        9}},
-      {"relation",
-       [&](IZParameter* p) { p->SetRelation(object, true); },
-       {3, 0, 0, kValid, kValidDiffusible, 255, 255, 255, 255, 0, 0, 0, 0, 77, 0, 0, 0}},
-      {"string", [](IZParameter* p) { p->SetString(OLESTR("a")); }, {4, 4, 0, 0, 0, 'a', 0, 0, 0}},
-      {"null string", [](IZParameter* p) { p->SetString(nullptr); }, {4, 0, 0, 0, 0}},
-      {"element", [&](IZParameter* p) { p->SetElement(object); }, {5}},
-      {"long", [](IZParameter* p) { p->SetLong(-2); }, {6, 0xFE, 0xFF, 0xFF, 0xFF}},
-      {"bool", [](IZParameter* p) { p->SetBool(true); }, {7, 1}},
-      {"pointer", [](IZParameter* p) { p->SetUlongPtr(9); }, {8}},
-      {"collection",
-       [](IZParameter* p) {
-         ZDfReltnColl value;
-         p->SetValue(&value);
-       },
-       {9, 0, 0, 0, 0}},
-  };
-  for (const auto& row : rows) {
+  const auto object = db.MakeObject(nullptr, 77);
+  for (const KindOfValue& row : KindsOfValues(object)) {
+    SCOPED_TRACE(row.name);
     const auto parameter = MakeParameter();
     parameter->SetFlags(0x8002);
     parameter->SetKey(0x0102);
     row.set(parameter);
-    const Bytes record = RecordWith(row.value);
-    EXPECT_EQ(BytesOf(parameter, &db), record) << row.name;
+    const Bytes record = RecordWith(row.stored);
+    EXPECT_EQ(BytesOf(parameter, &db), record);
 
     const auto loaded = MakeParameter();
     loaded->SetGUID(Key(1));
-    ASSERT_EQ(LoadFrom(loaded, record, &db), S_OK) << row.name;
-    EXPECT_EQ(BytesOf(loaded, &db), record) << row.name;
-
+    ASSERT_EQ(LoadFrom(loaded, record, &db), S_OK);
+    EXPECT_EQ(BytesOf(loaded, &db), record);
     for (std::size_t length = 0; length < record.size(); ++length) {
-      const Bytes cut(record.begin(), record.begin() + static_cast<std::ptrdiff_t>(length));
-      EXPECT_EQ(LoadFrom(MakeParameter(), cut, &db), E_FAIL) << row.name << " cut at " << length;
+      EXPECT_EQ(LoadFrom(MakeParameter(), Cut(record, length), &db), E_FAIL) << length;
     }
   }
 }
@@ -84,21 +48,14 @@ TEST(ParameterStream, StoresDefinitionAndLink) {
   Definitions db;
   const auto definition = db.Make(1);
   const auto source = MakeSource(db);
-  const BYTE definitionID = static_cast<BYTE>(zdm::ViewAs<IZDMObject>(definition)->GetID());
-  const BYTE sourceID = static_cast<BYTE>(ObjectOf(source)->GetID());
   const auto parameter = MakeParameter(definition);
   parameter->SetLinkedObject(ObjectOf(source));
   parameter->SetBool(false);
-  const Bytes record = {0x0A, 0,   0xFF, 0xFF,  //
-                        1,    0,   0,    kValid,       kValidDiffusible,
-                        255,  255, 255,  255,          0,
-                        0,    0,   0,    definitionID, 0,
-                        0,    0,  //
-                        1,    0,   0,    kValid,       0,
-                        255,  255, 255,  255,          0,
-                        0,    0,   0,    sourceID,     0,
-                        0,    0,  //
-                        7,    0};
+  const Bytes record = Join({Hex("0A00FFFF 01 00008040 FFFFFFFF 00000000"),
+                             Raw(zdm::ViewAs<IZDMObject>(definition)->GetID()),
+                             Hex("01 00008000 FFFFFFFF 00000000"),
+                             Raw(ObjectOf(source)->GetID()),
+                             {7, 0}});
   EXPECT_EQ(BytesOf(parameter, &db), record);
 
   const auto loaded = MakeParameter();

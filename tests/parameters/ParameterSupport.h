@@ -11,12 +11,7 @@
 
 #include <string>
 
-namespace zdm::test {
-class Notified;
-}
-
-ZDM_CLASS_ROW(zdm::test::TestModule, false, zdm::test::Notified,
-              "00000000-0000-0000-0000-000000000000", IZObject, IZDMObject, IZRelation)
+ZDM_TEST_CLASS(Notified, IZObject, IZDMObject, IZRelation)
 
 namespace zdm::test {
 
@@ -74,6 +69,33 @@ inline BYTE TypeOf(ZDfValue* value) { return value != nullptr ? value->GetType()
 inline GUID KeyOf(IZParameter* parameter) {
   GUID key;
   return *parameter->GetDefinitionGUID(&key);
+}
+
+/// Whether the parameter serves the property, and whether it says that the property is handled.
+struct Answer {
+  bool serves = false;
+  bool isHandled = false;
+  bool operator==(const Answer&) const = default;
+};
+constexpr Answer kHandled = {true, true};
+constexpr Answer kStrange = {false, false};
+
+inline Answer Fill(IZParameter* parameter, IZProperty* property) {
+  Answer answer = {.isHandled = true};
+  answer.serves = parameter->FillProperty(0, property, &answer.isHandled);
+  return answer;
+}
+inline Answer Apply(IZParameter* parameter, IZProperty* property) {
+  Answer answer = {.isHandled = true};
+  answer.serves = parameter->ApplyProperty(0, property, 0, &answer.isHandled);
+  return answer;
+}
+
+/// A property as a sheet would offer it to the parameter of definition 1.
+inline ZRefPtr<IZProperty> Offered() {
+  auto property = MakeProperty();
+  property->SetGUID(Key(1));
+  return property;
 }
 
 inline std::string NameOf(IZParameter* parameter) {

@@ -16,38 +16,34 @@ using namespace zdm::test;
 
 TEST(PropertyColl, AddsPropertiesOfEachType) {
   const auto coll = zdm::NewOf<IZPropertyColl, CZPropertyColl>();
-  IZProperty* real = coll->AddDouble(OLESTR("r"), OLESTR("Real"), Key(1), 1.5);
-  IZProperty* number = coll->AddLong(OLESTR("n"), OLESTR("Number"), Key(2), 7);
-  IZProperty* text = coll->AddString(OLESTR("t"), OLESTR("Text"), Key(3), OLESTR("abc"));
-  IZProperty* flag = coll->AddBool(OLESTR("f"), nullptr, Key(4), true);
-  IZProperty* unset = coll->AddYesNo(OLESTR("u"), OLESTR(""), Key(5));
-  IZProperty* named = coll->AddNamedProperty(OLESTR("m"), Key(6), 77);
-  EXPECT_EQ(Members(coll.Get()),
-            (std::vector<IZProperty*>{real, number, text, flag, unset, named}));
   const struct {
     IZProperty* property;
     ULONG type;
-    const char* name;
-    const char* displayName;
+    const char* names;
     bool isYesNo;
-  } rows[] = {{real, 3, "r", "Real", false}, {number, 2, "n", "Number", false},
-              {text, 1, "t", "Text", false}, {flag, 10, "f", "f", true},
-              {unset, 10, "u", "", true},    {named, 77, "m", "m", false}};
-  BYTE key = 0;
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
+  } rows[] = {
+      {coll->AddDouble(OLESTR("r"), OLESTR("Real"), Key(1), 1.5), 3, "r Real", false},
+      {coll->AddLong(OLESTR("n"), OLESTR("Number"), Key(2), 7), 2, "n Number", false},
+      {coll->AddString(OLESTR("t"), OLESTR("Text"), Key(3), OLESTR("abc")), 1, "t Text", false},
+      {coll->AddBool(OLESTR("f"), nullptr, Key(4), true), 10, "f f", true},
+      {coll->AddYesNo(OLESTR("u"), OLESTR(""), Key(5)), 10, "u ", true},
+      {coll->AddNamedProperty(OLESTR("m"), Key(6), 77), 77, "m m", false}};
+  const auto members = Members(coll.Get());
+  ASSERT_EQ(members.size(), std::size(rows));
+  for (BYTE i = 0; const auto& row : rows) {
+    SCOPED_TRACE(row.names);
+    EXPECT_EQ(row.property, members[i++]);
     EXPECT_EQ(row.property->GetType(), row.type);
-    EXPECT_EQ(NameOf(row.property), row.name);
-    EXPECT_EQ(DisplayNameOf(row.property), row.displayName);
-    EXPECT_TRUE(row.property->HasGUID(Key(++key)));
+    EXPECT_EQ(NameOf(row.property) + ' ' + DisplayNameOf(row.property), row.names);
+    EXPECT_TRUE(row.property->HasGUID(Key(i)));
     EXPECT_EQ(zdm::ViewAs<IZPropertyYesNo>(row.property) != nullptr, row.isYesNo);
     EXPECT_EQ(row.property->GetReferenceCount(), 1u);
   }
-  EXPECT_EQ(real->GetDouble(), 1.5);
-  EXPECT_EQ(number->GetLong(), 7);
-  EXPECT_EQ(TextOf([&](BSTR* out) { text->GetString(out); }), "abc");
-  EXPECT_TRUE(flag->GetBool());
-  EXPECT_FALSE(unset->GetBool());
+  EXPECT_EQ(members[0]->GetDouble(), 1.5);
+  EXPECT_EQ(members[1]->GetLong(), 7);
+  EXPECT_EQ(TextOf([&](BSTR* out) { members[2]->GetString(out); }), "abc");
+  EXPECT_TRUE(members[3]->GetBool());
+  EXPECT_FALSE(members[4]->GetBool());
 }
 
 TEST(PropertyColl, AddsNothingOfAClassThatIsNoProperty) {
@@ -60,42 +56,30 @@ TEST(PropertyColl, AddsNothingOfAClassThatIsNoProperty) {
   EXPECT_TRUE(coll->IsEmpty());
 }
 
-TEST(PropertyColl, IsOneObjectAndCopiesWithoutMembers) {
-  const auto coll = zdm::NewOf<IZPropertyColl, CZPropertyColl>();
-  coll->AddLong(OLESTR("a"), nullptr, Key(1), 1);
-  zdm::ViewAs<IZProperty>(coll)->SetName(OLESTR("page"));
-  const auto copy = zdm::CloneAs<IZPropertyColl>(coll);
-  ASSERT_NE(copy, nullptr);
-  EXPECT_EQ(copy->GetReferenceCount(), 1u);
-  EXPECT_EQ(NameOf(zdm::ViewAs<IZProperty>(copy)), "page");
-  EXPECT_TRUE(copy->IsEmpty());
-}
-
 std::string GroupName(IZPropertyGroup* group) {
   return TextOf([&](BSTR* out) { group->GetName(out); });
 }
 
-TEST(PropertyGroup, HasTwoNames) {
+TEST(PropertyGroup, HasTwoNamesAndCopiesWithoutItsOwnAndWithoutMembers) {
   const auto group = zdm::NewOf<IZPropertyGroup, CZPropertyGroup>();
   auto* property = zdm::ViewAs<IZProperty>(group);
   group->SetName(OLESTR("group"));
   property->SetName(OLESTR("property"));
-  EXPECT_EQ(GroupName(group), "group");
-  EXPECT_EQ(NameOf(property), "property");
+  group->AddLong(OLESTR("a"), nullptr, Key(1), 1);
+  EXPECT_EQ(GroupName(group) + NameOf(property), "groupproperty");
   const auto copy = zdm::CloneAs<IZPropertyGroup>(group);
-  EXPECT_EQ(GroupName(copy), "");
-  EXPECT_EQ(NameOf(zdm::ViewAs<IZProperty>(copy)), "property");
+  EXPECT_EQ(GroupName(copy) + NameOf(zdm::ViewAs<IZProperty>(copy)), "property");
+  EXPECT_TRUE(copy->IsEmpty());
 }
 
 TEST(PropertyGroup, HoldsPropertiesAndGroups) {
   const auto group = zdm::NewOf<IZPropertyGroup, CZPropertyGroup>();
   EXPECT_TRUE(group->IsEmpty());
   IZPropertyGroup* below = group->AddGroup(OLESTR("below"));
+  IZPropertyGroup* unnamed = group->AddGroup(nullptr);
   EXPECT_FALSE(group->IsEmpty());
   EXPECT_EQ(group->GetGroups()->FindGroup(OLESTR("below")), below);
   EXPECT_EQ(group->GetGroups()->FindGroup(OLESTR("Below")), nullptr);
-  EXPECT_EQ(group->GetGroups()->FindGroup(nullptr), nullptr);
-  IZPropertyGroup* unnamed = group->AddGroup(nullptr);
   EXPECT_EQ(group->GetGroups()->FindGroup(OLESTR("")), unnamed);
 
   below->AddDouble(OLESTR("d"), nullptr, Key(1), 0.5);
@@ -103,10 +87,9 @@ TEST(PropertyGroup, HoldsPropertiesAndGroups) {
   below->AddString(OLESTR("s"), nullptr, Key(3), OLESTR("x"));
   below->AddBool(OLESTR("b"), nullptr, Key(4), true);
   EXPECT_FALSE(below->IsEmpty());
-  const ULONG types[] = {3, 2, 1, 10};
-  const auto members = Members(below->GetProperties());
-  ASSERT_EQ(members.size(), std::size(types));
-  for (std::size_t i = 0; i < members.size(); ++i) EXPECT_EQ(members[i]->GetType(), types[i]);
+  std::vector<ULONG> types;
+  for (IZProperty* each : Members(below->GetProperties())) types.push_back(each->GetType());
+  EXPECT_EQ(types, (std::vector<ULONG>{3, 2, 1, 10}));
 }
 
 TEST(PropertyGroup, FindsItsOwnPropertiesFirstThenDepthFirst) {

@@ -1,7 +1,7 @@
 // The property that all classes share: values by type, ranges, copying, merging.
 #include "platform/ole/Variant.h"
 #include "tests/properties/PropertySupport.h"
-#include "zdm/properties/GUID_UNSET.h"
+#include "tests/support/Flags.h"
 #include "zdm/properties/IZPropertyYesNo.h"
 #include "zdm/relations/ZDfValues.h"
 
@@ -19,21 +19,6 @@ VARIANT Plain(VARTYPE type, ULONGLONG bits = 0) {
   value.vt = type;
   value.ullVal = bits;
   return value;
-}
-
-TEST(Property, StartsUnsetAndUniform) {
-  const auto property = MakeProperty();
-  GUID guid = GUID_NULL;
-  EXPECT_EQ(property->GetGUID(&guid), &guid);
-  EXPECT_TRUE(guid == GUID_UNSET && property->HasGUID(GUID_UNSET));
-  EXPECT_EQ(NameOf(property), "");
-  EXPECT_EQ(DisplayNameOf(property), "");
-  EXPECT_EQ(property->GetType(), 0u);
-  EXPECT_TRUE(property->IsValueUniform() && property->IsFlag20());
-  EXPECT_FALSE(property->IsReadOnly() || property->IsLinked() || property->IsFlag02() ||
-               property->IsFlag40());
-  EXPECT_EQ(property->GetExtra3(), 0xFFFFFFFFu);
-  EXPECT_EQ(property->GetObject(), nullptr);
 }
 
 TEST(Property, GettersConvertNothing) {
@@ -71,28 +56,16 @@ TEST(Property, GettersConvertNothing) {
 }
 
 TEST(Property, FlagsAreApart) {
-  const struct {
-    void (IZProperty::*set)(bool);
-    bool (IZProperty::*get)();
-    USHORT bit;
-  } rows[] = {
-      {&IZProperty::SetFlag02, &IZProperty::IsFlag02, 0x02},
-      {&IZProperty::SetLinked, &IZProperty::IsLinked, 0x04},
-      {&IZProperty::SetReadOnly, &IZProperty::IsReadOnly, 0x08},
-      {&IZProperty::SetValueUniform, &IZProperty::IsValueUniform, 0x10},
-      {&IZProperty::SetFlag20, &IZProperty::IsFlag20, 0x20},
-      {&IZProperty::SetFlag40, &IZProperty::IsFlag40, 0x40},
-  };
+  using I = IZProperty;
   const auto property = MakeProperty();
-  for (const auto& row : rows) (property.Get()->*row.set)(false);
-  for (const auto& row : rows) {
-    (property.Get()->*row.set)(true);
-    const Bytes saved = Saved(property);  // the flags are its last two bytes
-    EXPECT_EQ(saved[saved.size() - 2], row.bit);
-    EXPECT_TRUE((property.Get()->*row.get)());
-    (property.Get()->*row.set)(false);
-    EXPECT_FALSE((property.Get()->*row.get)());
-  }
+  ExpectFlagsApart<I>(*property.Get(),
+                      {{0x02, &I::IsFlag02, &I::SetFlag02},
+                       {0x04, &I::IsLinked, &I::SetLinked},
+                       {0x08, &I::IsReadOnly, &I::SetReadOnly},
+                       {0x10, &I::IsValueUniform, &I::SetValueUniform},
+                       {0x20, &I::IsFlag20, &I::SetFlag20},
+                       {0x40, &I::IsFlag40, &I::SetFlag40}},
+                      [&] { return Saved(property).rbegin()[1]; });  // of the last two bytes
 }
 
 TEST(PropertyRange, HoldsItsEndsWithinTheTolerance) {
@@ -163,16 +136,6 @@ TEST(PropertyMerge, ComparesValuesOfOneType) {
       {"empty and null", Plain(VT_EMPTY), Plain(VT_NULL), false},
       {"empties", Plain(VT_EMPTY), Plain(VT_EMPTY), true},
       {"one number, two types", Plain(VT_I2, 3), Plain(VT_I4, 3), false},
-      {"bytes", Plain(VT_I1, 0xFF), Plain(VT_I1, 0xFF), true},
-      {"other bytes", Plain(VT_I1, 0xFF), Plain(VT_I1, 1), false},
-      {"words", Plain(VT_UI2, 0xFFFF), Plain(VT_UI2, 0xFFFF), true},
-      {"other words", Plain(VT_UI2, 0xFFFF), Plain(VT_UI2, 1), false},
-      {"unsigned", Plain(VT_UI4, 0xFFFFFFFF), Plain(VT_UI4, 0xFFFFFFFF), true},
-      {"other unsigned", Plain(VT_UI4, 0xFFFFFFFF), Plain(VT_UI4, 1), false},
-      {"long unsigned", Plain(VT_UI8, ~0ULL), Plain(VT_UI8, ~0ULL), true},
-      {"upper halves", Plain(VT_UI8, 1ULL << 40), Plain(VT_UI8, 2ULL << 40), false},
-      {"longs", Plain(VT_I4, 5), Plain(VT_I4, 5), true},
-      {"flags", Plain(VT_BOOL, 0xFFFF), Plain(VT_BOOL, 0), false},
       {"texts", text.Get(), sameText.Get(), true},
       {"capitals", text.Get(), capital.Get(), false},
       {"null and empty text", nullText.Get(), emptyText.Get(), true},
@@ -188,6 +151,20 @@ TEST(PropertyMerge, ComparesValuesOfOneType) {
     EXPECT_TRUE(right->IsValueUniform());
     EXPECT_FALSE(left->IsReadOnly());
   }
+  const struct {
+    VARTYPE type;
+    ULONGLONG one, other;
+  } numbers[] = {{VT_I1, 0xFF, 1},     {VT_UI2, 0xFFFF, 1}, {VT_UI4, 0xFFFFFFFF, 1},
+                 {VT_BOOL, 0xFFFF, 0}, {VT_I4, 5, 6},       {VT_UI8, 1ULL << 40, 2ULL << 40}};
+  for (const auto& [type, one, other] : numbers) {
+    const auto left = MakeProperty();
+    const auto right = MakeProperty();
+    left->SetVariant(Plain(type, one));
+    right->SetVariant(Plain(type, one));
+    EXPECT_TRUE(left->MergeWith(right)) << type;
+    right->SetVariant(Plain(type, other));
+    EXPECT_FALSE(left->MergeWith(right)) << type;
+  }
 }
 
 TEST(PropertyMerge, LooksAtTheFlagsFirst) {
@@ -201,18 +178,6 @@ TEST(PropertyMerge, LooksAtTheFlagsFirst) {
   other->SetFlag20(false);
   EXPECT_FALSE(own->MergeWith(other));
   EXPECT_TRUE(own->IsReadOnly() && own->IsValueUniform());
-}
-
-TEST(PropertyCopy, KeepsTheClassAndHandsOutCountZero) {
-  const auto yesNo = zdm::NewOf<IZPropertyYesNo, CZPropertyYesNo>();
-  yesNo->SetYes(true);
-  yesNo->SetName(OLESTR("visible"));
-  IZObject* const clone = yesNo->Clone();
-  EXPECT_EQ(clone->GetReferenceCount(), 0u);
-  const ZRefPtr<IZPropertyYesNo> copy(clone);
-  ASSERT_NE(copy, nullptr);
-  EXPECT_TRUE(copy->GetYes());
-  EXPECT_EQ(NameOf(copy), "visible");
 }
 
 TEST(PropertyCopy, IsNoneBetweenClassesNorFromItself) {

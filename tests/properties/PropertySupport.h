@@ -4,6 +4,7 @@
 #include "platform/ole/Bstr.h"
 #include "platform/system/Text.h"
 #include "tests/support/ByteStream.h"
+#include "tests/support/TestBytes.h"
 #include "tests/support/Thrown.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/module/ClassTable.h"
@@ -13,8 +14,6 @@
 #include <vector>
 
 namespace zdm::test {
-
-using Bytes = std::vector<BYTE>;
 
 /// A GUID for each number.
 constexpr GUID Key(BYTE number) {
