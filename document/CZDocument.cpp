@@ -44,7 +44,6 @@ CZDocument::~CZDocument() {
     if (oid->Object != nullptr) oid->Object->SetOwnerOID(nullptr);
   }
   SetOwnerOID(nullptr);
-  for (const auto& [id, oid] : lost_) OID::GiveUp(oid, nullptr);
 }
 
 /// Those that hold themselves or each other would never end.
@@ -136,17 +135,6 @@ void CZDocument::SaveAs(const std::filesystem::path& path, IZProgressMeter* mete
   isModified_ = false;
 }
 
-OID* CZDocument::GetOIDByID(LONG id) {
-  OID* oid = oids_.GetOIDByID(id);
-  if (oid != nullptr || !isLoading_ || id == 0) return oid;
-  const auto found = lost_.find(id);
-  if (found != lost_.end()) return found->second;
-  auto made = std::make_unique<OID>(0, 0, id, nullptr);
-  OID* record = lost_.emplace(id, made.get()).first->second;
-  static_cast<void>(made.release());
-  return OID::Take(record);
-}
-
 void CZDocument::CreateByType(BYTE, IZDMObject** out) {
   *out = zdm::MakeObject<IZDMObject, CZDMAbsentObject>().Detach();
 }
@@ -169,11 +157,8 @@ zdm::ReferenceIndex& CZDocument::GetReferenceIndex() {
   return *referenceIndex_;
 }
 
-void CZDocument::BeginLoading() { isLoading_ = true; }
-
 void CZDocument::EndLoading() {
-  isLoading_ = false;
-  ListLostRecords();
+  oids_.ListReferred();
   oids_.SetupOwner();
   KeepStrays();
   ValidateManagers();
@@ -185,17 +170,6 @@ void CZDocument::AbandonLoading() {
   for (const OID* oid : oids_.GetOIDs()) {
     if (oid->Object != nullptr && !oid->JudgeStatus(ZOS_ATTACHED)) oid->Object->Release();
   }
-}
-
-void CZDocument::ListLostRecords() {
-  if (lost_.empty()) return;
-  while (!lost_.empty()) {
-    OID* oid = lost_.begin()->second;
-    oids_.AddOID(oid);
-    OID::GiveUp(oid, nullptr);  // the table has it now
-    lost_.erase(lost_.begin());
-  }
-  oids_.ReSort();
 }
 
 /// What SetupOwner attached to nothing: the creation reference is taken over.

@@ -51,9 +51,9 @@ class Builder {
 
   ZRefPtr<CZDocument> Build() {
     ListIDs();
-    LoadPaths();
     document_->BeginLoading();
     try {
+      LoadPaths();
       LoadObjects();
       LoadRoot();
       document_->EndLoading();
@@ -103,13 +103,12 @@ void Builder::ListIDs() {
 /// Without checksum they must be readable to their end.
 void Builder::LoadPaths() {
   if (!IsUsable(scan_.Paths())) return;
-  COIDManager* ids = document_->GetOIDManager();
-  const auto loads = [&](CPIDManager& paths) {
+  const auto loads = [&](CPIDManager& paths, COIDManager* ids) {
     const Reading stream(scan_.Paths().run.bytes);
     return paths.Load(stream, ids) && stream->GetBytesLeft() == 0;
   };
   CPIDManager trial;
-  if (loads(trial)) loads(*document_->GetPIDManager());
+  if (loads(trial, nullptr)) loads(*document_->GetPIDManager(), document_->GetOIDManager());
 }
 
 /// Owners that lead back to where they began: the first of each ring that is met has none then.
