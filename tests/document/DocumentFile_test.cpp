@@ -95,6 +95,8 @@ ZRefPtr<CZDocument> House() {
   door->AddRelation(RelationTo(wall));
   door->AddRelation(RelationTo(walls));
   doors->SetCurrent(door);
+  door->GetOID()->AuxWord1 = 7;
+  door->GetOID()->AuxWord2 = 8;
   document->GetPIDManager()->QueryPID(door);
   return document;
 }
