@@ -20,6 +20,17 @@
 
 ZDM_OBJECT_BODY(CZDocument)
 
+namespace {
+
+bool HasCategoryMgr(IZDMObjMgr& document) {
+  for (LONGLONG pos = document.GetValidHeadPosition(); pos != 0;) {
+    if (zdm::ViewAs<IZCategoryMgr>(document.GetValidNext(pos)) != nullptr) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
 CZDocument::CZDocument() {
   zdm::RegisterDocumentClasses();
   DllRegisterZModule();
@@ -55,17 +66,23 @@ void CZDocument::EmptyManagers() {
 }
 
 void CZDocument::MakeDefaults() {
-  const auto manager = zdm::MakeObject<IZDMObjMgr, CZDMMaterialMgr>();
-  const auto material = zdm::MakeObject<IZDMObject, CZDMMaterial>();
-  material->SetName(zdm::kDefaultMaterialName);
-  manager->AttachTail(material);
-  const auto categories = zdm::MakeObject<IZDMObjMgr, CZDMCategoryMgr>();
-  for (IZDMObject* each : {manager.Get(), categories.Get()}) {
-    AttachTail(each);
-    oids_.AssignItemID(each, true, true);
+  const auto add = [this](IZDMObjMgr* manager) {
+    AttachTail(manager);
+    oids_.AssignItemID(manager, true, true);
+    isModified_ = true;
+  };
+  if (GetMaterialMgr() == nullptr) {
+    const auto materials = zdm::MakeObject<IZDMObjMgr, CZDMMaterialMgr>();
+    const auto material = zdm::MakeObject<IZDMObject, CZDMMaterial>();
+    material->SetName(zdm::kDefaultMaterialName);
+    materials->AttachTail(material);
+    add(materials);
   }
-  defaultDispAttrib_ = zdm::MakeObject<IZDispAttrib, CZDispAttrib>();
-  isModified_ = true;
+  if (!HasCategoryMgr(*this)) add(zdm::MakeObject<IZDMObjMgr, CZDMCategoryMgr>());
+  if (defaultDispAttrib_ == nullptr) {
+    defaultDispAttrib_ = zdm::MakeObject<IZDispAttrib, CZDispAttrib>();
+    isModified_ = true;
+  }
 }
 
 IZDMObjMgr* CZDocument::GetMaterialMgr() {

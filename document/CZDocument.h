@@ -40,9 +40,9 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   CZDocument();
   ~CZDocument() override;
 
-  /// Gives a new document what displaying its objects takes: the manager of materials with the
-  /// default material, the manager of categories, all under hard IDs, and the default display
-  /// attribute.
+  /// Gives the document what displaying its objects takes, as far as it is not there: the manager
+  /// of materials with the default material, the manager of categories, all under hard IDs, and the
+  /// default display attribute.
   void MakeDefaults();
 
   // File. What fails throws zdm::DocumentError.
