@@ -11,6 +11,7 @@
 #include "tests/support/TempFile.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/identity/OID.h"
+#include "zdm/identity/PID.h"
 #include "zdm/model/CZDMObjMgr.h"
 
 #include <gtest/gtest.h>
@@ -94,6 +95,8 @@ ZRefPtr<CZDocument> House() {
   door->AddRelation(RelationTo(wall));
   door->AddRelation(RelationTo(walls));
   doors->SetCurrent(door);
+  door->GetOID()->AuxWord1 = 7;
+  door->GetOID()->AuxWord2 = 8;
   document->GetPIDManager()->QueryPID(door);
   return document;
 }
@@ -168,10 +171,12 @@ TEST(DocumentFile, AnIDReferredToIsKeptWithoutItsObject) {
   IZDMObject* wall = AddPlain(document, OLESTR("Wall"));
   IZDMObject* gone = AddPlain(document, OLESTR("Gone"));
   wall->AddRelation(RelationTo(gone));
+  document->GetPIDManager()->QueryPID(gone);
   gone->SetObjectValid(false);
   document->SaveAs(path);
   auto opened = CZDocument::Open(path);
   EXPECT_EQ(Describe(opened), "(Wall>2 )");
+  EXPECT_EQ(opened->GetPIDManager()->GetPIDs().front()->OIDs.size(), 1u) << "on a path, too";
   EXPECT_EQ(AddPlain(opened, OLESTR("New"))->GetID(), 3u) << "the lost one's ID is not given again";
   opened->RemoveTailNoReturn();
   opened->SaveAs(TempFile("again.zdm"));

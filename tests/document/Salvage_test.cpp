@@ -11,6 +11,7 @@
 #include "platform/ole/CompoundFile.h"
 #include "tests/support/TempFile.h"
 #include "tests/support/TestDatabase.h"
+#include "zdm/categories/IZCategoryMgr.h"
 #include "zdm/identity/OID.h"
 #include "zdm/model/CZDMObjEmbed.h"
 #include "zdm/model/CZDMProxyObject.h"
@@ -305,7 +306,8 @@ TEST_F(Salvage, NeedsNoTableOfTheContainer) {
   EXPECT_EQ(NameOf(salvaged.document), "House");
 }
 
-/// Without index and version nothing has a checksum.
+/// Without index and version nothing has a checksum. What a new document has is given to one whose
+/// own record is lost, unless it is there.
 TEST_F(Salvage, WithoutIndexReadsWhatCanBeRead) {
   const zdm::SalvageLedger ledger = zdm::Salvage(std::span<const BYTE>(sound)).ledger;
   Bytes damaged = sound;
@@ -317,6 +319,20 @@ TEST_F(Salvage, WithoutIndexReadsWhatCanBeRead) {
   EXPECT_GE(Try(damaged) + 2, contents.size());
   EXPECT_TRUE(Account(30)->isUnchecked);
   EXPECT_EQ(Account(63)->fate, ObjectFate::kAbsentClass) << "between known records";
+
+  const auto expectDefaults = [&] {
+    CZDocument& document = *salvaged.document;
+    EXPECT_NE(document.GetDefaultDispAttrib(), nullptr);
+    EXPECT_NE(document.GetMaterialMgr(), nullptr);
+    EXPECT_NE(document.FindByInterface(ZInterface<IZCategoryMgr>::ID()), nullptr);
+    EXPECT_EQ(document.GetCount(), 4) << "materials, categories, walls and doors";
+  };
+  expectDefaults();
+  for (const LONG id : {-2, -3, -4}) {
+    std::fill_n(&damaged[RecordOf(id).place], RecordOf(id).length, BYTE{0});
+  }
+  Try(damaged);
+  expectDefaults();
 }
 
 /// Streams whose sectors stand in any order are put together by the allocation table alone.

@@ -128,12 +128,20 @@ TEST_F(CIDStream, WritesThreeIDsAPathWithoutItsFlagAsNone) {
   EXPECT_EQ(Written([](IZStream* stream) { CID().Save(stream); }), Words({0, 0, 0}));
 }
 
-TEST_F(CIDStream, ReadsUnknownIDsAsNone) {
+TEST_F(CIDStream, ReadsUnknownIDsAsNoneUnlessTheTableKeepsThem) {
   const CID cid = Load(Words({77, 2, 99}));
   EXPECT_EQ(cid.SelfPID, nullptr);
   EXPECT_EQ(cid.RefPID, ref);
   EXPECT_EQ(cid.ReltnOID, nullptr);
   EXPECT_EQ(Load(Words({0, 0, -1})).ReltnOID, db->GetOID()) << "the root";
+
+  db->oids.KeepReferred();
+  const OID* kept = Load(Words({0, 0, 99})).ReltnOID;
+  ASSERT_NE(kept, nullptr);
+  EXPECT_EQ(kept->ID, 99);
+  EXPECT_EQ(db->oids.GetOIDByID(99), nullptr) << "not before all are listed";
+  db->oids.ListReferred();
+  EXPECT_EQ(db->oids.GetOIDByID(99), kept);
 }
 
 TEST_F(CIDStream, KeepsTheReferenceWhenTheStreamEndsEarly) {
