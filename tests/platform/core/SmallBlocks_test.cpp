@@ -19,6 +19,7 @@ namespace {
 struct Thing : zdm::InSmallBlocks {
   virtual ~Thing() = default;
   virtual std::span<unsigned char> GetBytes() = 0;
+  virtual std::size_t GetAlignment() { return 16; }
 };
 
 template <std::size_t Size>
@@ -27,8 +28,12 @@ struct Sized : Thing {
   unsigned char bytes[Size - sizeof(Thing)] = {};
 };
 
+struct alignas(64) Strict : Sized<64> {
+  std::size_t GetAlignment() override { return alignof(Strict); }
+};
+
 std::unique_ptr<Thing> Make(unsigned kind) {
-  switch (kind % 5) {
+  switch (kind % 6) {
     case 0:
       return std::make_unique<Sized<24>>();
     case 1:
@@ -37,6 +42,8 @@ std::unique_ptr<Thing> Make(unsigned kind) {
       return std::make_unique<Sized<200>>();
     case 3:
       return std::make_unique<Sized<512>>();
+    case 4:
+      return std::make_unique<Strict>();
     default:
       return std::make_unique<Sized<600>>();
   }
@@ -57,7 +64,7 @@ TEST(SmallBlocks, KeepObjectsApart) {
     if (things.size() < 4000 || random() % 2 == 0) {
       const auto mark = static_cast<unsigned char>(random());
       auto thing = Make(random());
-      ASSERT_EQ(reinterpret_cast<std::uintptr_t>(thing.get()) % 16, 0u);
+      ASSERT_EQ(reinterpret_cast<std::uintptr_t>(thing.get()) % thing->GetAlignment(), 0u);
       std::ranges::fill(thing->GetBytes(), mark);
       things.emplace_back(std::move(thing), mark);
     } else {
