@@ -148,6 +148,19 @@ void InSmallBlocks::operator delete(void* block, std::size_t size) noexcept {
   }
 }
 
+void* InSmallBlocks::operator new(std::size_t size, std::align_val_t alignment) {
+  return ::operator new(size, alignment);
+}
+
+void* InSmallBlocks::operator new(std::size_t size, std::align_val_t alignment,
+                                  const std::nothrow_t& nothrow) noexcept {
+  return ::operator new(size, alignment, nothrow);
+}
+
+void InSmallBlocks::operator delete(void* block, std::size_t, std::align_val_t alignment) noexcept {
+  ::operator delete(block, alignment);
+}
+
 std::vector<SmallBlockUse> GetSmallBlockUse() {
   std::vector<SmallBlockUse> uses;
   std::size_t size = 0;

@@ -13,12 +13,17 @@
 namespace zdm {
 
 /// A base of classes whose objects, made with `new`, live in small blocks. Larger ones are of the
-/// heap, and so are all where the address sanitizer watches it.
+/// heap, and so are those that want a stricter alignment than the heap's, and all where the address
+/// sanitizer watches it.
 struct ZDM_API InSmallBlocks {
   static void* operator new(std::size_t size);
   static void* operator new(std::size_t size, const std::nothrow_t& nothrow) noexcept;
+  static void* operator new(std::size_t size, std::align_val_t alignment);
+  static void* operator new(std::size_t size, std::align_val_t alignment,
+                            const std::nothrow_t& nothrow) noexcept;
   static void* operator new(std::size_t, void* place) noexcept { return place; }
   static void operator delete(void* block, std::size_t size) noexcept;
+  static void operator delete(void* block, std::size_t size, std::align_val_t alignment) noexcept;
   static void operator delete(void*, void*) noexcept {}
 };
 

@@ -19,12 +19,17 @@ namespace {
 struct Thing : zdm::InSmallBlocks {
   virtual ~Thing() = default;
   virtual std::span<unsigned char> GetBytes() = 0;
+  virtual std::size_t GetAlignment() { return 16; }
 };
 
 template <std::size_t Size>
 struct Sized : Thing {
   std::span<unsigned char> GetBytes() override { return bytes; }
   unsigned char bytes[Size - sizeof(Thing)] = {};
+};
+
+struct alignas(64) Strict : Sized<64> {
+  std::size_t GetAlignment() override { return alignof(Strict); }
 };
 
 std::unique_ptr<Thing> Make(unsigned kind) {
@@ -37,6 +42,8 @@ std::unique_ptr<Thing> Make(unsigned kind) {
       return std::make_unique<Sized<200>>();
     case 3:
       return std::make_unique<Sized<512>>();
+    case 4:
+      return std::make_unique<Strict>();
     default:
       return std::make_unique<Sized<600>>();
   }
@@ -56,8 +63,8 @@ TEST(SmallBlocks, KeepObjectsApart) {
   for (int step = 0; step < 60000; ++step) {
     if (things.size() < 4000 || random() % 2 == 0) {
       const auto mark = static_cast<unsigned char>(random());
-      auto thing = Make(static_cast<unsigned>(random() % 5));
-      ASSERT_EQ(reinterpret_cast<std::uintptr_t>(thing.get()) % 16, 0u);
+      auto thing = Make(static_cast<unsigned>(random() % 6));
+      ASSERT_EQ(reinterpret_cast<std::uintptr_t>(thing.get()) % thing->GetAlignment(), 0u);
       std::ranges::fill(thing->GetBytes(), mark);
       things.emplace_back(std::move(thing), mark);
     } else {
