@@ -52,6 +52,19 @@ class Places : public ZReltnVisitor<IZReltnVisitor> {
 }  // namespace
 
 void ReferenceMapper::Map(IZDMObject* object) {
+  isUnfinished_ = false;
+  MapAll(object);
+}
+
+void ReferenceMapper::MapAgain(IZDMObject* object) {
+  isAgain_ = true;
+  const bool formerNotes = std::exchange(notes_, false);
+  Map(object);
+  notes_ = formerNotes;
+  isAgain_ = false;
+}
+
+void ReferenceMapper::MapAll(IZDMObject* object) {
   inParameters_.clear();
   nextInParameters_ = 0;
   IZParameterArray* parameters = object->PeekParameterArray();
@@ -127,7 +140,7 @@ void ReferenceMapper::MapValue(IZDMObject* owner, IZParameter& parameter) {
     if (element == nullptr || depth_ == kMaxCategoryDepth) return;
     ++depth_;
     const bool former = std::exchange(isHidden_, true);
-    Map(element);
+    MapAll(element);
     isHidden_ = former;
     --depth_;
   }
@@ -138,9 +151,11 @@ void ReferenceMapper::MapCurrent(IZDMObject* object) {
   IZDMObject* current = manager != nullptr ? manager->GetCurrent() : nullptr;
   if (current == nullptr) return;
   OID* const former = current->GetOID();
-  const Target target = TargetFor(former);
+  const Target target = TargetOf(former);
   NoteMet(former, ReferenceVia::kCurrent, target);
-  if (paths_ != nullptr && target.record != former) {
+  if (target.isLater) {
+    isUnfinished_ = true;
+  } else if (paths_ != nullptr && target.record != former) {
     manager->SetCurrent(target.record != nullptr ? target.record->Object : nullptr);
   }
 }
@@ -158,17 +173,26 @@ ReferenceVia ReferenceMapper::ViaOf(const void* leaf) {
 bool ReferenceMapper::MapOID(IZDMObject*, IZDMObject*, IZRelation*, OID** oid) {
   const ReferenceVia via = ViaOf(oid);
   if (*oid == nullptr) return false;
-  const Target target = TargetFor(*oid);
+  const Target target = TargetOf(*oid);
   NoteMet(*oid, via, target);
-  if (paths_ != nullptr) *oid = target.record;
+  if (target.isLater) {
+    isUnfinished_ = true;
+  } else if (paths_ != nullptr) {
+    *oid = target.record;
+  }
   return false;
 }
 
 bool ReferenceMapper::MapPID(IZDMObject*, IZDMObject*, IZRelation*, PID** pid) {
   static_cast<void>(ViaOf(pid));
-  const bool canMap = CanMap(*pid);
-  NotePath(*pid, !canMap);
-  if (paths_ != nullptr) *pid = canMap ? Mapped(*pid) : nullptr;
+  if (*pid == nullptr) return false;
+  const Prospect prospect = ProspectOf(*pid);
+  NotePath(*pid, !prospect.canMap);
+  if (prospect.canMap && prospect.isLater) {
+    isUnfinished_ = true;
+  } else if (paths_ != nullptr) {
+    *pid = prospect.canMap ? Mapped(*pid) : nullptr;
+  }
   return false;
 }
 
@@ -176,23 +200,33 @@ bool ReferenceMapper::MapCID(IZDMObject*, IZDMObject*, IZRelation*, CID* cid) {
   if (cid == nullptr) return false;
   const ReferenceVia via = ViaOf(cid);
   Target target = {};
-  if (cid->ReltnOID != nullptr) target = TargetFor(cid->ReltnOID);
+  if (cid->ReltnOID != nullptr) target = TargetOf(cid->ReltnOID);
   OID* const record = target.record;
-  const bool canMap = (record != nullptr) == (cid->ReltnOID != nullptr) && CanMap(cid->RefPID) &&
-                      CanMap(cid->SelfPID);
+  const Prospect ref = ProspectOf(cid->RefPID);
+  const Prospect self = ProspectOf(cid->SelfPID);
+  const bool canMap =
+      (record != nullptr) == (cid->ReltnOID != nullptr) && ref.canMap && self.canMap;
   if (!canMap) target.record = nullptr;
   if (cid->ReltnOID != nullptr) NoteMet(cid->ReltnOID, via, target);
   NotePath(cid->RefPID, !canMap);
   NotePath(cid->SelfPID, !canMap);
-  if (paths_ == nullptr) return false;
-  *cid = canMap ? CID(Mapped(cid->SelfPID), Mapped(cid->RefPID), record) : CID();
+  if (canMap && (target.isLater || ref.isLater || self.isLater)) {
+    isUnfinished_ = true;
+  } else if (paths_ != nullptr) {
+    *cid = canMap ? CID(Mapped(cid->SelfPID), Mapped(cid->RefPID), record) : CID();
+  }
   return false;
 }
 
-bool ReferenceMapper::CanMap(const PID* path) {
-  return path == nullptr || std::ranges::all_of(path->OIDs, [this](OID* record) {
-           return record != nullptr && TargetFor(record).record != nullptr;
-         });
+ReferenceMapper::Prospect ReferenceMapper::ProspectOf(const PID* path) {
+  Prospect prospect;
+  if (path == nullptr) return prospect;
+  for (OID* record : path->OIDs) {
+    const Target target = record != nullptr ? TargetOf(record) : Target();
+    prospect.canMap &= target.record != nullptr;
+    prospect.isLater |= target.isLater;
+  }
+  return prospect;
 }
 
 /// Of a path that can be.
@@ -200,7 +234,7 @@ PID* ReferenceMapper::Mapped(PID* path) {
   if (path == nullptr) return nullptr;
   std::vector<OID*> records(path->OIDs.size());
   std::ranges::transform(path->OIDs, records.begin(),
-                         [this](OID* record) { return TargetFor(record).record; });
+                         [this](OID* record) { return TargetOf(record).record; });
   return paths_->QueryPID(records);
 }
 
@@ -213,7 +247,7 @@ void ReferenceMapper::NotePath(const PID* path, bool isCut) {
   if (path == nullptr || !notes_ || isHidden_) return;
   for (OID* record : path->OIDs) {
     if (record == nullptr) continue;
-    Target target = TargetFor(record);
+    Target target = TargetOf(record);
     if (isCut) target.record = nullptr;
     NoteMet(record, ReferenceVia::kPath, target);
   }

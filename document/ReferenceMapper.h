@@ -25,6 +25,11 @@ class ReferenceMapper : public ZReltnVisitor<IZReltnVisitor> {
   ReferenceMapper(CPIDManager* paths, bool notes) : paths_(paths), notes_(notes) {}
 
   void Map(IZDMObject* object);
+  /// References of the object that was mapped last stay as they were, as what comes in their place
+  /// is not there yet: they are to be mapped again, when it is.
+  bool IsUnfinished() const { return isUnfinished_; }
+  /// Without notes; what has no other target by now stays.
+  void MapAgain(IZDMObject* object);
 
   bool Visit(IZDMObject* root, IZDMObject* owner, IZRelation* reltn) override;
   bool MapCID(IZDMObject* root, IZDMObject* owner, IZRelation* reltn, CID* cid) override;
@@ -36,26 +41,37 @@ class ReferenceMapper : public ZReltnVisitor<IZReltnVisitor> {
     OID* record;  // null cuts the reference
     ReferenceFate fate;
     bool isInside;  // of the set, as `record` is
+    bool isLater;   // it is not there yet, and `record` not the one
   };
   /// What stands in place of `record`.
-  virtual Target TargetFor(OID* record) = 0;
+  /// @param again  it may have been mapped before.
+  virtual Target TargetFor(OID* record, bool again) = 0;
   /// Told of every record outside of the set that a walk meets, in its order, and of those inside
   /// that are cut.
   virtual void Note(OID* record, ReferenceVia via, ReferenceFate fate) = 0;
 
  private:
+  struct Prospect {
+    bool canMap = true;
+    bool isLater = false;
+  };
+
+  void MapAll(IZDMObject* object);
+  Target TargetOf(OID* record) { return TargetFor(record, isAgain_); }
   void MapHidden(IZDMObject* owner, IZReltnColl* coll, bool isNested);
   void MapParameter(IZDMObject* object, IZParameter& parameter);
   void MapValue(IZDMObject* owner, IZParameter& parameter);
   void MapCurrent(IZDMObject* object);
   ReferenceVia ViaOf(const void* leaf);
-  bool CanMap(const PID* path);
+  Prospect ProspectOf(const PID* path);
   PID* Mapped(PID* path);
   void NoteMet(OID* record, ReferenceVia via, const Target& target);
   void NotePath(const PID* path, bool isCut);
 
   CPIDManager* const paths_;
-  const bool notes_;
+  bool notes_;
+  bool isAgain_ = false;  // what is mapped now may have been mapped before
+  bool isUnfinished_ = false;
   std::vector<const void*> inParameters_;  // where the parameters' references stand, in walk order
   std::size_t nextInParameters_ = 0;
   bool isParameter_ = false;  // what is walked now is a parameter itself

@@ -134,14 +134,15 @@ class Transfer::Mapper final : public ReferenceMapper {
   }
 
  protected:
-  Target TargetFor(OID* record) override {
-    const Destination* const destination = transfer_.Find(record);
+  Target TargetFor(OID* record, bool again) override {
+    const Destination* const destination =
+        again ? transfer_.destinations_.Find(record) : transfer_.Find(record);
     if (destination == nullptr) {
-      return {Stays(record) ? record : nullptr, ReferenceFate::kKept, false};
+      return {again || Stays(record) ? record : nullptr, ReferenceFate::kKept, false, false};
     }
-    // Before the copies are made any record will do.
-    return {destination->record != nullptr ? destination->record : record, destination->fate,
-            destination->isInside};
+    const bool isLater = destination->record == nullptr;
+    return {isLater ? record : destination->record, destination->fate, destination->isInside,
+            isLater};
   }
 
   void Note(OID* record, ReferenceVia via, ReferenceFate fate) override {
@@ -242,41 +243,53 @@ IZDMObjMgr* Transfer::ManagerFor(const Item& item) {
   return manager != nullptr ? manager : item.fallback;
 }
 
-/// Copies of what is copied, listed, and of what is replaced.
-void Transfer::Make(Rollback& work) {
-  work.copies.reserve(items_.size());
-  for (const Item& item : items_) {
-    IZDMObject* const source = item.counterpart != nullptr ? item.counterpart : item.original;
-    auto copy = CloneAs<IZDMObject>(source);
-    if (copy == nullptr) throw CAtlException(E_OUTOFMEMORY);
-    CopyRest(source, copy);
-    if (item.counterpart != nullptr) {
-      work.replaced.emplace_back(item.counterpart, std::move(copy));
-      continue;
-    }
-    OID* const record = copy->GetOID();
-    work.copies.push_back(std::move(copy));
-    target_.GetOIDManager()->AssignNewID(record);
-    ++work.listed;
-    destinations_.Find(item.original->GetOID())->record = record;
+/// A copy, listed, of what is copied; of what is replaced the former data are kept.
+IZDMObject* Transfer::Make(const Item& item, Rollback& work) {
+  IZDMObject* const source = item.counterpart != nullptr ? item.counterpart : item.original;
+  auto copy = CloneAs<IZDMObject>(source);
+  if (copy == nullptr) throw CAtlException(E_OUTOFMEMORY);
+  CopyRest(source, copy);
+  if (item.counterpart != nullptr) {
+    work.replaced.emplace_back(item.counterpart, std::move(copy));
+    item.counterpart->CopyFrom(item.original, kCopyMode);
+    CopyRest(item.original, item.counterpart);
+    return item.counterpart;
   }
+  IZDMObject* const made = copy;
+  work.copies.push_back(std::move(copy));
+  target_.GetOIDManager()->AssignNewID(made->GetOID());
+  ++work.listed;
+  destinations_.Find(item.original->GetOID())->record = made->GetOID();
+  return made;
+}
+
+/// For what `items` objects refer to, by what the first of them do: moving that later would cost as
+/// much memory again.
+void Transfer::MakeRoom(std::vector<LeadingOut>& leadingOut, std::size_t items) {
+  constexpr std::size_t kMostEach = 16;
+  const std::size_t each = std::min(leadingOut.size() * 5 / (4 * kSample) + 1, kMostEach);
+  leadingOut.reserve(leadingOut.size() + each * items);
 }
 
 std::vector<IZDMObject*> Transfer::CarryOut(std::vector<LeadingOut>* leadingOut) {
   Rollback work(target_);
-  Make(work);
+  work.copies.reserve(items_.size());
   Mapper mapper(*this, target_.GetPIDManager(), leadingOut);
+  // Each is led over while it is at hand. Only what refers to one still to come is met again.
+  std::vector<IZDMObject*> unfinished;
+  std::size_t number = 0;
+  for (const Item& item : items_) {
+    if (leadingOut != nullptr && number++ == kSample) MakeRoom(*leadingOut, items_.size());
+    IZDMObject* const object = Make(item, work);
+    mapper.Map(item.original, object);
+    if (mapper.IsUnfinished()) unfinished.push_back(object);
+  }
+  for (IZDMObject* object : unfinished) mapper.MapAgain(object);
   std::vector<IZDMObject*> copies;
   copies.reserve(work.copies.size());
   for (const Item& item : items_) {
-    if (item.counterpart != nullptr) {
-      item.counterpart->CopyFrom(item.original, kCopyMode);
-      CopyRest(item.original, item.counterpart);
-      mapper.Map(item.original, item.counterpart);
-      continue;
-    }
+    if (item.counterpart != nullptr) continue;
     IZDMObject* const copy = work.copies[copies.size()];
-    mapper.Map(item.original, copy);
     ManagerFor(item)->AttachTail(copy);
     ++work.attached;
     copy->SetStatus(ZOS_ATTACHED);

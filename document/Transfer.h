@@ -1,5 +1,5 @@
 // What copying and merging have in common: a set of objects of one document gets copies, or takes
-// over others, in the same or in another one. First everything is made, then listed, led over and
+// over others, in the same or in another one. First everything is made, listed and led over, then
 // put in place; what fails leaves both documents as they were. Managers come without their objects:
 // these are named one by one.
 #pragma once
@@ -89,7 +89,10 @@ class Transfer {
 
   IZDMObjMgr* ManagerFor(const Item& item);
   const Destination* Find(const OID* record);
-  void Make(Rollback& work);
+  IZDMObject* Make(const Item& item, Rollback& work);
+  static void MakeRoom(std::vector<LeadingOut>& leadingOut, std::size_t items);
+
+  static constexpr std::size_t kSample = 64;
 
   CZDocument& target_;
   const Outside outside_;

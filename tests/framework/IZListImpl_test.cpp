@@ -1,4 +1,5 @@
 // The list behind every collection: order, positions, references and misuse.
+#include "tests/support/Sanitized.h"
 #include "tests/support/TestClasses.h"
 #include "tests/support/Thrown.h"
 
@@ -35,14 +36,14 @@ namespace {
 
 using namespace zdm::test;
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(ZDM_ADDRESS_SANITIZER)
 extern "C" int __asan_address_is_poisoned(const volatile void* address);
 #endif
 
 /// The memory behind a position is still held, or went back to the heap. Only the address sanitizer
 /// can tell.
 void ExpectHeld([[maybe_unused]] LONGLONG pos, [[maybe_unused]] bool held) {
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(ZDM_ADDRESS_SANITIZER)
   EXPECT_EQ(__asan_address_is_poisoned(reinterpret_cast<void*>(pos)) == 0, held);
 #endif
 }

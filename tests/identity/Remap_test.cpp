@@ -55,6 +55,9 @@ TYPED_TEST(IDMap, AnswersTheLastEntryOrTheIDItself) {
   visitor.AddMapIDPair(object.Get(), object.Get());
   EXPECT_EQ(visitor.MapID(object.Get()), 8);
   EXPECT_EQ(visitor.MapID(static_cast<OID*>(nullptr)), 0);
+  TypeParam copy(visitor);
+  visitor.AddMapIDPair(7, 9);
+  EXPECT_EQ(copy.MapID(7), 8) << "a map of its own";
 }
 
 /// A document with a manager and five objects in it.
@@ -98,6 +101,9 @@ TEST_F(Remap, LeadsAReferenceToTheRecordOfTheNewIDOrCutsIt) {
     visitor.Initialize(document.Get());
     visitor.AddMapIDPair(2, to);
     visitor.put_UseOriginIfMapFailed(usesOrigin);
+    bool answered = !usesOrigin;
+    visitor.get_UseOriginIfMapFailed(&answered);
+    EXPECT_EQ(answered, usesOrigin) << what;
     const auto relation = RelationTo(objects[0]);
     EXPECT_FALSE(visitor.Visit(nullptr, nullptr, relation.Get())) << what;
     EXPECT_EQ(TargetOf(relation), expected) << what;

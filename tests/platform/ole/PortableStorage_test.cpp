@@ -3,6 +3,7 @@
 #include "StorageSupport.h"
 #include "platform/ole/StorageFile.h"
 #include "platform/system/Text.h"
+#include "tests/support/Sanitized.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -13,14 +14,6 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
-
-#if defined(__SANITIZE_ADDRESS__)
-#define ZDM_ADDRESS_SANITIZER 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define ZDM_ADDRESS_SANITIZER 1
-#endif
-#endif
 
 namespace zdm::test {
 namespace {
