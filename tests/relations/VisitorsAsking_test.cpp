@@ -189,20 +189,6 @@ TEST_F(Recording, EndsWhereTheReceiverIsWalked) {
   EXPECT_EQ(recorder->GetReferenceCount(), 1u);
 }
 
-TEST_F(Recording, SharesElementsAndFieldsWithCopies) {
-  Name(objects.Refer(1, 2), 'a');
-  CZReltnRecordObjInReltns source;
-  source.Initialize(ZR_NONDIFFUSIBLE, objects[2], nullptr);
-  objects[1]->VisitReferences(nullptr, &source);
-  CZReltnRecordObjInReltns copy(source);
-  EXPECT_EQ(copy.GetHead(), source.GetHead());
-  objects[1]->VisitReferences(nullptr, &copy);
-  EXPECT_EQ(LettersIn(copy), "aa");
-  source = copy;
-  source = *&source;
-  EXPECT_EQ(LettersIn(source), "aa");
-}
-
 TEST_F(Recording, IsACollectionThatPassesLittleOn) {
   auto* shape = new Shape;
   const auto held = zdm::Attached<IZRelation>(shape);
