@@ -1,5 +1,4 @@
 // What an object answers to, and that every view reaches the one count.
-#include "platform/core/CZGlobalData.h"
 #include "platform/core/ZCore.h"
 #include "tests/support/TestClasses.h"
 #include "zdm/framework/CreateAs.h"
@@ -123,29 +122,6 @@ TEST(Class, RegistrationKeepsItsOrderAndRefusesHalfARecord) {
                        &zdm::DestroyObject, 1),
             nullptr);
   EXPECT_FALSE(ZCore::GetZFactory()->IsRegistered(unused));
-}
-
-TEST(Class, CreatedObjectsAreAnnounced) {
-  CZFactory& factory = *ZCore::GetZFactory();
-  std::vector<CZObject*> announced;
-  auto former =
-      factory.SetCreateReactor([&](CZObject* object, const GUID&) { announced.push_back(object); });
-  Stranger stranger;
-  factory.RegisterCreated(&stranger, GUID_NULL);
-  factory.RegisterCreated(nullptr, GUID_NULL);
-  factory.SetCreateReactor(former);
-  factory.RegisterCreated(&stranger, GUID_NULL);
-  EXPECT_EQ(announced, std::vector<CZObject*>{&stranger});
-}
-
-TEST(GlobalData, HostNamesTheApplication) {
-  const GUID own = CZGlobalData::GetZAppID();
-  const GUID host = {0xA, 0xB, 0xC, {}};
-  CZGlobalData::SetZAppID(host);
-  EXPECT_TRUE(CZGlobalData::GetZAppID() == host);
-  CZGlobalData::SetZAppID(GUID_NULL);
-  EXPECT_TRUE(CZGlobalData::GetZAppID() == own);
-  EXPECT_FALSE(own == GUID_NULL);
 }
 
 TEST(Class, InterfaceIdsAreStablePerName) {

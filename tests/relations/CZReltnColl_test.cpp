@@ -10,14 +10,13 @@
 #include <utility>
 
 class GiContext {};
-ZDM_TEST_CLASS(Meddler, IZObject, IZReltnVisitor)
 
-namespace zdm::test {
+namespace {
+
+using namespace zdm::test;
 
 /// Does something to the collection when it is shown b, and then notes what it was shown.
-class Meddler : public ZReltnVisitor<IZReltnVisitor> {
-  ZDM_OBJECT(Meddler)
- public:
+struct Meddler : ZReltnVisitor<IZReltnVisitor> {
   using ZReltnVisitor::Visit;
   bool Visit(IZDMObject*, IZDMObject*, IZRelation* reltn) override {
     if (reltn->GetReltnTag() == 'b') deed(reltn);
@@ -28,14 +27,6 @@ class Meddler : public ZReltnVisitor<IZReltnVisitor> {
   std::function<void(IZRelation*)> deed;
   std::string letters;
 };
-
-ZDM_OBJECT_BODY(Meddler)
-
-}  // namespace zdm::test
-
-namespace {
-
-using namespace zdm::test;
 
 Shape* AddShape(IZReltnColl& coll) {
   auto* shape = new Shape;

@@ -190,6 +190,10 @@ TEST_F(SelfContained, LeavesNoMarkWhenARelationThrowsOrEmptiesTheSet) {
   visitor->SelfContained(set);
   EXPECT_EQ(objects.With(kMemberBit), "");
   visitor->SelfContained(nullptr);
+  PID path(1);
+  path.OIDs = {objects.Record(3)};
+  PID* offered = &path;
+  EXPECT_TRUE(visitor->MapPID(nullptr, objects[1], nullptr, &offered)) << "without a relation too";
 }
 
 }  // namespace

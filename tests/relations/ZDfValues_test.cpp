@@ -1,29 +1,29 @@
-// The nine field values: payloads, copies, stream forms, and what they offer.
+// The nine field values: payloads, copies, stream forms, what they offer; and their registry.
 #include "zdm/relations/ZDfValues.h"
 
 #include "platform/geometry/CMT.h"
 #include "tests/relations/ReltnSupport.h"
 #include "tests/support/Bytes.h"
 #include "zdm/identity/OID.h"
+#include "zdm/module/DllRegisterZModule.h"
+#include "zdm/relations/ZDfValueRxClass.h"
+
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <limits>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
 using namespace zdm::test;
 
-struct Releaser {
-  void operator()(ZDfValue* value) const { value->Release(); }
-};
-using Held = std::unique_ptr<ZDfValue, Releaser>;
-
-Held CloneOf(ZDfValue& value) {
+HeldValue CloneOf(ZDfValue& value) {
   ZDfValue* copy = nullptr;
   value.Clone(&copy);
-  return Held(copy);
+  return HeldValue(copy);
 }
 
 template <class V, class Payload>
@@ -65,7 +65,7 @@ TEST(DfValue, HasTheTypeOfItsPlaceADefaultFormAndObjectsOfItsOwn) {
                          Bytes(4)};
   unsigned char type = 1;
   for (const Creator create : kCreators) {
-    const Held value(create());
+    const HeldValue value(create());
     EXPECT_EQ(value->GetType(), type);
     EXPECT_EQ(SavedValue(*value), forms[type - 1]) << int{type};
     ++type;
@@ -78,8 +78,8 @@ TEST(DfValue, HasTheTypeOfItsPlaceADefaultFormAndObjectsOfItsOwn) {
 TEST(DfValue, OnlyValuesOfOneClassCompareOrCopy) {
   for (const Creator left : kCreators) {
     for (const Creator right : kCreators) {
-      const Held value(left());
-      const Held other(right());
+      const HeldValue value(left());
+      const HeldValue other(right());
       const Bytes before = SavedValue(*value);
       const bool comparable = left == right && value->GetType() != ZDfReltnColl::kType;
       EXPECT_EQ(value->JudgeSame(other.get()), comparable)
@@ -87,7 +87,7 @@ TEST(DfValue, OnlyValuesOfOneClassCompareOrCopy) {
       value->CopyFrom(other.get());
       EXPECT_EQ(SavedValue(*value), before);
     }
-    const Held value(left());
+    const HeldValue value(left());
     EXPECT_FALSE(value->JudgeSame(nullptr));
     value->CopyFrom(nullptr);
   }
@@ -129,7 +129,7 @@ TEST(DfValue, ComparesPayloads) {
 /// Clone, CopyFrom, copy construction and assignment of `value`, each handed to `check`.
 template <class V>
 void ForEachCopy(V& value, const std::function<void(V&, bool shared)>& check) {
-  const Held clone = CloneOf(value);
+  const HeldValue clone = CloneOf(value);
   check(dynamic_cast<V&>(*clone), false);
   V copied;
   copied.CopyFrom(&value);
@@ -251,7 +251,7 @@ TEST(DfValueStream, WritesItsPayloadAndReadsItBack) {
     SCOPED_TRACE(int{row.value->GetType()});
     const Bytes form = Hex(row.form);
     EXPECT_EQ(SavedValue(*row.value), form);
-    const Held loaded(kCreators[row.value->GetType() - 1]());
+    const HeldValue loaded(kCreators[row.value->GetType() - 1]());
     ByteStream stream(form);
     loaded->Load(&stream, &database);
     EXPECT_EQ(stream.GetBytesLeft(), 0u);
@@ -308,6 +308,84 @@ TEST(DfValueVisit, RelationsAndCollectionsOfferWhatTheyHold) {
   coll.Value = nullptr;
   EXPECT_FALSE(reltn.Accept(nullptr, nullptr, &visitor));
   EXPECT_FALSE(coll.Accept(nullptr, nullptr, &visitor));
+}
+
+ZDfValueRxClass* NewRecord(unsigned char type, ZDfValue* (*creator)()) {
+  auto* record = new ZDfValueRxClass;
+  record->type = type;
+  record->creator = creator;
+  return record;
+}
+
+/// The type of the value made for `code`; 0 for none.
+int TypeMadeFor(unsigned char code) {
+  ZDfValue* value = ZDfValueRxClass::CreateZDfValue(code);
+  if (value == nullptr) return 0;
+  const int type = value->GetType();
+  value->Release();
+  return type;
+}
+
+std::vector<int> Chain() {
+  std::vector<int> types;
+  for (const auto* at = ZDfValueRxClass::g_pDesc; at != nullptr; at = at->next) {
+    types.push_back(at->type);
+  }
+  return types;
+}
+
+class DfValueRegistry : public testing::Test {
+ protected:
+  void SetUp() override { ZDfValueRxClass::ReleaseRxClassChain(); }
+  void TearDown() override { ZDfValueRxClass::ReleaseRxClassChain(); }
+};
+
+TEST_F(DfValueRegistry, IsEmptyUntilTheModuleIsRegisteredWhichTwiceChangesNothing) {
+  EXPECT_EQ(ZDfValueRxClass::g_pDesc, nullptr);
+  EXPECT_EQ(TypeMadeFor(1), 0);
+  EXPECT_EQ(DllRegisterZModule(), S_OK);
+  const ZDfValueRxClass* record = ZDfGUID::gpDesc;
+  EXPECT_EQ(DllRegisterZModule(), S_OK);
+  EXPECT_EQ(ZDfGUID::gpDesc, record);
+  for (unsigned char code = 1; code <= 9; ++code) EXPECT_EQ(TypeMadeFor(code), code);
+  EXPECT_EQ(TypeMadeFor(0), 0);
+  EXPECT_EQ(TypeMadeFor(10), 0);
+  // The most recent stands behind the head.
+  EXPECT_EQ(Chain(), (std::vector<int>{0, 9, 8, 7, 6, 5, 4, 3, 2, 1}));
+  EXPECT_EQ(ZDfValueRxClass::g_pDesc->creator, nullptr);
+  EXPECT_EQ(ZDfReltnColl::gpDesc, ZDfValueRxClass::g_pDesc->next);
+  EXPECT_EQ(ZDfDouble::gpDesc->type, 1);
+}
+
+TEST_F(DfValueRegistry, FirstRegistrationOfACodeWins) {
+  ZDfLong::rxInit();
+  ASSERT_TRUE(ZDfValueRxClass::AddRxClass(NewRecord(7, &ZDfLong::Creator)));
+  const std::unique_ptr<ZDfValueRxClass> late(NewRecord(6, &ZDfBool::Creator));
+  EXPECT_FALSE(ZDfValueRxClass::AddRxClass(late.get()));
+  const std::unique_ptr<ZDfValueRxClass> none(NewRecord(0, &ZDfBool::Creator));
+  EXPECT_FALSE(ZDfValueRxClass::AddRxClass(none.get()));
+  EXPECT_FALSE(ZDfValueRxClass::AddRxClass(nullptr));
+  EXPECT_EQ(TypeMadeFor(6), 6);
+  EXPECT_EQ(TypeMadeFor(0), 0);
+  ZDfBool::rxInit();
+  EXPECT_EQ(TypeMadeFor(7), 6) << "the host was first";
+  EXPECT_EQ(ZDfBool::gpDesc, nullptr);
+  EXPECT_EQ(Chain(), (std::vector<int>{0, 7, 6}));
+}
+
+TEST_F(DfValueRegistry, UnregisteringLeavesNothing) {
+  DllRegisterZModule();
+  EXPECT_EQ(DllUnRegisterZModule(), S_OK);
+  EXPECT_EQ(DllUnRegisterZModule(), S_OK);
+  EXPECT_EQ(ZDfValueRxClass::g_pDesc, nullptr);
+  for (const ZDfValueRxClass* record :
+       {ZDfDouble::gpDesc, ZDfGUID::gpDesc, ZDfRelation::gpDesc, ZDfCComBSTR::gpDesc,
+        ZDfElement::gpDesc, ZDfLong::gpDesc, ZDfBool::gpDesc, ZDfUlongPtr::gpDesc,
+        ZDfReltnColl::gpDesc}) {
+    EXPECT_EQ(record, nullptr);
+  }
+  DllRegisterZModule();
+  EXPECT_EQ(TypeMadeFor(4), 4);
 }
 
 }  // namespace

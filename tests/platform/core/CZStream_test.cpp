@@ -120,19 +120,13 @@ TEST(Stream, SeeksFromThreeOriginsAndRefusesPlacesBeforeTheStart) {
 TEST(Stream, PatchingALengthDoesNotReachTheSystem) {
   ByteStream stream;
   stream.below.failAfter = 0;  // any call would fail
-  for (int i = 0; i < 1000; ++i) {
-    const ULONGLONG at = stream.GetPosition();
-    stream.WriteCount(0);
-    stream.WriteCount(i);
-    stream.Seek(static_cast<LONGLONG>(at), STREAM_SEEK_SET);
-    stream.WriteCount(4);
-    stream.Seek(0, STREAM_SEEK_END);
-  }
-  EXPECT_EQ(stream.GetPosition(), 8000u);
+  stream.WriteCount(0);
+  stream.WriteCount(7);
+  stream.Seek(0, STREAM_SEEK_SET);
+  stream.WriteCount(4);
+  EXPECT_EQ(stream.Seek(0, STREAM_SEEK_END), 8u);
   stream.below.failAfter = -1;
-  stream.GetIStream();
-  EXPECT_EQ(stream.below.bytes.size(), 8000u);
-  EXPECT_EQ(stream.below.bytes[7996], static_cast<BYTE>(999 & 0xFF));
+  EXPECT_EQ(stream.GetBytes(), Words({4, 7}));
 }
 
 TEST(Stream, HandsOutTheIStreamWhereItStandsAndResumesWhereItIsLeft) {
