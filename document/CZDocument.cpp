@@ -12,6 +12,7 @@
 #include "document/ReferenceIndex.h"
 #include "zdm/categories/CZDMCategoryMgr.h"
 #include "zdm/identity/OID.h"
+#include "zdm/model/ObjectHeader.h"
 #include "zdm/module/DllRegisterZModule.h"
 
 #include <algorithm>
@@ -101,6 +102,14 @@ IZDMObjMgr* CZDocument::GetMaterialMgr() {
     break;
   }
   return managerOf(materialMgr_);
+}
+
+void CZDocument::ReadHeader(IZStream* stream) {
+  zdm::ObjectHeader header;
+  stream->Read(&header, sizeof(header));
+  SetOptionAllowed(header.options);
+  oid_->AuxWord1 = header.auxWord1;
+  oid_->AuxWord2 = header.auxWord2;
 }
 
 // Own data.

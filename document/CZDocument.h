@@ -98,6 +98,8 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   /// The document itself: same content does not make two documents one.
   bool JudgeSame(IZDMObject* other) override;
 
+  /// The carried words too: no ID table has them.
+  void ReadHeader(IZStream* stream) override;
   void LoadOwnData(IZStream* stream, IZDatabase* database) override;
   void SaveOwnData(IZStream* stream, IZDatabase* database) override;
 

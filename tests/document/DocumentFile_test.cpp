@@ -95,8 +95,10 @@ ZRefPtr<CZDocument> House() {
   door->AddRelation(RelationTo(wall));
   door->AddRelation(RelationTo(walls));
   doors->SetCurrent(door);
-  door->GetOID()->AuxWord1 = 7;
-  door->GetOID()->AuxWord2 = 8;
+  for (IZDMObject* each : {door, static_cast<IZDMObject*>(document)}) {
+    each->GetOID()->AuxWord1 = 7;
+    each->GetOID()->AuxWord2 = 8;
+  }
   document->GetPIDManager()->QueryPID(door);
   return document;
 }
