@@ -4,7 +4,11 @@ ZDM_OBJECT_BODY(CZDispAttrib)
 
 void CZDispAttrib::CopyFrom(IZRelation* other) {
   IZRelationImpl::CopyFrom(other);
-  if (auto* source = dynamic_cast<zdm::DispValueSource*>(other)) values_ = source->GetValues();
+  if (other != nullptr && other->getZRClass() == gpDesc) {
+    values_ = static_cast<CZDispAttrib*>(other)->values_;  // as nearly all are
+  } else if (auto* source = dynamic_cast<zdm::DispValueSource*>(other)) {
+    values_ = source->GetValues();
+  }
 }
 
 // Display attribute record.

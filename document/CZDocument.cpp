@@ -12,6 +12,7 @@
 #include "document/ReferenceIndex.h"
 #include "zdm/categories/CZDMCategoryMgr.h"
 #include "zdm/identity/OID.h"
+#include "zdm/model/ObjectHeader.h"
 #include "zdm/module/DllRegisterZModule.h"
 
 #include <algorithm>
@@ -19,6 +20,17 @@
 #include <new>
 
 ZDM_OBJECT_BODY(CZDocument)
+
+namespace {
+
+bool HasCategoryMgr(IZDMObjMgr& document) {
+  for (LONGLONG pos = document.GetValidHeadPosition(); pos != 0;) {
+    if (zdm::ViewAs<IZCategoryMgr>(document.GetValidNext(pos)) != nullptr) return true;
+  }
+  return false;
+}
+
+}  // namespace
 
 CZDocument::CZDocument() {
   zdm::RegisterDocumentClasses();
@@ -44,7 +56,6 @@ CZDocument::~CZDocument() {
     if (oid->Object != nullptr) oid->Object->SetOwnerOID(nullptr);
   }
   SetOwnerOID(nullptr);
-  for (const auto& [id, oid] : lost_) OID::GiveUp(oid, nullptr);
 }
 
 /// Those that hold themselves or each other would never end.
@@ -56,17 +67,23 @@ void CZDocument::EmptyManagers() {
 }
 
 void CZDocument::MakeDefaults() {
-  const auto manager = zdm::MakeObject<IZDMObjMgr, CZDMMaterialMgr>();
-  const auto material = zdm::MakeObject<IZDMObject, CZDMMaterial>();
-  material->SetName(zdm::kDefaultMaterialName);
-  manager->AttachTail(material);
-  const auto categories = zdm::MakeObject<IZDMObjMgr, CZDMCategoryMgr>();
-  for (IZDMObject* each : {manager.Get(), categories.Get()}) {
-    AttachTail(each);
-    oids_.AssignItemID(each, true, true);
+  const auto add = [this](IZDMObjMgr* manager) {
+    AttachTail(manager);
+    oids_.AssignItemID(manager, true, true);
+    isModified_ = true;
+  };
+  if (GetMaterialMgr() == nullptr) {
+    const auto materials = zdm::MakeObject<IZDMObjMgr, CZDMMaterialMgr>();
+    const auto material = zdm::MakeObject<IZDMObject, CZDMMaterial>();
+    material->SetName(zdm::kDefaultMaterialName);
+    materials->AttachTail(material);
+    add(materials);
   }
-  defaultDispAttrib_ = zdm::MakeObject<IZDispAttrib, CZDispAttrib>();
-  isModified_ = true;
+  if (!HasCategoryMgr(*this)) add(zdm::MakeObject<IZDMObjMgr, CZDMCategoryMgr>());
+  if (defaultDispAttrib_ == nullptr) {
+    defaultDispAttrib_ = zdm::MakeObject<IZDispAttrib, CZDispAttrib>();
+    isModified_ = true;
+  }
 }
 
 IZDMObjMgr* CZDocument::GetMaterialMgr() {
@@ -85,6 +102,14 @@ IZDMObjMgr* CZDocument::GetMaterialMgr() {
     break;
   }
   return managerOf(materialMgr_);
+}
+
+void CZDocument::ReadHeader(IZStream* stream) {
+  zdm::ObjectHeader header;
+  stream->Read(&header, sizeof(header));
+  SetOptionAllowed(header.options);
+  oid_->AuxWord1 = header.auxWord1;
+  oid_->AuxWord2 = header.auxWord2;
 }
 
 // Own data.
@@ -136,17 +161,6 @@ void CZDocument::SaveAs(const std::filesystem::path& path, IZProgressMeter* mete
   isModified_ = false;
 }
 
-OID* CZDocument::GetOIDByID(LONG id) {
-  OID* oid = oids_.GetOIDByID(id);
-  if (oid != nullptr || !isLoading_ || id == 0) return oid;
-  const auto found = lost_.find(id);
-  if (found != lost_.end()) return found->second;
-  auto made = std::make_unique<OID>(0, 0, id, nullptr);
-  OID* record = lost_.emplace(id, made.get()).first->second;
-  static_cast<void>(made.release());
-  return OID::Take(record);
-}
-
 void CZDocument::CreateByType(BYTE, IZDMObject** out) {
   *out = zdm::MakeObject<IZDMObject, CZDMAbsentObject>().Detach();
 }
@@ -169,11 +183,8 @@ zdm::ReferenceIndex& CZDocument::GetReferenceIndex() {
   return *referenceIndex_;
 }
 
-void CZDocument::BeginLoading() { isLoading_ = true; }
-
 void CZDocument::EndLoading() {
-  isLoading_ = false;
-  ListLostRecords();
+  oids_.ListReferred();
   oids_.SetupOwner();
   KeepStrays();
   ValidateManagers();
@@ -185,17 +196,6 @@ void CZDocument::AbandonLoading() {
   for (const OID* oid : oids_.GetOIDs()) {
     if (oid->Object != nullptr && !oid->JudgeStatus(ZOS_ATTACHED)) oid->Object->Release();
   }
-}
-
-void CZDocument::ListLostRecords() {
-  if (lost_.empty()) return;
-  while (!lost_.empty()) {
-    OID* oid = lost_.begin()->second;
-    oids_.AddOID(oid);
-    OID::GiveUp(oid, nullptr);  // the table has it now
-    lost_.erase(lost_.begin());
-  }
-  oids_.ReSort();
 }
 
 /// What SetupOwner attached to nothing: the creation reference is taken over.

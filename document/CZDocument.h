@@ -18,7 +18,6 @@
 
 #include <filesystem>
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
 namespace zdm {
@@ -41,9 +40,9 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   CZDocument();
   ~CZDocument() override;
 
-  /// Gives a new document what displaying its objects takes: the manager of materials with the
-  /// default material, the manager of categories, all under hard IDs, and the default display
-  /// attribute.
+  /// Gives the document what displaying its objects takes, as far as it is not there: the manager
+  /// of materials with the default material, the manager of categories, all under hard IDs, and the
+  /// default display attribute.
   void MakeDefaults();
 
   // File. What fails throws zdm::DocumentError.
@@ -80,7 +79,7 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   CPIDManager* GetPIDManager() override { return &pids_; }
   /// While objects are read also a new record for an ID that is not listed: the ID referred to is
   /// kept although its object is lost.
-  OID* GetOIDByID(LONG id) override;
+  OID* GetOIDByID(LONG id) override { return oids_.GetReferredOID(id); }
   void OnStateChanged(LONG) override { isModified_ = true; }
   /// A CZDMAbsentObject, for every type.
   void CreateByType(BYTE type, IZDMObject** out) override;
@@ -99,6 +98,8 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   /// The document itself: same content does not make two documents one.
   bool JudgeSame(IZDMObject* other) override;
 
+  /// The carried words too: no ID table has them.
+  void ReadHeader(IZStream* stream) override;
   void LoadOwnData(IZStream* stream, IZDatabase* database) override;
   void SaveOwnData(IZStream* stream, IZDatabase* database) override;
 
@@ -108,7 +109,7 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   // For readers of files.
 
   /// From here on IDs that are referred to and not listed get records.
-  void BeginLoading();
+  void BeginLoading() { oids_.KeepReferred(); }
   /// Lists those records, attaches every object to its manager, and has the managers check
   /// themselves. Objects whose owner is no manager stay valid in the document without one.
   void EndLoading();
@@ -121,7 +122,6 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
 
  private:
   void EmptyManagers();
-  void ListLostRecords();
   void KeepStrays();
   void ValidateManagers();
 
@@ -130,9 +130,7 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   std::filesystem::path path_;
   bool isModified_ = false;
   bool isClosing_ = false;
-  bool isLoading_ = false;
   BYTE mergeOption_ = ZMO_SAME;
-  std::unordered_map<LONG, OID*> lost_;  // records made since BeginLoading; held until EndLoading
   std::vector<ZRefPtr<IZDMObject>> strays_;
   OID* materialMgr_ = nullptr;  // the manager of materials found last
   ZRefPtr<IZDispAttrib> defaultDispAttrib_;

@@ -28,7 +28,8 @@ struct NotCopied {
 
 struct Copies {
   Refusal refusal = Refusal::kNone;
-  std::vector<CopiedObject> objects;   // in the order given, managers with what is below them
+  std::vector<CopiedObject> objects;   // in the order given, managers with what is below them;
+                                       // then definitions that were brought along
   std::vector<NotCopied> leftOut;      // likewise
   std::vector<LeadingOut> leadingOut;  // by object, in that order
 };
@@ -40,7 +41,8 @@ Copies Copy(CZDocument& document, const std::vector<IZDMObject*>& objects);
 
 /// The same into another document: where the owner is not of the set, into `manager` (null: the
 /// document itself). References out of the set are led to what stands for their target there
-/// (Meaning.h), or else cut.
+/// (Meaning.h), or else cut. Definitions of copied parameters for which nothing stands there are
+/// copied too, into the manager of definitions there, and into a copy of their own without one.
 Copies CopyTo(CZDocument& source, const std::vector<IZDMObject*>& objects, CZDocument& target,
               IZDMObjMgr* manager = nullptr);
 

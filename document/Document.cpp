@@ -61,7 +61,7 @@ std::vector<Reference> Document::ReferencesTo(IZDMObject* object) const {
   return document_->GetReferenceIndex().ReferencesTo(object->GetOID());
 }
 
-std::vector<LONG> Document::ReferrersOf(LONG id) const {
+std::span<const LONG> Document::ReferrersOf(LONG id) const {
   return document_->GetReferenceIndex().ReferrersOf(id);
 }
 

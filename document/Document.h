@@ -64,8 +64,8 @@ class Document {
   // The same by IDs, each once and ascending, from the index that the document keeps: no walk. Only
   // valid objects refer to something.
 
-  /// Who refers to the object of that ID.
-  std::vector<LONG> ReferrersOf(LONG id) const;
+  /// Who refers to the object of that ID. Borrowed until the document is asked again.
+  std::span<const LONG> ReferrersOf(LONG id) const;
   /// All objects that lead to one of these over any chain of references, these left out: what has
   /// to be looked at when they change.
   std::vector<LONG> DependentsOf(std::span<const LONG> ids) const;

@@ -93,8 +93,8 @@ DocumentInfo DocumentReader::GetInfo() const {
 }
 
 void DocumentReader::Read(CZDocument& document, IZProgressMeter* meter) try {
-  ReadTables(document, meter);
   document.BeginLoading();
+  ReadTables(document, meter);
   ReadObjects(document, meter);
   ReadRoot(document);
   document.EndLoading();

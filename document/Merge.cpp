@@ -40,10 +40,13 @@ MergeReport Merge(CZDocument& target, CZDocument& source, const MergeOptions& op
     changes |= step.decision == MergeDecision::kAdd || step.decision == MergeDecision::kReplace;
     report.objects.push_back({step.source, step.decision, place});
   }
-  report.cut = transfer.FindLeadingOut();
+  if (changes && !options.dryRun) {
+    transfer.CarryOut(&report.cut);
+  } else {
+    report.cut = transfer.FindLeadingOut();
+  }
   std::erase_if(report.cut,
                 [](const LeadingOut& reference) { return reference.fate != ReferenceFate::kCut; });
-  if (changes && !options.dryRun) transfer.CarryOut();
   return report;
 }
 

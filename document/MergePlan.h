@@ -1,8 +1,8 @@
 // What a merge does with each object of a manager and of the managers in it. Counterparts are found
-// as IZDMObjMgr::FindObject finds them, and without a search where only class and ID count, as for
-// all classes of the document. In two ways they differ: of several managers of one class and name,
-// and of several objects that count as the same, the one of the same ID is preferred; and
-// parameters of one ID and definition are counterparts whatever their values.
+// as IZDMObjMgr::FindObject finds them, but without a search (MergeCandidates.h). In two ways they
+// differ: of several managers of one class and name, and of several objects that count as the same,
+// the one of the same ID is preferred; and parameters of one ID and definition are counterparts
+// whatever their values.
 #pragma once
 
 #include "document/MergeDecision.h"

@@ -48,6 +48,7 @@ bool LoadObject(CZDocument& document, LONG id, ULONG offset, std::span<const BYT
   if (object != nullptr) {
     ZCore::GetZFactory()->RegisterCreated(object, header.classId);
     BindObject(document, header.id, header.ownerId, object);
+    object->GetOID()->AuxWord1 = header.auxWord1;  // the ID table does not store it
     const auto load = [&] {
       stream->Seek(offset, STREAM_SEEK_SET);
       object->Load(stream, &document);

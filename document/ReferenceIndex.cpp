@@ -1,12 +1,11 @@
 #include "document/ReferenceIndex.h"
 
 #include "document/CZDocument.h"
+#include "document/ReferenceWalk.h"
 #include "zdm/identity/OID.h"
-#include "zdm/identity/PID.h"
-#include "zdm/parameters/IZParameter.h"
-#include "zdm/relations/ZReltnVisitor.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace zdm {
 
@@ -19,33 +18,16 @@ bool IsLive(const OID* oid) { return oid->Object != nullptr && oid->JudgeStatus(
 }  // namespace
 
 /// Gathers the records that an object refers to. Lives on the stack.
-class ReferenceIndex::Walker : public ZReltnVisitor<IZReltnVisitor> {
+class ReferenceIndex::Walker : public ReferenceWalk {
  public:
-  using IZReltnVisitorImpl::Visit;
-
   const std::vector<OID*>& RecordsOf(IZDMObject* object) {
     found_.clear();
-    object->VisitReferences(object, this);
-    // No walk reaches what a parameter of the document refers to itself.
-    if (auto* parameter = ViewAs<IZParameter>(object)) parameter->Accept(object, object, this);
-    auto* manager = ViewAs<IZDMObjMgr>(object);
-    IZDMObject* current = manager != nullptr ? manager->GetCurrent() : nullptr;
-    if (current != nullptr) found_.push_back(current->GetOID());
+    Walk(object);
     return found_;
   }
 
-  bool Visit(IZDMObject* root, IZDMObject* owner, IZRelation* reltn) override {
-    if (reltn != nullptr) reltn->Accept(root, owner, this);
-    return false;
-  }
-  bool MapOID(IZDMObject*, IZDMObject*, IZRelation*, OID** oid) override {
-    found_.push_back(*oid);
-    return false;
-  }
-  bool MapPID(IZDMObject*, IZDMObject*, IZRelation*, PID** pid) override {
-    if (*pid != nullptr) found_.insert(found_.end(), (*pid)->OIDs.begin(), (*pid)->OIDs.end());
-    return false;
-  }
+ protected:
+  void Meet(IZDMObject*, OID* record, ReferenceVia) override { found_.push_back(record); }
 
  private:
   std::vector<OID*> found_;
@@ -127,9 +109,7 @@ std::vector<ReferenceIndex::Slot> ReferenceIndex::TargetsOf(Slot slot) {
   const Look look(slot + 1);
   Walker walker;
   std::vector<Slot> targets;
-  for (OID* oid : walker.RecordsOf(records_[slot]->Object)) {
-    if (oid != nullptr) targets.push_back(FindOrAdd(oid));
-  }
+  for (OID* oid : walker.RecordsOf(records_[slot]->Object)) targets.push_back(FindOrAdd(oid));
   std::ranges::sort(targets);
   targets.erase(std::unique(targets.begin(), targets.end()), targets.end());
   return targets;
@@ -162,17 +142,23 @@ void ReferenceIndex::Renew(Slot slot) {
 
 // Slots.
 
+/// The slot of the record that was listed with this ID, unless that was far off.
+ReferenceIndex::Slot ReferenceIndex::FindNear(LONG id) const {
+  const LONGLONG place = LONGLONG{id} - firstID_;
+  const bool isNear = place >= 0 && place < static_cast<LONGLONG>(byID_.size());
+  return isNear ? byID_[static_cast<std::size_t>(place)] : kNone;
+}
+
 ReferenceIndex::Slot ReferenceIndex::Find(const OID* oid) const {
-  const LONGLONG place = LONGLONG{oid->ID} - firstID_;
-  if (place >= 0 && place < static_cast<LONGLONG>(byID_.size())) {
-    const Slot slot = byID_[static_cast<std::size_t>(place)];
-    if (slot != kNone && records_[slot] == oid) return slot;
-  }
+  const Slot slot = FindNear(oid->ID);
+  if (slot != kNone && records_[slot] == oid) return slot;
   const auto found = others_.find(oid);
   return found != others_.end() ? found->second : kNone;
 }
 
 ReferenceIndex::Slot ReferenceIndex::FindID(LONG id) const {
+  const Slot slot = isAscending_ ? FindNear(id) : kNone;
+  if (slot != kNone && records_[slot]->ID == id) return slot;
   const OID* oid = document_.GetOIDManager()->GetOIDByID(id);
   return oid != nullptr ? Find(oid) : kNone;
 }
@@ -242,16 +228,15 @@ std::vector<Reference> ReferenceIndex::ReferencesTo(const OID* target) {
   return references;
 }
 
-std::vector<LONG> ReferenceIndex::ReferrersOf(LONG id) {
+std::span<const LONG> ReferenceIndex::ReferrersOf(LONG id) {
   BringUpToDate();
-  std::vector<LONG> ids;
+  referrersOf_.clear();
   const Slot slot = FindID(id);
-  if (slot == kNone) return ids;
-  const std::span<const Slot> from = referrers_[slot];
-  ids.reserve(from.size());
-  for (const Slot each : from) ids.push_back(ids_[each]);
-  std::ranges::sort(ids);
-  return ids;
+  if (slot == kNone) return {};
+  for (const Slot each : referrers_[slot]) referrersOf_.push_back(ids_[each]);
+  // As a rule they are: lists begin in the order of the table.
+  if (!std::ranges::is_sorted(referrersOf_)) std::ranges::sort(referrersOf_);
+  return referrersOf_;
 }
 
 std::vector<LONG> ReferenceIndex::DependentsOf(std::span<const LONG> ids) {
@@ -265,26 +250,40 @@ std::vector<LONG> ReferenceIndex::ClosureOf(std::span<const LONG> ids) {
 }
 
 std::vector<LONG> ReferenceIndex::Reach(std::span<const LONG> ids, const Adjacency& lists) const {
-  std::vector<bool> isReached(records_.size());
+  constexpr Slot kBits = 64;
+  std::vector<ULONGLONG> reached(records_.size() / kBits + 1);
   std::vector<Slot> open;
+  const auto reach = [&](Slot slot) {
+    ULONGLONG& word = reached[slot / kBits];
+    const ULONGLONG bit = ULONGLONG{1} << slot % kBits;
+    if ((word & bit) != 0) return;
+    word |= bit;
+    open.push_back(slot);
+  };
+  std::vector<Slot> starts;
   for (const LONG id : ids) {
     const Slot slot = FindID(id);
-    if (slot == kNone || isReached[slot]) continue;
-    isReached[slot] = true;
-    open.push_back(slot);
+    if (slot == kNone) continue;
+    starts.push_back(slot);
+    reach(slot);
   }
-  std::vector<LONG> found;
   while (!open.empty()) {
     const Slot slot = open.back();
     open.pop_back();
     for (const Slot next : lists[slot]) {
-      if (isReached[next] || isLive_[next] == 0) continue;
-      isReached[next] = true;
-      found.push_back(ids_[next]);
-      open.push_back(next);
+      if (isLive_[next] != 0) reach(next);
     }
   }
-  std::ranges::sort(found);
+  for (const Slot slot : starts) reached[slot / kBits] &= ~(ULONGLONG{1} << slot % kBits);
+  std::vector<LONG> found;
+  for (Slot first = 0; const ULONGLONG word : reached) {
+    for (ULONGLONG left = word; left != 0; left &= left - 1) {
+      found.push_back(ids_[first + static_cast<Slot>(std::countr_zero(left))]);
+    }
+    first += kBits;
+  }
+  // As a rule they are: slots begin in the order of the table.
+  if (!std::ranges::is_sorted(found)) std::ranges::sort(found);
   return found;
 }
 

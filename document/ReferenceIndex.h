@@ -26,7 +26,8 @@ class ReferenceIndex : private ChangeWatch {
 
   // By IDs, each once and ascending; nothing for an ID that is not listed.
 
-  std::vector<LONG> ReferrersOf(LONG id);
+  /// Borrowed until the index is asked again.
+  std::span<const LONG> ReferrersOf(LONG id);
   /// All objects that lead to one of `ids` over any chain, these left out.
   std::vector<LONG> DependentsOf(std::span<const LONG> ids);
   /// All valid objects that one of `ids` leads to over any chain, these left out.
@@ -43,6 +44,7 @@ class ReferenceIndex : private ChangeWatch {
   void Renew(Slot slot);
   void WatchOnly(Slot slot) const;
   Slot Find(const OID* oid) const;
+  Slot FindNear(LONG id) const;
   Slot FindID(LONG id) const;
   Slot FindOrAdd(OID* oid);
   Slot Make(OID* oid);
@@ -69,6 +71,7 @@ class ReferenceIndex : private ChangeWatch {
   std::size_t listed_ = 0;  // records of the table that are known
   std::vector<Slot> changed_;
   std::vector<char> isChanged_;
+  std::vector<LONG> referrersOf_;  // the last answer
 };
 
 }  // namespace zdm

@@ -1,5 +1,6 @@
 #include "document/ReferenceMapper.h"
 
+#include "zdm/categories/CategoryTree.h"
 #include "zdm/categories/IZCategory.h"
 #include "zdm/categories/IZCategoryReltn.h"
 #include "zdm/framework/QueryZInterface.h"
@@ -28,7 +29,10 @@ class Places : public ZReltnVisitor<IZReltnVisitor> {
   explicit Places(std::vector<const void*>& out) : out_(out) {}
 
   bool Visit(IZDMObject* root, IZDMObject* owner, IZRelation* reltn) override {
-    if (reltn != nullptr) reltn->Accept(root, owner, this);
+    if (reltn == nullptr || depth_ == kMaxCategoryDepth) return false;
+    ++depth_;
+    reltn->Accept(root, owner, this);
+    --depth_;
     return false;
   }
   bool MapCID(IZDMObject*, IZDMObject*, IZRelation*, CID* cid) override { return Add(cid); }
@@ -42,40 +46,64 @@ class Places : public ZReltnVisitor<IZReltnVisitor> {
   }
 
   std::vector<const void*>& out_;
+  int depth_ = 0;
 };
 
 }  // namespace
 
 void ReferenceMapper::Map(IZDMObject* object) {
+  isUnfinished_ = false;
+  MapAll(object);
+}
+
+void ReferenceMapper::MapAgain(IZDMObject* object) {
+  isAgain_ = true;
+  const bool formerNotes = std::exchange(notes_, false);
+  Map(object);
+  notes_ = formerNotes;
+  isAgain_ = false;
+}
+
+void ReferenceMapper::MapAll(IZDMObject* object) {
   inParameters_.clear();
   nextInParameters_ = 0;
   IZParameterArray* parameters = object->PeekParameterArray();
-  if (parameters != nullptr) {
+  if (parameters != nullptr && notes_ && !isHidden_) {
     Places places(inParameters_);
     parameters->Accept(object, object, &places);
   }
   object->VisitReferences(object, this);
-  MapHidden(object, object->GetReltnColl(), false);
-  if (parameters != nullptr) MapValues(object, *parameters);
   if (auto* parameter = ViewAs<IZParameter>(object)) MapParameter(object, *parameter);
-  if (auto* category = ViewAs<IZCategory>(object)) {
-    MapHidden(object, category->GetMemberColl(), false);
+  if (paths_ != nullptr) {
+    MapHidden(object, object->GetReltnColl(), false);
+    const LONG count = parameters != nullptr ? parameters->GetCount() : 0;
+    for (LONG i = 0; i < count; ++i) {
+      if (IZParameter* parameter = parameters->GetAt(i)) MapValue(object, *parameter);
+    }
+    if (auto* category = ViewAs<IZCategory>(object)) {
+      MapHidden(object, category->GetMemberColl(), false);
+    }
   }
   MapCurrent(object);
 }
 
 bool ReferenceMapper::Visit(IZDMObject* root, IZDMObject* owner, IZRelation* reltn) {
-  if (reltn == nullptr) return false;
+  if (reltn == nullptr || depth_ == kMaxCategoryDepth) return false;
+  ++depth_;
   reltn->Accept(root, owner, this);
-  if (auto* category = ViewAs<IZCategoryReltn>(reltn)) {
-    MapHidden(owner, category->GetSubReltns(), false);
+  if (paths_ != nullptr) {
+    if (auto* category = ViewAs<IZCategoryReltn>(reltn)) {
+      MapHidden(owner, category->GetSubReltns(), false);
+    }
   }
+  --depth_;
   return false;
 }
 
 /// What a walk over `coll` leaves out; of a nested one everything.
 void ReferenceMapper::MapHidden(IZDMObject* owner, IZReltnColl* coll, bool isNested) {
-  if (coll == nullptr) return;
+  if (coll == nullptr || depth_ == kMaxCategoryDepth) return;
+  ++depth_;
   const bool former = std::exchange(isHidden_, true);
   for (LONGLONG pos = coll->GetHeadPosition(); pos != 0;) {
     IZRelation* element = coll->GetNext(pos);
@@ -89,35 +117,32 @@ void ReferenceMapper::MapHidden(IZDMObject* owner, IZReltnColl* coll, bool isNes
     }
   }
   isHidden_ = former;
+  --depth_;
 }
 
 /// An object that is a parameter itself does not offer what it refers to as one.
 void ReferenceMapper::MapParameter(IZDMObject* object, IZParameter& parameter) {
-  inParameters_.clear();
-  nextInParameters_ = 0;
-  Places places(inParameters_);
-  parameter.Accept(object, object, &places);
+  const bool former = std::exchange(isParameter_, true);
   parameter.Accept(object, object, this);
-  MapValue(object, parameter.GetValue());
-}
-
-void ReferenceMapper::MapValues(IZDMObject* owner, IZParameterArray& parameters) {
-  for (LONG i = 0; i < parameters.GetCount(); ++i) {
-    IZParameter* parameter = parameters.GetAt(i);
-    if (parameter != nullptr) MapValue(owner, parameter->GetValue());
-  }
+  isParameter_ = former;
+  if (paths_ != nullptr) MapValue(object, parameter);
 }
 
 /// An element, or what a collection does not offer.
-void ReferenceMapper::MapValue(IZDMObject* owner, ZDfValue* value) {
+void ReferenceMapper::MapValue(IZDMObject* owner, IZParameter& parameter) {
+  ZDfValue* value = parameter.GetValue();
   if (value == nullptr) return;
-  if (value->GetType() == ZDfReltnColl::kType) {
+  const unsigned char type = value->GetType();
+  if (type == ZDfReltnColl::kType) {
     MapHidden(owner, static_cast<ZDfReltnColl*>(value)->Value, false);
-  } else if (value->GetType() == ZDfElement::kType) {
+  } else if (type == ZDfElement::kType) {
     IZDMObject* element = static_cast<ZDfElement*>(value)->Value;
+    if (element == nullptr || depth_ == kMaxCategoryDepth) return;
+    ++depth_;
     const bool former = std::exchange(isHidden_, true);
-    if (element != nullptr) Map(element);
+    MapAll(element);
     isHidden_ = former;
+    --depth_;
   }
 }
 
@@ -126,15 +151,18 @@ void ReferenceMapper::MapCurrent(IZDMObject* object) {
   IZDMObject* current = manager != nullptr ? manager->GetCurrent() : nullptr;
   if (current == nullptr) return;
   OID* const former = current->GetOID();
-  OID* const record = Replacement(former);
-  NoteMet(former, ReferenceVia::kCurrent, record == nullptr);
-  if (paths_ != nullptr && record != former) {
-    manager->SetCurrent(record != nullptr ? record->Object : nullptr);
+  const Target target = TargetOf(former);
+  NoteMet(former, ReferenceVia::kCurrent, target);
+  if (target.isLater) {
+    isUnfinished_ = true;
+  } else if (paths_ != nullptr && target.record != former) {
+    manager->SetCurrent(target.record != nullptr ? target.record->Object : nullptr);
   }
 }
 
 /// Parameters are walked first, where the object offers them at all.
 ReferenceVia ReferenceMapper::ViaOf(const void* leaf) {
+  if (isParameter_) return ReferenceVia::kParameter;
   if (nextInParameters_ == inParameters_.size() || inParameters_[nextInParameters_] != leaf) {
     return ReferenceVia::kRelation;
   }
@@ -145,38 +173,60 @@ ReferenceVia ReferenceMapper::ViaOf(const void* leaf) {
 bool ReferenceMapper::MapOID(IZDMObject*, IZDMObject*, IZRelation*, OID** oid) {
   const ReferenceVia via = ViaOf(oid);
   if (*oid == nullptr) return false;
-  OID* const record = Replacement(*oid);
-  NoteMet(*oid, via, record == nullptr);
-  if (paths_ != nullptr) *oid = record;
+  const Target target = TargetOf(*oid);
+  NoteMet(*oid, via, target);
+  if (target.isLater) {
+    isUnfinished_ = true;
+  } else if (paths_ != nullptr) {
+    *oid = target.record;
+  }
   return false;
 }
 
 bool ReferenceMapper::MapPID(IZDMObject*, IZDMObject*, IZRelation*, PID** pid) {
   static_cast<void>(ViaOf(pid));
-  const bool canMap = CanMap(*pid);
-  NotePath(*pid, !canMap);
-  if (paths_ != nullptr) *pid = canMap ? Mapped(*pid) : nullptr;
+  if (*pid == nullptr) return false;
+  const Prospect prospect = ProspectOf(*pid);
+  NotePath(*pid, !prospect.canMap);
+  if (prospect.canMap && prospect.isLater) {
+    isUnfinished_ = true;
+  } else if (paths_ != nullptr) {
+    *pid = prospect.canMap ? Mapped(*pid) : nullptr;
+  }
   return false;
 }
 
 bool ReferenceMapper::MapCID(IZDMObject*, IZDMObject*, IZRelation*, CID* cid) {
   if (cid == nullptr) return false;
   const ReferenceVia via = ViaOf(cid);
-  OID* const target = cid->ReltnOID != nullptr ? Replacement(cid->ReltnOID) : nullptr;
-  const bool canMap = (target != nullptr) == (cid->ReltnOID != nullptr) && CanMap(cid->RefPID) &&
-                      CanMap(cid->SelfPID);
-  if (cid->ReltnOID != nullptr) NoteMet(cid->ReltnOID, via, !canMap);
+  Target target = {};
+  if (cid->ReltnOID != nullptr) target = TargetOf(cid->ReltnOID);
+  OID* const record = target.record;
+  const Prospect ref = ProspectOf(cid->RefPID);
+  const Prospect self = ProspectOf(cid->SelfPID);
+  const bool canMap =
+      (record != nullptr) == (cid->ReltnOID != nullptr) && ref.canMap && self.canMap;
+  if (!canMap) target.record = nullptr;
+  if (cid->ReltnOID != nullptr) NoteMet(cid->ReltnOID, via, target);
   NotePath(cid->RefPID, !canMap);
   NotePath(cid->SelfPID, !canMap);
-  if (paths_ == nullptr) return false;
-  *cid = canMap ? CID(Mapped(cid->SelfPID), Mapped(cid->RefPID), target) : CID();
+  if (canMap && (target.isLater || ref.isLater || self.isLater)) {
+    isUnfinished_ = true;
+  } else if (paths_ != nullptr) {
+    *cid = canMap ? CID(Mapped(cid->SelfPID), Mapped(cid->RefPID), record) : CID();
+  }
   return false;
 }
 
-bool ReferenceMapper::CanMap(const PID* path) {
-  return path == nullptr || std::ranges::all_of(path->OIDs, [this](OID* record) {
-           return record != nullptr && Replacement(record) != nullptr;
-         });
+ReferenceMapper::Prospect ReferenceMapper::ProspectOf(const PID* path) {
+  Prospect prospect;
+  if (path == nullptr) return prospect;
+  for (OID* record : path->OIDs) {
+    const Target target = record != nullptr ? TargetOf(record) : Target();
+    prospect.canMap &= target.record != nullptr;
+    prospect.isLater |= target.isLater;
+  }
+  return prospect;
 }
 
 /// Of a path that can be.
@@ -184,14 +234,22 @@ PID* ReferenceMapper::Mapped(PID* path) {
   if (path == nullptr) return nullptr;
   std::vector<OID*> records(path->OIDs.size());
   std::ranges::transform(path->OIDs, records.begin(),
-                         [this](OID* record) { return Replacement(record); });
+                         [this](OID* record) { return TargetOf(record).record; });
   return paths_->QueryPID(records);
 }
 
+void ReferenceMapper::NoteMet(OID* record, ReferenceVia via, const Target& target) {
+  if (!notes_ || isHidden_ || (target.isInside && target.record != nullptr)) return;
+  Note(record, via, target.record != nullptr ? target.fate : ReferenceFate::kCut);
+}
+
 void ReferenceMapper::NotePath(const PID* path, bool isCut) {
-  if (path == nullptr) return;
+  if (path == nullptr || !notes_ || isHidden_) return;
   for (OID* record : path->OIDs) {
-    if (record != nullptr) NoteMet(record, ReferenceVia::kPath, isCut);
+    if (record == nullptr) continue;
+    Target target = TargetOf(record);
+    if (isCut) target.record = nullptr;
+    NoteMet(record, ReferenceVia::kPath, target);
   }
 }
 

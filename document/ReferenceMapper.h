@@ -4,6 +4,7 @@
 // document. A reference over paths is led over as a whole or not at all. Lives on the stack.
 #pragma once
 
+#include "document/ReferenceFate.h"
 #include "document/References.h"
 #include "zdm/relations/ZReltnVisitor.h"
 
@@ -11,8 +12,6 @@
 
 class CPIDManager;
 struct IZParameter;
-struct IZParameterArray;
-struct ZDfValue;
 
 namespace zdm {
 
@@ -22,9 +21,15 @@ class ReferenceMapper : public ZReltnVisitor<IZReltnVisitor> {
 
   /// @param paths  the table of the paths that references get; null: references stay as they are,
   ///     and are only asked about.
-  explicit ReferenceMapper(CPIDManager* paths) : paths_(paths) {}
+  /// @param notes  whether Note is told.
+  ReferenceMapper(CPIDManager* paths, bool notes) : paths_(paths), notes_(notes) {}
 
   void Map(IZDMObject* object);
+  /// References of the object that was mapped last stay as they were, as what comes in their place
+  /// is not there yet: they are to be mapped again, when it is.
+  bool IsUnfinished() const { return isUnfinished_; }
+  /// Without notes; what has no other target by now stays.
+  void MapAgain(IZDMObject* object);
 
   bool Visit(IZDMObject* root, IZDMObject* owner, IZRelation* reltn) override;
   bool MapCID(IZDMObject* root, IZDMObject* owner, IZRelation* reltn, CID* cid) override;
@@ -32,30 +37,46 @@ class ReferenceMapper : public ZReltnVisitor<IZReltnVisitor> {
   bool MapPID(IZDMObject* root, IZDMObject* owner, IZRelation* reltn, PID** pid) override;
 
  protected:
-  /// The record in place of `record`; null cuts the reference.
-  virtual OID* Replacement(OID* record) = 0;
-  /// Told of every record that a walk meets, in its order.
-  /// @param isCut  the reference refers to nothing from now on.
-  virtual void Note(OID* record, ReferenceVia via, bool isCut) = 0;
+  struct Target {
+    OID* record;  // null cuts the reference
+    ReferenceFate fate;
+    bool isInside;  // of the set, as `record` is
+    bool isLater;   // it is not there yet, and `record` not the one
+  };
+  /// What stands in place of `record`.
+  /// @param again  it may have been mapped before.
+  virtual Target TargetFor(OID* record, bool again) = 0;
+  /// Told of every record outside of the set that a walk meets, in its order, and of those inside
+  /// that are cut.
+  virtual void Note(OID* record, ReferenceVia via, ReferenceFate fate) = 0;
 
  private:
+  struct Prospect {
+    bool canMap = true;
+    bool isLater = false;
+  };
+
+  void MapAll(IZDMObject* object);
+  Target TargetOf(OID* record) { return TargetFor(record, isAgain_); }
   void MapHidden(IZDMObject* owner, IZReltnColl* coll, bool isNested);
   void MapParameter(IZDMObject* object, IZParameter& parameter);
-  void MapValues(IZDMObject* owner, IZParameterArray& parameters);
-  void MapValue(IZDMObject* owner, ZDfValue* value);
+  void MapValue(IZDMObject* owner, IZParameter& parameter);
   void MapCurrent(IZDMObject* object);
   ReferenceVia ViaOf(const void* leaf);
-  bool CanMap(const PID* path);
+  Prospect ProspectOf(const PID* path);
   PID* Mapped(PID* path);
-  void NoteMet(OID* record, ReferenceVia via, bool isCut) {
-    if (!isHidden_) Note(record, via, isCut);
-  }
+  void NoteMet(OID* record, ReferenceVia via, const Target& target);
   void NotePath(const PID* path, bool isCut);
 
   CPIDManager* const paths_;
+  bool notes_;
+  bool isAgain_ = false;  // what is mapped now may have been mapped before
+  bool isUnfinished_ = false;
   std::vector<const void*> inParameters_;  // where the parameters' references stand, in walk order
   std::size_t nextInParameters_ = 0;
-  bool isHidden_ = false;  // what is led over now is not met by a walk
+  bool isParameter_ = false;  // what is walked now is a parameter itself
+  bool isHidden_ = false;     // what is led over now is not met by a walk
+  int depth_ = 0;             // of collections and relations in each other
 };
 
 }  // namespace zdm

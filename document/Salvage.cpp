@@ -51,9 +51,9 @@ class Builder {
 
   ZRefPtr<CZDocument> Build() {
     ListIDs();
-    LoadPaths();
     document_->BeginLoading();
     try {
+      LoadPaths();
       LoadObjects();
       LoadRoot();
       document_->EndLoading();
@@ -63,6 +63,7 @@ class Builder {
     }
     AdoptStrays();
     if (IsUsable(scan_.Order())) LoadOrder(*document_, Reading(scan_.Order().run.bytes));
+    if (!hasRoot_) MakeDefaults();
     document_->SetModified(true);
     return document_;
   }
@@ -76,9 +77,11 @@ class Builder {
   void LoadObjects();
   void LoadRoot();
   void AdoptStrays();
+  void MakeDefaults();
 
   const SalvageScan& scan_;
   ZRefPtr<CZDocument> document_;
+  bool hasRoot_ = false;
   std::unordered_set<LONG> onRing_;
   std::unordered_set<LONG> ownerless_;
 };
@@ -103,13 +106,12 @@ void Builder::ListIDs() {
 /// Without checksum they must be readable to their end.
 void Builder::LoadPaths() {
   if (!IsUsable(scan_.Paths())) return;
-  COIDManager* ids = document_->GetOIDManager();
-  const auto loads = [&](CPIDManager& paths) {
+  const auto loads = [&](CPIDManager& paths, COIDManager* ids) {
     const Reading stream(scan_.Paths().run.bytes);
     return paths.Load(stream, ids) && stream->GetBytesLeft() == 0;
   };
   CPIDManager trial;
-  if (loads(trial)) loads(*document_->GetPIDManager());
+  if (loads(trial, nullptr)) loads(*document_->GetPIDManager(), document_->GetOIDManager());
 }
 
 /// Owners that lead back to where they began: the first of each ring that is met has none then.
@@ -149,7 +151,8 @@ void Builder::LoadObjects() {
 
 void Builder::LoadRoot() {
   if (scan_.Root().trust == Trust::kNone) return;
-  LoadGuarded(document_, [&] { document_->Load(Reading(scan_.Root().run.bytes), document_); });
+  hasRoot_ =
+      LoadGuarded(document_, [&] { document_->Load(Reading(scan_.Root().run.bytes), document_); });
 }
 
 /// They stay in no manager when the last ID is taken, so that there is none for Recovered.
@@ -161,6 +164,13 @@ void Builder::AdoptStrays() {
   document_->ForgetStrays();
   IZDMObjMgr* recovered = RecoveredManager(*document_);
   for (const auto& stray : strays) Adopt(*recovered, stray);
+}
+
+/// Nothing tells any more what the document was given, so it gets what a new one has.
+void Builder::MakeDefaults() {
+  constexpr LONG kLeast = std::numeric_limits<LONG>::min() + 8;  // hard IDs are left for it
+  const std::vector<OID*>& oids = document_->GetOIDManager()->GetOIDs();
+  if (oids.empty() || oids.front()->ID > kLeast) document_->MakeDefaults();
 }
 
 TableState StateOf(const FoundTable& table) {
@@ -220,7 +230,7 @@ SalvageLedger Account(const RawContainer& container, const SalvageScan& scan, st
     object.id = oid->ID;
     object.fate = ObjectFate::kLost;
     const auto found = scan.Records().find(oid->ID);
-    if (oid->Object != nullptr && found == scan.Records().end()) continue;  // Recovered itself
+    if (oid->Object != nullptr && found == scan.Records().end()) continue;  // made here
     if (oid->Object != nullptr) {
       const FoundRecord& record = found->second;
       object.fate = record.trust == Trust::kDoubtful ? ObjectFate::kDoubtful

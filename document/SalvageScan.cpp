@@ -6,6 +6,7 @@
 #include "platform/core/ZCore.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/model/EmbeddedRecord.h"
+#include "zdm/module/DllRegisterZModule.h"
 
 #include <algorithm>
 #include <cstring>
@@ -192,6 +193,8 @@ void SalvageScan::VerifyEntries(bool mend) {
 
 /// Classes of objects that are registered, and those of the records found so far.
 void SalvageScan::CollectClasses() {
+  RegisterDocumentClasses();  // there may have been no document yet
+  DllRegisterZModule();
   for (const CZRClass* registered : ZCore::GetZFactory()->GetClasses()) {
     const GUID& classId = registered->GetClassID();
     if (classId == ClassRow<CZDocument>::kClassID) continue;

@@ -5,6 +5,7 @@
 #include "document/Meaning.h"
 #include "document/ReferenceMapper.h"
 #include "platform/ole/CAtlException.h"
+#include "zdm/categories/CategoryTree.h"
 #include "zdm/categories/IZCategory.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/identity/OID.h"
@@ -12,18 +13,23 @@
 #include "zdm/parameters/IZParameter.h"
 #include "zdm/parameters/IZParameterArray.h"
 #include "zdm/relations/CZReltnColl.h"
+#include "zdm/relations/ZDfValues.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace zdm {
 
 bool IsCopyable(IZDMObject* object) {
-  return dynamic_cast<CZDMAbsentObject*>(object) == nullptr &&
+  const CZRClass* const description = object->getZRClass();
+  return description != nullptr && description != CZDMAbsentObject::gpDesc &&
          ViewAs<IZDMProxyObject>(object) == nullptr &&
-         ZCore::GetZFactory()->IsRegistered(object->GetZRID());
+         ZCore::GetZFactory()->IsRegistered(description->GetClassID());
 }
 
 bool IsAlive(const OID* record) {
-  return record->Object != nullptr && record->JudgeStatus(ZOS_VALID) &&
-         !record->JudgeStatus(ZOS_DELETED);
+  return record->Object != nullptr && record->Status.test(ZOS_VALID) &&
+         !record->Status.test(ZOS_DELETED);
 }
 
 bool IsListedIn(CZDocument& document, IZDMObject* object) {
@@ -38,57 +44,89 @@ Refusal JudgeDocuments(const CZDocument& source, const CZDocument& target) {
 
 namespace {
 
-/// Copied collections have no collections in them: each gets its place in `to`.
-void CopyNested(IZReltnColl* from, IZReltnColl* to) {
-  if (from == nullptr || to == nullptr || from->GetCount() == to->GetCount()) return;
-  LONGLONG place = to->GetHeadPosition();
-  for (LONGLONG pos = from->GetHeadPosition(); pos != 0;) {
-    IZRelation* element = from->GetNext(pos);
-    if (auto* nested = ViewAs<IZReltnColl>(element)) {
-      const auto copy = CreateAs<IZReltnColl, CZReltnColl>();
-      if (copy == nullptr) throw CAtlException(E_OUTOFMEMORY);
-      copy->CopyFrom(nested);
-      CopyNested(nested, copy);
-      if (place != 0) {
-        to->InsertBefore(copy, &place);
+/// Copied collections have no collections in them: each gets its place in `to`. One that is met on
+/// the way down to itself is left out, and so is what is too deep to be led over.
+class NestedCopier {
+ public:
+  void Copy(IZReltnColl* from, IZReltnColl* to) {
+    if (from == nullptr || to == nullptr || from->GetCount() == to->GetCount()) return;
+    path_.push_back(from);
+    LONGLONG place = to->GetHeadPosition();
+    for (LONGLONG pos = from->GetHeadPosition(); pos != 0;) {
+      IZRelation* element = from->GetNext(pos);
+      if (auto* nested = ViewAs<IZReltnColl>(element)) {
+        CopyInto(to, nested, place);
+      } else if (element != nullptr && place != 0) {
         to->GetNext(place);
-      } else {
-        to->AddTail(copy);
       }
-    } else if (element != nullptr && place != 0) {
+    }
+    path_.pop_back();
+  }
+
+ private:
+  void CopyInto(IZReltnColl* to, IZReltnColl* nested, LONGLONG& place) {
+    if (path_.size() >= kMaxCategoryDepth - 1 || std::ranges::find(path_, nested) != path_.end())
+      return;
+    if (++made_ > kMaxCategoryReltns) throw CAtlException(E_FAIL);
+    const auto copy = NewOf<IZReltnColl, CZReltnColl>();
+    copy->CopyFrom(nested);
+    Copy(nested, copy);
+    if (place != 0) {
+      to->InsertBefore(copy, &place);
       to->GetNext(place);
+    } else {
+      to->AddTail(copy);
     }
   }
-}
+
+  std::vector<const IZReltnColl*> path_;
+  ULONG made_ = 0;
+};
+
+void CopyNested(IZReltnColl* from, IZReltnColl* to) { NestedCopier().Copy(from, to); }
+
+void CopyRest(IZDMObject* from, IZDMObject* to);
 
 /// Copied parameters have no links.
-void CopyLink(IZParameter* from, IZParameter* to) {
-  if (from == nullptr || to == nullptr) return;
-  if (IZDMObject* source = from->GetLinkedObject()) to->SetLinkedObject(source);
+void CopyRest(IZParameter& from, IZParameter& to) {
+  if (IZDMObject* source = from.GetLinkedObject()) to.SetLinkedObject(source);
+  ZDfValue* value = from.GetValue();
+  ZDfValue* copied = to.GetValue();
+  if (value == nullptr || copied == nullptr || value->GetType() != copied->GetType()) return;
+  if (value->GetType() == ZDfReltnColl::kType) {
+    CopyNested(static_cast<ZDfReltnColl*>(value)->Value, static_cast<ZDfReltnColl*>(copied)->Value);
+  } else if (value->GetType() == ZDfElement::kType) {
+    IZDMObject* element = static_cast<ZDfElement*>(value)->Value;
+    IZDMObject* copy = static_cast<ZDfElement*>(copied)->Value;
+    if (element != nullptr && copy != nullptr) CopyRest(element, copy);
+  }
 }
 
 /// What a copy of an object leaves out.
 void CopyRest(IZDMObject* from, IZDMObject* to) {
   CopyNested(from->GetReltnColl(), to->GetReltnColl());
-  auto* category = ViewAs<IZCategory>(from);
-  auto* copied = ViewAs<IZCategory>(to);
-  if (category != nullptr && copied != nullptr) {
-    CopyNested(category->GetMemberColl(), copied->GetMemberColl());
+  if (auto* category = ViewAs<IZCategory>(from)) {
+    auto* copied = ViewAs<IZCategory>(to);
+    if (copied != nullptr) CopyNested(category->GetMemberColl(), copied->GetMemberColl());
   }
-  CopyLink(ViewAs<IZParameter>(from), ViewAs<IZParameter>(to));
-  IZParameterArray* links = from->PeekParameterArray();
-  IZParameterArray* copies = to->PeekParameterArray();
-  if (links == nullptr || copies == nullptr || links->GetCount() != copies->GetCount()) return;
-  for (LONG i = 0; i < links->GetCount(); ++i) CopyLink(links->GetAt(i), copies->GetAt(i));
+  if (auto* parameter = ViewAs<IZParameter>(from)) {
+    if (auto* copied = ViewAs<IZParameter>(to)) CopyRest(*parameter, *copied);
+  }
+  IZParameterArray* parameters = from->PeekParameterArray();
+  IZParameterArray* copies = parameters != nullptr ? to->PeekParameterArray() : nullptr;
+  if (copies == nullptr) return;
+  const LONG count = parameters->GetCount();
+  if (count != copies->GetCount()) return;
+  for (LONG i = 0; i < count; ++i) CopyRest(*parameters->GetAt(i), *copies->GetAt(i));
 }
 
 }  // namespace
 
 /// Lives on the stack.
-class Transfer::Mapper : public ReferenceMapper {
+class Transfer::Mapper final : public ReferenceMapper {
  public:
   Mapper(Transfer& transfer, CPIDManager* paths, std::vector<LeadingOut>* out)
-      : ReferenceMapper(paths), transfer_(transfer), out_(out) {}
+      : ReferenceMapper(paths, out != nullptr), transfer_(transfer), out_(out) {}
 
   void Map(IZDMObject* original, IZDMObject* object) {
     original_ = original;
@@ -96,20 +134,18 @@ class Transfer::Mapper : public ReferenceMapper {
   }
 
  protected:
-  OID* Replacement(OID* record) override {
-    const Destination* const destination = transfer_.Find(record);
-    if (destination == nullptr) return Stays(record) ? record : nullptr;
-    // Before the copies are made any record will do.
-    return destination->record != nullptr ? destination->record : record;
+  Target TargetFor(OID* record, bool again) override {
+    const Destination* const destination =
+        again ? transfer_.destinations_.Find(record) : transfer_.Find(record);
+    if (destination == nullptr) {
+      return {again || Stays(record) ? record : nullptr, ReferenceFate::kKept, false, false};
+    }
+    const bool isLater = destination->record == nullptr;
+    return {isLater ? record : destination->record, destination->fate, destination->isInside,
+            isLater};
   }
 
-  void Note(OID* record, ReferenceVia via, bool isCut) override {
-    if (out_ == nullptr) return;
-    const Destination* const known = transfer_.Find(record);
-    if (known != nullptr && known->isInside && !isCut) return;
-    const ReferenceFate fate = isCut              ? ReferenceFate::kCut
-                               : known != nullptr ? known->fate
-                                                  : ReferenceFate::kKept;
+  void Note(OID* record, ReferenceVia via, ReferenceFate fate) override {
     out_->push_back({original_, record, via, fate});
   }
 
@@ -136,7 +172,8 @@ class Transfer::Rollback {
     if (isDone_) return;
     for (; attached > 0; --attached) {
       IZDMObject* copy = copies[attached - 1];
-      if (auto* manager = ViewAs<IZDMObjMgr>(copy->GetOwner())) manager->RemoveItem(copy);
+      auto* manager = ViewAs<IZDMObjMgr>(copy->GetOwner());
+      if (manager != nullptr && manager->GetTail() == copy) manager->RemoveTailNoReturn();
     }
     for (; listed > 0; --listed) target_.GetOIDManager()->Remove(copies[listed - 1]->GetOID());
     try {
@@ -160,29 +197,35 @@ class Transfer::Rollback {
   bool isDone_ = false;
 };
 
+void Transfer::Reserve(std::size_t count) {
+  items_.reserve(items_.size() + count);
+  destinations_.Reserve(items_.size() + count);
+}
+
 void Transfer::Copy(IZDMObject* original, IZDMObjMgr* fallback) {
   items_.push_back({original, nullptr, fallback});
-  destinations_[original->GetOID()] = {nullptr, ReferenceFate::kKept, true};
+  *destinations_.Insert(original->GetOID()).first = {nullptr, ReferenceFate::kKept, true};
 }
 
 void Transfer::Replace(IZDMObject* original, IZDMObject* counterpart) {
   items_.push_back({original, counterpart, nullptr});
-  destinations_[original->GetOID()] = {counterpart->GetOID(), ReferenceFate::kKept, true};
+  *destinations_.Insert(original->GetOID()).first = {counterpart->GetOID(), ReferenceFate::kKept,
+                                                     true};
 }
 
 void Transfer::LeadTo(const OID* record, OID* counterpart, ReferenceFate fate) {
-  destinations_.try_emplace(record, Destination{counterpart, fate, false});
+  const auto [destination, isNew] = destinations_.Insert(record);
+  if (isNew) *destination = {counterpart, fate, false};
 }
 
 /// Where references to `record` are led; null when that depends on what there is outside.
 const Transfer::Destination* Transfer::Find(const OID* record) {
-  auto found = destinations_.find(record);
-  if (found != destinations_.end()) return &found->second;
+  if (const Destination* known = destinations_.Find(record)) return known;
   OID* counterpart =
       meanings_ != nullptr && IsAlive(record) ? meanings_->Find(record->Object) : nullptr;
   if (counterpart == nullptr) return nullptr;
-  const Destination destination = {counterpart, ReferenceFate::kCounterpart, false};
-  return &destinations_.try_emplace(record, destination).first->second;
+  LeadTo(record, counterpart, ReferenceFate::kCounterpart);
+  return destinations_.Find(record);
 }
 
 std::vector<LeadingOut> Transfer::FindLeadingOut() {
@@ -193,50 +236,62 @@ std::vector<LeadingOut> Transfer::FindLeadingOut() {
 }
 
 IZDMObjMgr* Transfer::ManagerFor(const Item& item) {
-  const auto found = destinations_.find(item.original->GetOwnerOID());
-  const OID* owner = found != destinations_.end() ? found->second.record : nullptr;
+  const OID* record = item.original->GetOwnerOID();
+  const Destination* const led = record != nullptr ? destinations_.Find(record) : nullptr;
+  const OID* owner = led != nullptr ? led->record : nullptr;
   auto* manager = owner != nullptr ? ViewAs<IZDMObjMgr>(owner->Object) : nullptr;
   return manager != nullptr ? manager : item.fallback;
 }
 
-std::vector<IZDMObject*> Transfer::CarryOut() {
-  COIDManager& ids = *target_.GetOIDManager();
+/// A copy, listed, of what is copied; of what is replaced the former data are kept.
+IZDMObject* Transfer::Make(const Item& item, Rollback& work) {
+  IZDMObject* const source = item.counterpart != nullptr ? item.counterpart : item.original;
+  auto copy = CloneAs<IZDMObject>(source);
+  if (copy == nullptr) throw CAtlException(E_OUTOFMEMORY);
+  CopyRest(source, copy);
+  if (item.counterpart != nullptr) {
+    work.replaced.emplace_back(item.counterpart, std::move(copy));
+    item.counterpart->CopyFrom(item.original, kCopyMode);
+    CopyRest(item.original, item.counterpart);
+    return item.counterpart;
+  }
+  IZDMObject* const made = copy;
+  work.copies.push_back(std::move(copy));
+  target_.GetOIDManager()->AssignNewID(made->GetOID());
+  ++work.listed;
+  destinations_.Find(item.original->GetOID())->record = made->GetOID();
+  return made;
+}
+
+/// For what `items` objects refer to, by what the first of them do: moving that later would cost as
+/// much memory again.
+void Transfer::MakeRoom(std::vector<LeadingOut>& leadingOut, std::size_t items) {
+  constexpr std::size_t kMostEach = 16;
+  const std::size_t each = std::min(leadingOut.size() * 5 / (4 * kSample) + 1, kMostEach);
+  leadingOut.reserve(leadingOut.size() + each * items);
+}
+
+std::vector<IZDMObject*> Transfer::CarryOut(std::vector<LeadingOut>* leadingOut) {
   Rollback work(target_);
+  work.copies.reserve(items_.size());
+  Mapper mapper(*this, target_.GetPIDManager(), leadingOut);
+  // Each is led over while it is at hand. Only what refers to one still to come is met again.
+  std::vector<IZDMObject*> unfinished;
+  std::size_t number = 0;
   for (const Item& item : items_) {
-    const auto copy =
-        CloneAs<IZDMObject>(item.counterpart != nullptr ? item.counterpart : item.original);
-    if (copy == nullptr) throw CAtlException(E_OUTOFMEMORY);
-    CopyRest(item.counterpart != nullptr ? item.counterpart : item.original, copy);
-    if (item.counterpart != nullptr) {
-      work.replaced.emplace_back(item.counterpart, copy);
-    } else {
-      work.copies.push_back(copy);
-    }
+    if (leadingOut != nullptr && number++ == kSample) MakeRoom(*leadingOut, items_.size());
+    IZDMObject* const object = Make(item, work);
+    mapper.Map(item.original, object);
+    if (mapper.IsUnfinished()) unfinished.push_back(object);
   }
-  for (IZDMObject* copy : work.copies) {
-    ids.AssignNewID(copy->GetOID());
-    ++work.listed;
-  }
-  auto next = work.copies.begin();
-  for (const Item& item : items_) {
-    if (item.counterpart != nullptr) {
-      item.counterpart->CopyFrom(item.original, kCopyMode);
-      CopyRest(item.original, item.counterpart);
-    } else {
-      destinations_[item.original->GetOID()].record = (*next++)->GetOID();
-    }
-  }
-  Mapper mapper(*this, target_.GetPIDManager(), nullptr);
-  next = work.copies.begin();
-  for (const Item& item : items_) {
-    mapper.Map(item.original, item.counterpart != nullptr ? item.counterpart : (*next++).Get());
-  }
+  for (IZDMObject* object : unfinished) mapper.MapAgain(object);
   std::vector<IZDMObject*> copies;
+  copies.reserve(work.copies.size());
   for (const Item& item : items_) {
     if (item.counterpart != nullptr) continue;
-    IZDMObject* copy = work.copies[copies.size()];
+    IZDMObject* const copy = work.copies[copies.size()];
     ManagerFor(item)->AttachTail(copy);
-    work.attached = copies.size() + 1;
+    ++work.attached;
     copy->SetStatus(ZOS_ATTACHED);
     copy->SetStatus(ZOS_VALID);
     copies.push_back(copy);

@@ -1,6 +1,7 @@
 // Hostile bytes as the record of a map of category relations, which is then indexed. After a
 // rebuild every relation of the trees has a category, and a second rebuild changes nothing.
-#include "fuzz/CategoryFuzz.h"
+#include "fuzz/ObjectFuzz.h"
+#include "tests/categories/CategorySupport.h"
 #include "zdm/categories/ZCategoryReltnMap.h"
 
 using namespace zdm::test;
@@ -15,16 +16,16 @@ std::vector<BYTE> Saved(const ZCategoryReltnMap& map, TestDatabase& db) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+ZDM_FUZZ(bytes) {
   TestDatabase db;
   const ZRefPtr<IZCategory> categories[] = {NewCategory(db, 1), NewCategory(db, 2)};
   ZCategoryReltnMap map;
-  ByteStream stream(std::vector<BYTE>(data, data + size));
-  Succeeds([&] { map.Load(&stream, &db); });
+  ByteStream stream(bytes);
+  Loads([&] { map.Load(&stream, &db); });
   map.RebuildCategoryMap();
-  const std::vector<BYTE> bytes = Saved(map, db);
+  const std::vector<BYTE> rebuilt = Saved(map, db);
   map.RebuildCategoryMap();
-  Require(Saved(map, db) == bytes);
+  Require(Saved(map, db) == rebuilt);
   for (const auto& category : categories) {
     auto* relation = zdm::ViewAs<IZCategoryReltn>(map.GetCategoryReltn(category.Get()));
     Require(relation == nullptr || relation->GetCategory() == category);
@@ -38,5 +39,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             (map.GetCategoryReltn(category.Get()) == nullptr));
     zdm::ViewAs<IZCategorizing>(category)->SetCategoryReltn(nullptr);
   }
-  return 0;
 }

@@ -1,14 +1,12 @@
 // Hostile bytes as a manager of definitions: the keys read can be sorted, and each has its name.
-#include "fuzz/OwnDataDoor.h"
+#include "fuzz/ObjectFuzz.h"
 #include "zdm/model/CZDefinitionMgr.h"
 
-#include <cstdint>
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const auto manager = zdm::test::KnockOnOwnData<CZDefinitionMgr>({data, data + size});
+ZDM_FUZZ(bytes) {
+  const auto manager = zdm::test::KnockOnOwnData<CZDefinitionMgr>(bytes);
   std::vector<LONG> keys = {7};
   for (const auto& [key, entry] : *manager->GetNameTable()) {
-    if (entry->key != key) std::abort();
+    zdm::test::Require(entry->key == key);
     keys.push_back(key);
   }
   manager->SortKeysByRegistration(keys);
@@ -16,5 +14,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     zdm::Bstr name;
     manager->GetNameByKey(key, name.Out());
   }
-  return 0;
 }

@@ -32,10 +32,10 @@ ZDM_FUZZ(bytes) {
   Require(read.size() <= bytes.size() / 12);
   Require(isComplete == (bytes.size() >= sizeof(count) && count >= 0 &&
                          read.size() == static_cast<std::size_t>(count)));
-  const BYTE* entry = bytes.data() + sizeof(count);
+  std::size_t entry = sizeof(count);
   for (const OID* record : read) {
     const LONG words[] = {record->AuxWord1, record->AuxWord2, record->ID};
-    Require(std::memcmp(entry, words, sizeof(words)) == 0);
+    Require(std::memcmp(&bytes[entry], words, sizeof(words)) == 0);
     entry += sizeof(words);
   }
 

@@ -26,4 +26,32 @@ inline void RequireStable(IZDMObject& object, IZDMObject& again, TestDatabase& d
   Require(BytesOf(again, &db) == saved);
 }
 
+/// What was loaded, also in part, can be saved; where the bytes load again, they are saved again.
+inline void RequireStableIfLoaded(IZRelation& loaded, IZRelation& again, TestDatabase& db) {
+  const std::vector<BYTE> saved = BytesOf(loaded, &db);
+  if (Loads([&] { LoadBytes(again, saved, &db); })) Require(BytesOf(again, &db) == saved);
+}
+
+/// Whatever own data is read, also in part, can be written, reads back, and is written the same
+/// then. Loaded into an object that has data already, the bytes are no more and no less damaged.
+/// @return  the object that was loaded.
+template <class C>
+ZRefPtr<C> KnockOnOwnData(const std::vector<BYTE>& bytes) {
+  const auto loads = [](C& object, const std::vector<BYTE>& from) {
+    ByteStream stream(from);
+    return Loads([&] { object.LoadOwnData(&stream, nullptr); });
+  };
+  const auto saved = [](C& object) {
+    ByteStream stream;
+    object.SaveOwnData(&stream, nullptr);
+    return stream.GetBytes();
+  };
+  const auto object = zdm::MakeObject<C, C>();
+  const bool whole = loads(*object, bytes);
+  const auto again = zdm::MakeObject<C, C>();
+  Require(loads(*again, saved(*object)) && saved(*again) == saved(*object));
+  Require(loads(*again, bytes) == whole);
+  return object;
+}
+
 }  // namespace zdm::test

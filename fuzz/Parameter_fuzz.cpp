@@ -1,12 +1,10 @@
 // Hostile bytes as three parameters of one document, which may be linked to each other and to
 // themselves, or have each other for definition: reading, showing, copying and walking them ends,
 // and what is written reads back the same.
+#include "fuzz/Fuzz.h"
 #include "tests/parameters/ParameterSupport.h"
 #include "tests/support/CapturedOutput.h"
 #include "zdm/relations/ZReltnVisitorStatus.h"
-
-#include <cstdint>
-#include <cstdlib>
 
 using namespace zdm::test;
 
@@ -14,7 +12,7 @@ namespace {
 
 bool Loads(IZParameter* parameter, const Bytes& bytes, IZDatabase* database) {
   ByteStream stream(bytes);
-  return Thrown([&] { parameter->Load(&stream, database); }) == S_OK;
+  return zdm::test::Loads([&] { parameter->Load(&stream, database); });
 }
 
 Bytes Saved(IZParameter* parameter, IZDatabase* database) {
@@ -25,9 +23,8 @@ Bytes Saved(IZParameter* parameter, IZDatabase* database) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+ZDM_FUZZ(bytes) {
   const zdm::CapturedOutput output;
-  const Bytes bytes(data, data + size);
   Definitions db;                 // its manager has ID 1
   const auto first = db.Make(1);  // 2
   const ZRefPtr<IZParameter> parameters[] = {MakeSource(db, first), MakeSource(db, first),
@@ -37,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const auto& parameter : parameters) {
     const double asked = parameter->GetDouble();
     const double again = parameter->GetDouble();
-    if (!(asked == again) && asked == asked) std::abort();
+    Require(asked == again || asked != asked);
     const auto property = MakeProperty();
     property->SetGUID(Key(1));
     bool handled = false;
@@ -45,14 +42,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     parameter->ApplyProperty(0, property, 0, &handled);
     ZRefPtr<IZParameter> copy;
     parameter->CloneParameter(copy.Out());
-    if ((copy->GetValue() == nullptr) != (parameter->GetValue() == nullptr)) std::abort();
+    Require((copy->GetValue() == nullptr) == (parameter->GetValue() == nullptr));
     ZReltnVisitorStatus visitor;
     parameter->Accept(nullptr, ObjectOf(parameter), &visitor);
 
     const Bytes saved = Saved(parameter, &db);
     const auto loaded = MakeParameter();
-    if (Loads(loaded, saved, &db) && Saved(loaded, &db) != saved) std::abort();
+    if (Loads(loaded, saved, &db)) Require(Saved(loaded, &db) == saved);
   }
   for (const auto& parameter : parameters) parameter->SetValue(nullptr);
-  return 0;
 }

@@ -1,4 +1,4 @@
 // The record of an index property: a property's, then the entries.
-#include "fuzz/PropertyDoor.h"
+#include "fuzz/PropertyFuzz.h"
 
 ZDM_FUZZ(bytes) { zdm::test::KnockOnProperty<CZPropertyIndex>(bytes); }

@@ -1,4 +1,4 @@
 // The record of a property.
-#include "fuzz/PropertyDoor.h"
+#include "fuzz/PropertyFuzz.h"
 
 ZDM_FUZZ(bytes) { zdm::test::KnockOnProperty<CZProperty>(bytes); }

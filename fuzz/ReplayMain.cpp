@@ -1,4 +1,5 @@
-// Runs a fuzz target over the files of its corpus folder, given as the one argument.
+// Runs a fuzz target over no bytes at all, as the engine begins, and over the files of its corpus
+// folder, given as the one argument.
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -13,6 +14,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: %s CORPUS-FOLDER\n", argv[0]);
     return 2;
   }
+  LLVMFuzzerTestOneInput(nullptr, 0);
   int files = 0;
   for (const auto& entry : std::filesystem::directory_iterator(argv[1])) {
     std::ifstream file(entry.path(), std::ios::binary);

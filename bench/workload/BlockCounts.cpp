@@ -2,6 +2,7 @@
 //   workload_blocks
 // prints a line for each size, "SIZE COUNT", with the number of blocks a thousand objects.
 #include "bench/workload/LibraryDocument.h"
+#include "platform/core/SmallBlocks.h"
 
 #include <malloc.h>
 
@@ -14,7 +15,7 @@ namespace {
 
 constexpr std::size_t kLargest = 4096;  // larger ones are tables of the document, not of an object
 
-// What is allocated now, by size as it was asked for; the block before tells its own.
+// What is allocated of the heap now, by the size of its blocks.
 std::map<std::size_t, long long>* counts = nullptr;
 bool isCounting = true;
 
@@ -50,9 +51,15 @@ std::map<std::size_t, long long> CountsOf(std::uint32_t n) {
   workload::LibraryDocument document;
   static std::map<std::size_t, long long> found;
   found.clear();
+  const std::vector<zdm::SmallBlockUse> before = zdm::GetSmallBlockUse();
   counts = &found;
   document.Build(plans);
   counts = nullptr;
+  std::size_t i = 0;
+  for (const auto& [size, count] : zdm::GetSmallBlockUse()) {
+    if (count > before[i].count) found[size] += static_cast<long long>(count - before[i].count);
+    ++i;
+  }
   return found;
 }
 

@@ -74,20 +74,6 @@ class Seeker : public Looker {
   const OID* target_;
 };
 
-/// Leads references to objects over to their copies.
-class ToCopies : public Looker {
- public:
-  explicit ToCopies(const std::vector<IZDMObject*>& copies) : copies_(copies) {}
-  bool MapOID(IZDMObject*, IZDMObject*, IZRelation*, OID** oid) override {
-    const std::size_t i = static_cast<std::uint32_t>((*oid)->ID) - std::size_t{kFirstObject};
-    if (i < copies_.size()) *oid = copies_[i]->GetOID();
-    return false;
-  }
-
- private:
-  const std::vector<IZDMObject*>& copies_;
-};
-
 void AddParameters(IZDMObject& object, const ObjectPlan& plan, IZDefinitionMgr* definitions,
                    IZDMObject* referred) {
   constexpr USHORT kNoKey = 0xFFFF;
@@ -256,17 +242,9 @@ std::uint64_t LibraryDocument::Closure(std::uint32_t start) const {
 }
 
 void LibraryDocument::Copy() {
-  std::vector<IZDMObject*> copies;
-  copies.reserve(objects_.size());
-  for (IZDMObject* object : objects_) {
-    ZRefPtr<IZDMObject> copy;
-    object->CloneObject(copy.Out());
-    document_->Add(copy, zdm::ViewAs<IZDMObjMgr>(object->GetOwner()));
-    copies.push_back(copy);
-  }
-  ToCopies toCopies(copies);
-  for (IZDMObject* copy : copies) copy->VisitReferences(copy, &toCopies);
-  objects_.insert(objects_.end(), copies.begin(), copies.end());
+  const zdm::Copies copies = document_->Copy(objects_);
+  objects_.reserve(objects_.size() + copies.objects.size());
+  for (const zdm::CopiedObject& each : copies.objects) objects_.push_back(each.copy);
 }
 
 }  // namespace workload

@@ -3,6 +3,7 @@
 // Counts are plain: an object is used on one thread at a time.
 #pragma once
 
+#include "platform/core/SmallBlocks.h"
 #include "platform/ole/ole.h"
 
 #include <memory>
@@ -14,7 +15,7 @@ namespace zdm {
 class ChangeWatch;
 }
 
-class ZDM_API CZObject {
+class ZDM_API CZObject : public zdm::InSmallBlocks {
  public:
   /// Starts at count 1: the creator's reference. So does a copy; assignment leaves the count alone.
   /// Aggregated interfaces belong to the one object and are not copied.

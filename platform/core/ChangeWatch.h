@@ -22,7 +22,6 @@ class ZDM_API ChangeWatch {
     Look(const Look&) = delete;
     Look& operator=(const Look&) = delete;
   };
-  static bool IsLooking() { return number_ != 0; }
 
   static void Watch(CZObject& thing) { Watch(thing.watch_); }
   /// For a part of something that is no object itself; it keeps `mark`, 0 at first.

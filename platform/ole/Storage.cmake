@@ -6,7 +6,6 @@ target_sources(zdm PRIVATE
   StorageReplace.cpp)
 if(NOT WIN32)
   target_sources(zdm PRIVATE
-    portable/ClassStream.cpp
     portable/ContentStream.cpp
     portable/FileStream.cpp
     portable/GsfWriter.cpp

@@ -123,8 +123,7 @@ bool HoldsZero(BSTR text) {
 }
 
 HRESULT ReadValue(IStream* stream, Variant* value) {
-  VARIANT read;
-  VariantInit(&read);
+  VARIANT read = {};  // whole: older systems' VariantInit leaves the value as it was
   VARTYPE type = VT_EMPTY;
   HRESULT result = Read(stream, &type, sizeof type);
   if (FAILED(result)) return result;

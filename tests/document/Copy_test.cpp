@@ -3,14 +3,21 @@
 
 #include "document/Audit.h"
 #include "document/CZDMMaterial.h"
+#include "document/CZPlainSingleReltn.h"
 #include "document/Meaning.h"
 #include "tests/document/DocumentSupport.h"
 #include "tests/document/RandomDocument.h"
 #include "tests/support/TestDatabase.h"
+#include "zdm/categories/CZCategoryReltn.h"
 #include "zdm/categories/CZDMCategory.h"
 #include "zdm/categories/IZCategory.h"
 #include "zdm/extdata/CZExtDataObj.h"
 #include "zdm/identity/OID.h"
+#include "zdm/model/CZDefinition.h"
+#include "zdm/model/CZDefinitionMgr.h"
+#include "zdm/parameters/IZParameterArray.h"
+#include "zdm/properties/CZProperty.h"
+#include "zdm/relations/CZReltnColl.h"
 
 #include <algorithm>
 #include <map>
@@ -193,6 +200,42 @@ TEST_F(CopyReport, LeadsToWhatMeansTheSameInTheOtherDocument) {
   EXPECT_EQ(other.ReferencesTo(other.Find(3)).size(), 1u);
 }
 
+TEST_F(CopyReport, BringsDefinitionsThatAreMissingThere) {
+  const GUID key = zdm::ParseGuid("D0000000-0000-4000-8000-000000000007");
+  const auto definitions = zdm::MakeObject<IZDefinitionMgr, CZDefinitionMgr>();
+  document.Add(definitions.Get(), nullptr);  // 6
+  definitions->RegisterName(3, OLESTR("Sizes"));
+  const auto property = zdm::NewOf<IZProperty, CZProperty>();
+  property->SetGUID(key);
+  const auto definition = zdm::MakeObject<IZDefinition, CZDefinition>();
+  definition->SetProperty(property, true);
+  definition->SetIndex(3);
+  definitions->AddDefinition(definition);  // 7
+  ZRefPtr<IZParameterArray> array;
+  b->GetParameterArray(array.Out());
+  array->BeginAdd();
+  array->AddDoubleParameter(definitions, &key, 1, 2.5, 0);
+  array->EndAdd();
+  for (const bool hasManager : {false, true}) {
+    auto other = Document::Create();
+    if (hasManager) other.Add(zdm::MakeObject<IZDMObject, CZDefinitionMgr>(), nullptr);
+    const Copies copies = document.CopyTo(other, {b});
+    EXPECT_EQ(TextOf(copies.objects), hasManager ? "4>2 7>3 " : "4>1 6>2 7>3 ");
+    EXPECT_EQ(TextOf(copies.leadingOut), "");
+    IZParameter* parameter = copies.objects[0].copy->GetParameter(key);
+    ASSERT_NE(parameter, nullptr);
+    EXPECT_EQ(zdm::ViewAs<IZDMObject>(parameter->GetDefinition()), other.Find(3));
+    auto* there = zdm::ViewAs<IZDefinitionMgr>(other.Find(3)->GetOwner());
+    EXPECT_EQ(IDOf(there), hasManager ? 1 : 2);
+    zdm::Bstr name;
+    there->GetNameByKey(3, name.Out());
+    EXPECT_EQ(name.View(), OLESTR("Sizes"));
+    const Copies again = document.CopyTo(other, {b});
+    EXPECT_EQ(TextOf(again.objects), "4>4 ");
+    EXPECT_EQ(TextOf(again.leadingOut), "4>7p~ ");
+  }
+}
+
 TEST_F(CopyReport, ExtendedDataComesAlongAndIsTheCopysOwn) {
   const GUID key = zdm::ParseGuid("E0000000-0000-4000-8000-000000000001");
   const auto item = zdm::MakeObject<IZExtDataAccess, CZExtDataObj>();
@@ -247,6 +290,44 @@ TEST(Copy, IsRefusedWhileTheDocumentIsBeingClosed) {
     document.Add(zdm::Attached<IZDMObject>(new AskingAtTheEnd(*document.Get(), refusal)), nullptr);
   }
   EXPECT_EQ(refusal, Refusal::kClosing);
+}
+
+/// A thousand collections in each other, the last one with the first, and as many relations.
+TEST(Copy, WhatIsNestedTooDeepIsCutOff) {
+  auto document = Document::Create();
+  IZDMObject* object = document.Add(OLESTR("x"));
+  const auto outermost = zdm::MakeObject<IZReltnColl, CZReltnColl>();
+  IZReltnColl* innermost = outermost;
+  ZRefPtr<IZCategoryReltn> tree;
+  for (int i = 0; i < 1000; ++i) {
+    const auto inner = zdm::MakeObject<IZReltnColl, CZReltnColl>();
+    innermost->AddTail(inner);
+    const auto relation = zdm::MakeObject<IZSingleReltn, CZPlainSingleReltn>();
+    relation->SetReltnObj(object);
+    innermost->AddTail(relation);
+    innermost = inner;
+    const auto above = zdm::MakeObject<IZCategoryReltn, CZCategoryReltn>();
+    above->SetReltnObj(object);
+    if (tree != nullptr) above->AddSubReltn(tree);
+    tree = above;
+  }
+  innermost->AddTail(outermost);
+  object->AddRelation(outermost);
+  object->AddRelation(tree.Get());
+  const Copies copies = document.Copy({object});
+  IZDMObject* copy = copies.objects[0].copy;
+  for (IZDMObject* each : {object, copy}) {
+    const auto references = document.ReferencesOf(each);
+    EXPECT_EQ(references.size(), 256u);
+    for (const zdm::Reference& reference : references) EXPECT_EQ(reference.to, each->GetOID());
+  }
+  int depth = 0;
+  for (auto* at = copy->GetReltnColl(); at != nullptr; ++depth) {
+    EXPECT_EQ(zdm::ViewAs<IZSingleReltn>(at->GetTail())->GetReltnOID(), copy->GetOID());
+    at = zdm::ViewAs<IZReltnColl>(at->GetHead());
+  }
+  EXPECT_EQ(depth, 255);
+  innermost->RemoveAll();
 }
 
 TEST(Copy, ManagersBelowEachOtherAreCopiedOnce) {

@@ -61,6 +61,10 @@ TEST(DocumentFile, AnyDocumentComesBackAsItWas) {
     RandomDocument made(seed);
     auto& document = made.document;
     EXPECT_TRUE(document->IsModified());
+    for (OID* oid : {document->GetOID(), document->GetOIDManager()->GetOIDs().back()}) {
+      oid->AuxWord1 = 7;
+      oid->AuxWord2 = 8;
+    }
     const auto opened = Reopened(*document.Get());
     EXPECT_FALSE(document->IsModified() || opened->IsModified());
     ASSERT_EQ(LinksIn(*opened), LinksIn(*document.Get())) << seed;
@@ -106,8 +110,11 @@ TEST(DocumentFile, AnIDReferredToIsKeptWithoutItsObject) {
   auto document = Document::Create();
   IZDMObject* gone = document.Add(OLESTR("Gone"));  // 1
   document.Relate(document.Add(OLESTR("Wall")), gone);
+  document->GetPIDManager()->QueryPID(gone);
   gone->SetObjectValid(false);
   auto opened = Reopened(*document.Get());
+  EXPECT_EQ(opened->GetPIDManager()->GetPIDs().front()->OIDs.size(), 1u) << "on a path, too";
+  EXPECT_EQ(opened->GetOIDManager()->QuerySoftID(), 3) << "the lost one's ID is not given again";
   EXPECT_EQ(opened->GetOIDByID(1)->Object, nullptr);
   EXPECT_EQ(zdm::ReferencesOf(opened->GetOIDByID(2)->Object)[0].to->ID, 1);
 }

@@ -3,6 +3,7 @@
 #include "document/Merge.h"
 
 #include "document/Audit.h"
+#include "document/MergeCandidates.h"
 #include "tests/document/DocumentSupport.h"
 #include "tests/document/RandomDocument.h"
 #include "tests/support/TestDatabase.h"
@@ -11,9 +12,12 @@
 #include "zdm/identity/OID.h"
 #include "zdm/identity/ZReltnVisitorMapID.h"
 #include "zdm/model/CZDMObjColl.h"
+#include "zdm/parameters/CZDMParameter.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
+#include <ranges>
 #include <string>
 
 using namespace zdm::test;
@@ -162,6 +166,59 @@ TEST_F(MergeTest, AsksForEveryPairAndNamesWhatIsCut) {
   ASSERT_EQ(references.size(), 1u);
   EXPECT_EQ(references[0].to->ID, 6);
   EXPECT_EQ(zdm::ViewAs<IZDMObjMgr>(target.Find(1))->GetCount(), 3);
+}
+
+/// Under other IDs, in the other order; some differ by less than numbers may.
+TEST(MergeCandidates, FindParametersAsTheirManagerDoes) {
+  using Set = void (*)(IZDMParameter&);
+  const Set values[] = {[](IZDMParameter& p) { p.SetDouble(1); },
+                        [](IZDMParameter& p) { p.SetDouble(1.000009); },
+                        [](IZDMParameter& p) { p.SetDouble(1.000018); },
+                        [](IZDMParameter& p) { p.SetDouble(std::nan("")); },
+                        [](IZDMParameter& p) { p.SetLong(1); },
+                        [](IZDMParameter& p) { p.SetLong(2); },
+                        [](IZDMParameter& p) { p.SetBool(true); },
+                        [](IZDMParameter& p) { p.SetUlongPtr(1); },
+                        [](IZDMParameter& p) { p.SetGUID(GUID_NULL); },
+                        [](IZDMParameter& p) { p.SetString(OLESTR("a-b")); },
+                        [](IZDMParameter& p) { p.SetString(OLESTR("ab")); },
+                        [](IZDMParameter& p) { p.SetString(OLESTR("\u00E9")); },
+                        [](IZDMParameter& p) { p.SetString(OLESTR("e\u0301")); },
+                        [](IZDMParameter& p) { p.SetString(nullptr); },
+                        [](IZDMParameter& p) { p.SetString(OLESTR("")); },
+                        [](IZDMParameter& p) { p.SetRelation(nullptr, false); },
+                        [](IZDMParameter& p) { p.SetElement(nullptr); },
+                        [](IZDMParameter& p) { p.SetReadOnly(true); },
+                        [](IZDMParameter& p) { p.SetKey(5); },
+                        [](IZDMParameter& p) {
+                          p.SetKey(5);
+                          p.SetLong(1);
+                        },
+                        [](IZDMParameter& p) {
+                          p.SetReadOnly(true);
+                          p.SetLong(1);
+                        }};
+  auto source = Document::Create();
+  auto target = Document::Create();
+  std::vector<IZDMObject*> parameters;
+  const auto add = [&parameters](Document& document, Set set) {
+    const auto parameter = zdm::MakeObject<IZDMParameter, CZDMParameter>();
+    set(*parameter);
+    parameters.push_back(zdm::ViewAs<IZDMObject>(parameter.Get()));
+    document.Add(parameters.back(), nullptr);
+  };
+  for (std::size_t i = 0; i < std::size(values); ++i) target.Add(OLESTR("x"));
+  for (const Set set : std::views::reverse(values)) add(target, set);
+  parameters.clear();
+  for (const Set set : values) add(source, set);
+  const zdm::MergeCandidates candidates(*target.Get());
+  int found = 0;
+  for (std::size_t i = 0; i < parameters.size(); ++i) {
+    IZDMObject* counterpart = candidates.Find(parameters[i]);
+    EXPECT_EQ(counterpart, target->FindObject(parameters[i])) << i;
+    found += counterpart != nullptr ? 1 : 0;
+  }
+  EXPECT_EQ(found, static_cast<int>(std::size(values)) - 1) << "all but what is no number";
 }
 
 TEST_F(MergeTest, RefusesItself) {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "document/Document.h"
+#include "tests/support/Sanitized.h"
 #include "tests/support/UIDReltn.h"
 
 #include <functional>
@@ -15,7 +16,7 @@
 namespace zdm::test {
 
 /// Of a test over random documents; fewer where a sanitizer looks at every step.
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(ZDM_ADDRESS_SANITIZER)
 constexpr unsigned kTrials = 1250;
 #else
 constexpr unsigned kTrials = 10000;

@@ -5,6 +5,7 @@
 #include "platform/ole/CompoundFile.h"
 #include "tests/document/SalvageSupport.h"
 #include "tests/support/TestBytes.h"
+#include "zdm/categories/IZCategoryMgr.h"
 
 #include <cstring>
 #include <random>
@@ -64,11 +65,27 @@ TEST_F(SalvageTest, NeedsNoTableOfTheContainer) {
   EXPECT_EQ(NameOf(salvaged.document), "House");
 }
 
-/// Without index and version nothing has a checksum.
+/// Without index and version nothing has a checksum. What a new document has is given to one whose
+/// own record is lost, unless it is there.
 TEST_F(SalvageTest, WithoutIndexReadsWhatCanBeRead) {
-  EXPECT_GE(Try(WithoutKinds({RangeKind::kTables, RangeKind::kContainer})) + 2, contents.size());
+  Bytes damaged = WithoutKinds({RangeKind::kTables, RangeKind::kContainer});
+  EXPECT_GE(Try(damaged) + 2, contents.size());
   EXPECT_TRUE(Account(30).isUnchecked);
   EXPECT_EQ(Account(63).fate, ObjectFate::kAbsentClass) << "between known records";
+
+  const auto expectDefaults = [&] {
+    CZDocument& document = *salvaged.document;
+    EXPECT_NE(document.GetDefaultDispAttrib(), nullptr);
+    EXPECT_NE(document.GetMaterialMgr(), nullptr);
+    EXPECT_NE(document.FindByInterface(ZInterface<IZCategoryMgr>::ID()), nullptr);
+    EXPECT_EQ(document.GetCount(), 4) << "materials, categories, walls and doors";
+  };
+  expectDefaults();
+  for (const LONG id : {-2, -3, -4}) {
+    std::fill_n(&damaged[RecordOf(id).place], RecordOf(id).length, BYTE{0});
+  }
+  Try(damaged);
+  expectDefaults();
 }
 
 /// Streams whose sectors stand in any order are put together by the allocation table alone.

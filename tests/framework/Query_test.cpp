@@ -1,5 +1,4 @@
 // What an object answers to, and that every view reaches the one count.
-#include "platform/core/CZGlobalData.h"
 #include "platform/core/ZCore.h"
 #include "tests/support/TestClasses.h"
 #include "zdm/framework/CreateAs.h"
@@ -100,12 +99,6 @@ TEST(Class, CreatesByTheViewThatIsWanted) {
   EXPECT_EQ(Element::alive, 1);
 }
 
-TEST(Class, IdentifiersAreReadInEitherCase) {
-  constexpr GUID kExpected = {0xABCDEF01, 0x2345, 0x6789, {0xAB, 0xCD, 0xEF, 0, 1, 2, 3, 0x4F}};
-  EXPECT_TRUE(zdm::ParseGuid("ABCDEF01-2345-6789-ABCD-EF000102034F") == kExpected);
-  EXPECT_TRUE(zdm::ParseGuid("abcdef01-2345-6789-abcd-ef000102034f") == kExpected);
-}
-
 TEST(Class, OneThatIsNotCreatableHasNoDescriptor) {
   EXPECT_EQ(Coll::zInit(), nullptr);
   Coll coll;
@@ -131,29 +124,6 @@ TEST(Class, RegistrationKeepsItsOrderAndRefusesHalfARecord) {
   EXPECT_FALSE(ZCore::GetZFactory()->IsRegistered(unused));
 }
 
-TEST(Class, CreatedObjectsAreAnnounced) {
-  CZFactory& factory = *ZCore::GetZFactory();
-  std::vector<CZObject*> announced;
-  auto former =
-      factory.SetCreateReactor([&](CZObject* object, const GUID&) { announced.push_back(object); });
-  Stranger stranger;
-  factory.RegisterCreated(&stranger, GUID_NULL);
-  factory.RegisterCreated(nullptr, GUID_NULL);
-  factory.SetCreateReactor(former);
-  factory.RegisterCreated(&stranger, GUID_NULL);
-  EXPECT_EQ(announced, std::vector<CZObject*>{&stranger});
-}
-
-TEST(GlobalData, HostNamesTheApplication) {
-  const GUID own = CZGlobalData::GetZAppID();
-  const GUID host = {0xA, 0xB, 0xC, {}};
-  CZGlobalData::SetZAppID(host);
-  EXPECT_TRUE(CZGlobalData::GetZAppID() == host);
-  CZGlobalData::SetZAppID(GUID_NULL);
-  EXPECT_TRUE(CZGlobalData::GetZAppID() == own);
-  EXPECT_FALSE(own == GUID_NULL);
-}
-
 TEST(Class, InterfaceIdsAreStablePerName) {
   const unsigned short id = CZObject::AddInterface("ITestAnother");
   EXPECT_GE(id, 1);
@@ -161,6 +131,8 @@ TEST(Class, InterfaceIdsAreStablePerName) {
   EXPECT_STREQ(CZObject::GetInterfaceName(id), "ITestAnother");
   EXPECT_EQ(CZObject::GetInterfaceName(0), nullptr);
   EXPECT_EQ(CZObject::AddInterface(nullptr), 0);
+  constexpr GUID kRead = {0xABCDEF01, 0x2345, 0x6789, {0xAB, 0xCD, 0xEF, 0, 1, 2, 3, 0x4F}};
+  EXPECT_TRUE(zdm::ParseGuid("ABCDEF01-2345-6789-abcd-ef000102034f") == kRead);
 }
 
 }  // namespace

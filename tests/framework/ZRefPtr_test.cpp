@@ -1,11 +1,8 @@
 // Who owns what: reference pointers, clones, aggregated objects and weak handles.
 #include "platform/core/ZWeakHandle.h"
 #include "tests/support/TestClasses.h"
-#include "zdm/framework/CErrorObject.h"
 
 #include <gtest/gtest.h>
-
-#include <vector>
 
 namespace {
 
@@ -27,18 +24,6 @@ TEST(ZRefPtr, HoldsOneReferenceEach) {
     EXPECT_EQ(detached->Release(), 0u);
   }
   EXPECT_EQ(Element::alive, before);
-}
-
-TEST(ZRefPtr, AssignsAnyObjectByQuery) {
-  auto twofold = zdm::MakeObject<ITestElement, Twofold>();
-  auto stranger = zdm::MakeObject<IZObject, Stranger>();
-  ZRefPtr<ITestExtra> extra = twofold->GetIZObject();
-  ASSERT_NE(extra.Get(), nullptr);
-  EXPECT_EQ(extra->Extra(), 42);
-  extra = stranger.Get();
-  EXPECT_EQ(extra.Get(), nullptr);
-  EXPECT_EQ(twofold->GetReferenceCount(), 1u);
-  EXPECT_EQ(stranger->GetReferenceCount(), 1u);
 }
 
 TEST(ZRefPtr, ClonesComeWithCountZero) {
@@ -142,21 +127,6 @@ TEST(WeakHandle, IsDeadWhileItsObjectIsBeingDestroyedAndDestructionHappensOnce) 
   bool seen = false;
   (new LastWords(&seen))->Release();
   EXPECT_TRUE(seen);
-}
-
-TEST(ErrorObject, CopiesTheWholeRecordWithoutCounting) {
-  GUID guid = {1, 2, 3, {4}};
-  auto* object = reinterpret_cast<IZDMObject*>(0x10);
-  const CErrorObject filled(1, 2, 3, 4, 5, 6, guid, object);
-  CErrorObject record;
-  EXPECT_EQ(record.m_object, nullptr);
-  EXPECT_TRUE(record.m_guid == GUID_NULL);
-  record = filled;
-  EXPECT_EQ((std::vector<LONG>{record.m_int1, record.m_int2, record.m_int3, record.m_int4,
-                               record.m_long1, record.m_long2}),
-            (std::vector<LONG>{1, 2, 3, 4, 5, 6}));
-  EXPECT_TRUE(record.m_guid == guid);
-  EXPECT_EQ(record.m_object, object);
 }
 
 }  // namespace

@@ -105,7 +105,7 @@ class CIDStream : public testing::Test {
       : self(db->pids.QueryPID(db->MakeObject(nullptr, 3))),
         ref(db->pids.QueryPID(db->MakeObject(nullptr, 4))) {}
 
-  CID Load(std::vector<BYTE> bytes) {
+  CID Load(Bytes bytes) {
     CID cid;
     ByteStream stream(std::move(bytes));
     cid.Load(&stream, &db->pids, &db->oids);
@@ -117,28 +117,31 @@ class CIDStream : public testing::Test {
   PID* ref;
 };
 
-TEST_F(CIDStream, WritesThreeIDs) {
+TEST_F(CIDStream, WritesThreeIDsAPathWithoutItsFlagAsNone) {
   const CID cid(self, ref, db->GetOIDByID(4));
-  const auto bytes = Written([&](IZStream* stream) { cid.Save(stream); });
-  EXPECT_EQ(bytes, Words({1, 2, 4}));
-  EXPECT_TRUE(Load(bytes).IsSame(&cid));
+  const auto saved = [&] { return Written([&](IZStream* stream) { cid.Save(stream); }); };
+  EXPECT_EQ(saved(), Words({1, 2, 4}));
+  EXPECT_TRUE(Load(saved()).IsSame(&cid));
+  self->Valid = 0;
+  EXPECT_EQ(saved(), Words({0, 2, 4}));
+  EXPECT_EQ(Load(saved()).SelfPID, nullptr);
   EXPECT_EQ(Written([](IZStream* stream) { CID().Save(stream); }), Words({0, 0, 0}));
 }
 
-TEST_F(CIDStream, StoresAPathWithoutItsFlagAsNone) {
-  self->Valid = 0;
-  const CID cid(self, ref, nullptr);
-  const auto bytes = Written([&](IZStream* stream) { cid.Save(stream); });
-  EXPECT_EQ(bytes, Words({0, 2, 0}));
-  EXPECT_EQ(Load(bytes).SelfPID, nullptr);
-}
-
-TEST_F(CIDStream, ReadsUnknownIDsAsNone) {
+TEST_F(CIDStream, ReadsUnknownIDsAsNoneUnlessTheTableKeepsThem) {
   const CID cid = Load(Words({77, 2, 99}));
   EXPECT_EQ(cid.SelfPID, nullptr);
   EXPECT_EQ(cid.RefPID, ref);
   EXPECT_EQ(cid.ReltnOID, nullptr);
   EXPECT_EQ(Load(Words({0, 0, -1})).ReltnOID, db->GetOID()) << "the root";
+
+  db->oids.KeepReferred();
+  const OID* kept = Load(Words({0, 0, 99})).ReltnOID;
+  ASSERT_NE(kept, nullptr);
+  EXPECT_EQ(kept->ID, 99);
+  EXPECT_EQ(db->oids.GetOIDByID(99), nullptr) << "not before all are listed";
+  db->oids.ListReferred();
+  EXPECT_EQ(db->oids.GetOIDByID(99), kept);
 }
 
 TEST_F(CIDStream, KeepsTheReferenceWhenTheStreamEndsEarly) {

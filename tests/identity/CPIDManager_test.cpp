@@ -38,6 +38,9 @@ TEST_F(Pool, MakesOnePathForOneSequenceWhateverTheForm) {
   objects->Append(a);
   objects->Append(b);
   const PID twin(*path);
+  EXPECT_EQ(pool.FindPID(a.Get()), nullptr) << "the path of it alone";
+  EXPECT_EQ(pool.FindPID(static_cast<const PID*>(nullptr)), nullptr);
+  EXPECT_EQ(pool.QueryPID(static_cast<IZOptPath*>(nullptr)), nullptr);
   EXPECT_EQ(pool.QueryPID(records), path);
   EXPECT_EQ(pool.QueryPID(path->OIDs), path);
   EXPECT_EQ(pool.QueryPID(&twin), path);
@@ -60,17 +63,6 @@ TEST_F(Pool, ExtendsAPathByOneObject) {
   const auto stranger = zdm::MakeObject<IZObject, Stranger>();
   EXPECT_EQ(pool.QueryPID(one, stranger), nullptr);
   EXPECT_EQ(pool.GetPIDs().size(), 2U);
-}
-
-TEST_F(Pool, FindsAnObjectOnlyByThePathOfItAlone) {
-  pool.QueryPID(Records{a->GetOID(), b->GetOID()});
-  EXPECT_EQ(pool.FindPID(a.Get()), nullptr);
-}
-
-TEST_F(Pool, AnswersNullForNull) {
-  EXPECT_EQ(pool.FindPID(static_cast<const PID*>(nullptr)), nullptr);
-  EXPECT_EQ(pool.QueryPID(static_cast<IZOptPath*>(nullptr)), nullptr);
-  EXPECT_EQ(pool.QueryPID(static_cast<IZDMObject*>(nullptr)), nullptr);
 }
 
 TEST_F(Pool, StartsAgainWithoutDeletingPaths) {
@@ -117,11 +109,8 @@ TEST_F(Pool, FindsTheFirstOfEqualPaths) {
 TEST_F(Pool, FindsIDsOfAnySize) {
   constexpr LONG kLowest = std::numeric_limits<LONG>::min();
   const LONG ids[] = {0, 5000, kLowest, -1, 3, 5000, 0x7FFFFFFF, 66, 400, 3, kLowest};
-  std::vector<BYTE> bytes = Words({static_cast<LONG>(std::size(ids))});
-  for (const LONG id : ids) {
-    const auto path = Words({id, 0});
-    bytes.insert(bytes.end(), path.begin(), path.end());
-  }
+  Bytes bytes = Words({static_cast<LONG>(std::size(ids))});
+  for (const LONG id : ids) bytes = bytes + Words({id, 0});
   ByteStream stream(bytes);
   EXPECT_TRUE(pool.Load(&stream, &db->oids));
   const std::vector<PID*> paths(pool.GetPIDs().begin(), pool.GetPIDs().end());
@@ -137,7 +126,7 @@ TEST_F(Pool, KeepsTheCompletePathsOfAStreamThatEndsEarly) {
   const auto bytes = Words({2, 4, 1, 1, 9, 2, 1, 2});
   for (std::size_t size = 0; size < bytes.size(); ++size) {
     CPIDManager loaded;
-    ByteStream stream(std::vector<BYTE>(bytes.begin(), bytes.begin() + static_cast<LONG>(size)));
+    ByteStream stream(First(bytes, size));
     EXPECT_FALSE(loaded.Load(&stream, &db->oids)) << size;
     EXPECT_EQ(loaded.GetPIDs().size(), size >= 16 ? 1U : 0U) << size;
   }

@@ -1,6 +1,5 @@
 // Who refers to an object, by what, and whether the object may be deleted.
 #include "tests/identity/Document.h"
-#include "zdm/framework/CreateAs.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/ObjectOptions.h"
 #include "zdm/model/CZDMObjColl.h"

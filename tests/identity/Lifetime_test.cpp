@@ -17,31 +17,23 @@ using namespace zdm::test;
 
 ZRefPtr<IZDMObject> NewObject() { return zdm::MakeObject<IZDMObject, CZDMPlainObject>(); }
 
-TEST(Lifetime, AListedRecordStaysWithoutItsObject) {
-  COIDManager table;
-  table.Init();
-  auto object = NewObject();
-  table.AssignItemID(object, false, false);
-  OID* record = object->GetOID();
-  const UID uid(nullptr, nullptr, nullptr, object, nullptr);
-  object = nullptr;
-  EXPECT_EQ(record->Object, nullptr);
-  EXPECT_FALSE(record->JudgeStatus(ZOS_VALID) || record->JudgeStatus(ZOS_ATTACHED));
-  EXPECT_EQ(table.GetOIDByID(1), record);
-  EXPECT_FALSE(uid.IsValid());
-  EXPECT_EQ(uid.GetValidObject(true), nullptr);
-}
-
-TEST(Lifetime, ARecordOutOfTheListStaysToo) {
-  COIDManager table;
-  table.Init();
-  auto object = NewObject();
-  table.AssignItemID(object, true, false);
-  OID* record = object->GetOID();
-  table.Remove(record);
-  object = nullptr;
-  EXPECT_EQ(record->ID, -2);
-  EXPECT_EQ(record->Object, nullptr);
+TEST(Lifetime, ARecordStaysWithoutItsObjectListedOrNot) {
+  for (const bool isListed : {true, false}) {
+    COIDManager table;
+    table.Init();
+    auto object = NewObject();
+    table.AssignItemID(object, false, false);
+    OID* record = object->GetOID();
+    const UID uid(nullptr, nullptr, nullptr, object, nullptr);
+    if (!isListed) table.Remove(record);
+    object = nullptr;
+    EXPECT_EQ(record->ID, 1);
+    EXPECT_EQ(record->Object, nullptr);
+    EXPECT_FALSE(record->JudgeStatus(ZOS_VALID) || record->JudgeStatus(ZOS_ATTACHED));
+    EXPECT_EQ(table.GetOIDByID(1), isListed ? record : nullptr);
+    EXPECT_FALSE(uid.IsValid());
+    EXPECT_EQ(uid.GetValidObject(true), nullptr);
+  }
 }
 
 TEST(Lifetime, AnObjectKeepsItsRecordWhenTheTableGoesFirst) {

@@ -31,11 +31,12 @@ TEST_F(Managed, GetIDsDownTheTreeInListOrder) {
   nested->AttachTail(top->GetIZObject());  // a cycle
   db->oids.AssignItemID(top, false, false);
   EXPECT_FALSE(b->IsObjectAttached());
-  db->oids.AssignItemID(top, false, true);  // has its ID; the others have none
+  db->oids.AssignItemID(top, true, true);  // has its ID; the others have none
   EXPECT_EQ(top->GetID(), 1U);
-  EXPECT_EQ(nested->GetID(), 2U);
-  EXPECT_EQ(a->GetID(), 3U);
-  EXPECT_EQ(b->GetID(), 4U);
+  EXPECT_EQ(db->oids.GetOIDs().size(), 4U);
+  EXPECT_EQ(static_cast<LONG>(nested->GetID()), -2);
+  EXPECT_EQ(static_cast<LONG>(a->GetID()), -3);
+  EXPECT_EQ(static_cast<LONG>(b->GetID()), -4);
   nested->RemoveTailNoReturn();
 }
 

@@ -1,18 +1,10 @@
 // What the ID table writes, and what it makes of sound and damaged bytes.
 #include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
-#include "zdm/host/IZProgressMeter.h"
 
 namespace {
 
 using namespace zdm::test;
-
-class Meter : public IZObjectImpl<IZProgressMeter> {
- public:
-  void SetRange(LONG newRange) override { range = newRange; }
-  void Step(LONG) override {}
-  LONG range = -1;
-};
 
 TEST(OIDTableStream, WritesTheValidRecordsThatHaveAnObject) {
   const Document db;
@@ -50,7 +42,7 @@ TEST(OIDTableStream, KeepsTheCompleteRecordsOfAStreamThatEndsEarly) {
   for (std::size_t size = 0; size < bytes.size(); ++size) {
     COIDManager table;
     table.Init();
-    ByteStream stream(std::vector<BYTE>(bytes.begin(), bytes.begin() + static_cast<LONG>(size)));
+    ByteStream stream(First(bytes, size));
     EXPECT_FALSE(table.Load(&stream)) << size;
     const bool hasFirst = size >= 16;
     EXPECT_EQ(table.GetOIDs().size(), hasFirst ? 1U : 0U) << size;
@@ -60,12 +52,11 @@ TEST(OIDTableStream, KeepsTheCompleteRecordsOfAStreamThatEndsEarly) {
 
 TEST(OIDTableStream, TakesNoMemoryForAHostileCount) {
   COIDManager table;
-  ByteStream hostile(Words({0x7FFFFFFF, 0, 0, 5}));
-  EXPECT_FALSE(table.Load(&hostile));
-  EXPECT_EQ(table.GetOIDs().size(), 1U);
-  ByteStream negative(Words({-5, 0, 0, 6}));
-  EXPECT_FALSE(table.Load(&negative));
-  EXPECT_EQ(table.GetOIDs().size(), 1U);
+  for (const LONG count : {0x7FFFFFFF, -5}) {
+    ByteStream hostile(Words({count, 0, 0, 5}));
+    EXPECT_FALSE(table.Load(&hostile));
+    EXPECT_EQ(table.GetOIDs().size(), 1U);
+  }
   const auto meter = zdm::Attached(new Meter);
   COIDManager empty;
   empty.SetProgressMeter(meter);

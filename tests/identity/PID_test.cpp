@@ -64,16 +64,12 @@ TEST_F(Path, IsBuiltFromAndComparedWithAPathOfObjects) {
 }
 
 TEST_F(Path, CopiesEitherWithOrWithoutItsFlag) {
-  PID path = MakePath(7, {3});
+  PID path = MakePath(7, {3, 5});
   path.Valid = 0;
   EXPECT_EQ(PID(path).Valid, 0);
   EXPECT_EQ(PID(&path).Valid, 1);
   EXPECT_EQ(PID(&path).ID, 7);
   EXPECT_EQ(PID(static_cast<const PID*>(nullptr)).ID, 0);
-}
-
-TEST_F(Path, FindsRecordsByID) {
-  const PID path = MakePath(7, {3, 5});
   const OID stranger(0, 0, 5, nullptr);
   EXPECT_TRUE(path.IsExistOID_SameID(&stranger));
   EXPECT_FALSE(path.IsExistOID_SameID(Record(6)));
@@ -95,22 +91,13 @@ TEST_F(Path, HasAStatusThatAllItsRecordsHave) {
   EXPECT_FALSE(path.IsValid()) << "a missing record";
 }
 
-TEST_F(Path, ChangesNothingThroughTheOperationsOfItsBase) {
-  PID path = MakePath(7, {3});
-  static_cast<KID&>(path).SetStatus(ZOS_VALID, 0);
-  EXPECT_FALSE(path.IsValid());
-}
-
-TEST_F(Path, WritesItsIDAndThoseOfItsRecords) {
-  const PID path = MakePath(7, {3, 6});
-  EXPECT_EQ(Written([&](IZStream* stream) { path.Save(stream); }), Words({7, 2, 3, 6}));
-}
-
-TEST_F(Path, ReadsTheRecordsThatTheTableLists) {
+TEST_F(Path, WritesItsIDAndThoseOfItsRecordsAndReadsWhatTheTableLists) {
+  const PID saved = MakePath(7, {3, 6});
+  EXPECT_EQ(Written([&](IZStream* stream) { saved.Save(stream); }), Words({7, 2, 3, 6}));
   PID path(LONG{0});
-  ByteStream stream(Words({7, 3, 5, 99, 6}));
+  ByteStream stream(Words({8, 3, 5, 99, 6}));
   path.Load(&stream, &ids);
-  EXPECT_EQ(path.ID, 7);
+  EXPECT_EQ(path.ID, 8);
   EXPECT_EQ(path.OIDs, (std::list<OID*>{Record(5), Record(6)}));
   EXPECT_EQ(stream.GetBytesLeft(), 0U);
 }

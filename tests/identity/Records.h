@@ -1,48 +1,23 @@
-// Short words for tests of ID records: records and tables without objects, bytes written and read.
+// Short words for tests of ID records: records and tables without objects.
 #pragma once
 
-#include "platform/ole/CAtlException.h"
-#include "tests/support/ByteStream.h"
+#include "tests/support/Bytes.h"
+#include "zdm/framework/IZObjectImpl.h"
+#include "zdm/host/IZProgressMeter.h"
 #include "zdm/identity/COIDManager.h"
 #include "zdm/identity/OID.h"
 
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <initializer_list>
-#include <memory>
 #include <vector>
 
 namespace zdm::test {
 
-/// 32-bit numbers as they stand in a stream.
-inline std::vector<BYTE> Words(std::initializer_list<LONG> words) {
-  std::vector<BYTE> bytes(words.size() * sizeof(LONG));
-  if (!bytes.empty()) std::memcpy(bytes.data(), std::data(words), bytes.size());
-  return bytes;
-}
-
-/// The bytes that `save`, called with a stream, writes.
-template <class Save>
-std::vector<BYTE> Written(Save save) {
-  ByteStream stream;
-  save(&stream);
-  return stream.GetBytes();
-}
-
-/// Loads every part of `bytes` that ends early: `load` must throw E_FAIL.
-template <class Load>
-void ExpectShortStreamsThrow(const std::vector<BYTE>& bytes, Load load) {
-  for (std::size_t size = 0; size < bytes.size(); ++size) {
-    ByteStream stream(std::vector<BYTE>(bytes.begin(), bytes.begin() + static_cast<LONG>(size)));
-    try {
-      load(&stream);
-      ADD_FAILURE() << "loaded from " << size << " bytes";
-    } catch (const CAtlException& failure) {
-      EXPECT_EQ(failure.m_hr, E_FAIL) << size << " bytes";
-    }
-  }
-}
+/// Notes what it is told.
+struct Meter : IZObjectImpl<IZProgressMeter> {
+  void SetRange(LONG newRange) override { range = newRange; }
+  void Step(LONG taken) override { steps += taken; }
+  LONG range = -1;
+  LONG steps = 0;
+};
 
 /// A new record in the table, without object; the table keeps it.
 inline OID* ListRecord(COIDManager& table, LONG id) {

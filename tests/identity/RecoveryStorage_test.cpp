@@ -9,12 +9,6 @@ using IDs = std::vector<LONG>;
 
 constexpr LONG kOwner = Target::kManager;
 
-Storage AddStorage(IStorage* storage, const OLECHAR* name) {
-  Storage added;
-  EXPECT_EQ(storage->CreateStorage(name, kReadWrite, 0, 0, added.Out()), S_OK);
-  return added;
-}
-
 TEST(ReadStorage, ReadsEveryStreamOfTheTree) {
   const Storage root = CreateAt(FreshPath("tree"));
   AddStream(root.Get(), OLESTR("a"), Plain(10, kOwner));
@@ -38,8 +32,7 @@ TEST(ReadStorage, LeavesOutWhatIsInUse) {
   const Storage root = CreateAt(FreshPath("busy"));
   AddStream(root.Get(), OLESTR("a"), Plain(10, kOwner));
   AddStream(root.Get(), OLESTR("b"), Plain(11, kOwner));
-  Stream open;
-  ASSERT_EQ(root->OpenStream(OLESTR("a"), nullptr, kReadWrite, 0, open.Out()), S_OK);
+  const Stream open = OpenStream(root.Get(), OLESTR("a"));
   Target target;
   EXPECT_EQ(target.database->oids.ReadStorage(root.Get()), 1);
   EXPECT_EQ(target.Attached(), (IDs{11}));

@@ -1,7 +1,6 @@
 // A document to recover objects into, and the records to recover.
 #pragma once
 
-#include "platform/ole/CAtlException.h"
 #include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
 #include "zdm/framework/CreateAs.h"
@@ -52,8 +51,6 @@ class Fragile : public IZDMObjectImpl<IZDMObject> {
   BYTE outcome_;
 };
 
-using Bytes = std::vector<BYTE>;
-
 /// The record of `object` with these IDs.
 inline Bytes RecordOf(IZDMObject& object, LONG id, LONG ownerId) {
   object.SetObjectValid(true);
@@ -72,11 +69,6 @@ inline Bytes Plain(LONG id, LONG ownerId, const OLECHAR* name = OLESTR("n")) {
 
 inline ZRefPtr<IZDMObjMgr> NewManager() {
   return CreateAs<IZDMObjMgr>(ClassRow<CZDMObjMgr>::kClassID);
-}
-
-inline Bytes operator+(Bytes left, const Bytes& right) {
-  left.insert(left.end(), right.begin(), right.end());
-  return left;
 }
 
 /// A document with one manager, and records of objects that are still to be read.

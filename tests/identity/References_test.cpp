@@ -2,34 +2,11 @@
 #include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
 #include "tests/model/ManagerSupport.h"
-#include "zdm/identity/UID.h"
-#include "zdm/relations/IZRelationImpl.h"
-#include "zdm/relations/IZReltnVisitor.h"
+#include "tests/support/UIDReltn.h"
 
 #include <algorithm>
 #include <random>
 #include <set>
-
-ZDM_TEST_CLASS(Through, IZObject, IZRelation)
-
-namespace zdm::test {
-
-/// A relation that refers through a UID, paths included, and counts the walks into it.
-class Through : public IZRelationImpl<IZRelation> {
-  ZDM_OBJECT(Through)
- public:
-  bool Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) override {
-    ++walks;
-    return visitor->MapUID(root, owner, this, &uid);
-  }
-
-  UID uid;
-  LONG walks = 0;
-};
-
-ZDM_OBJECT_BODY(Through)
-
-}  // namespace zdm::test
 
 namespace {
 
@@ -69,7 +46,7 @@ TEST_F(Sort, LooksIntoPathsButNotAtOwners) {
   Make({1, 2, 3});
   Object(1)->SetOwner(Object(2));
   EXPECT_EQ(Sorted(), (std::vector<LONG>{1, 2, 3}));
-  const auto through = zdm::Attached(new Through);
+  const auto through = zdm::Attached(new UIDReltn);
   through->SetReltnStatus(ZRS_VALID);
   through->uid = UID(db, Object(2)->GetIZObject(), Object(3), nullptr);
   Object(1)->AddRelation(through->GetIZObject());
@@ -135,7 +112,7 @@ TEST_F(Sort, ComesOutAsThePlainExchangeOfNeighbours) {
 TEST_F(Sort, WalksEachObjectTwiceAndPassesOnlyWhereItMust) {
   constexpr LONG kObjects = 20000;  // 2 * 10^8 comparisons if each pass went along the list
   for (LONG id = 1; id <= kObjects; ++id) Make({0});  // the next ID
-  const auto relation = zdm::Attached(new Through);
+  const auto relation = zdm::Attached(new UIDReltn);
   relation->SetReltnStatus(ZRS_VALID);
   relation->uid.SetReltnOID(records.back());
   for (LONG id = 1; id < kObjects; ++id) Object(id)->AddRelation(relation->GetIZObject());

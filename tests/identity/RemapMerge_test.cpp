@@ -36,6 +36,12 @@ struct House {
   IZDMObjMgr* doors = nullptr;                               // 6
 };
 
+struct Meter : IZObjectImpl<IZProgressMeter> {
+  void SetRange(LONG) override {}
+  void Step(LONG taken) override { steps += taken; }
+  LONG steps = 0;
+};
+
 class MergeFromTest : public testing::Test {
  protected:
   MergeFromTest() { tool.Initialize(here.document.Get()); }
@@ -58,12 +64,15 @@ TEST_F(MergeFromTest, DecidesByTheOptionOfTheDocument) {
     const char* inner;
     std::string added;
     std::string replaced;
+    LONG steps;  // of the tool's meter
   };
-  const Case cases[] = {{ZMO_SAME, "x2 x2 Inner", "c2", "", ""},
-                        {ZMO_REPLACE, "x1 x1 Inner", "c1", "", "x2 x2 c2"},
-                        {ZMO_ADD, "x2 x2 Inner x1 x1", "c2 c1", "x1 x1 c1", ""},
-                        {static_cast<eZMergeOption>(0), "x2 x2 Inner", "c2", "", ""},
-                        {ZMO_MERGE, "x2 x2 Inner", "c2", "", ""}};
+  const Case cases[] = {{ZMO_SAME, "x2 x2 Inner", "c2", "", "", 4},
+                        {ZMO_REPLACE, "x1 x1 Inner", "c1", "", "x2 x2 c2", 4},
+                        {ZMO_ADD, "x2 x2 Inner x1 x1", "c2 c1", "x1 x1 c1", "", 1},
+                        {static_cast<eZMergeOption>(0), "x2 x2 Inner", "c2", "", "", 1},
+                        {ZMO_MERGE, "x2 x2 Inner", "c2", "", "", 1}};
+  Meter meter;
+  tool.SetMeterProgress(&meter);
   for (const Case& each : cases) {
     SCOPED_TRACE(each.option);
     House target(OLESTR("2"));
@@ -72,15 +81,19 @@ TEST_F(MergeFromTest, DecidesByTheOptionOfTheDocument) {
     tool.ClearMap();
     added->RemoveAll();
     replaced->RemoveAll();
+    meter.steps = 0;
     auto& walls = target.Walls();
     EXPECT_EQ(walls.MergeFrom(there.walls, added, replaced, &tool, nullptr, nullptr), 0);
     EXPECT_EQ(NamesIn(walls), each.walls);
     EXPECT_EQ(NamesIn(*target.inner), each.inner);
     EXPECT_EQ(NamesIn(*added), each.added);
     EXPECT_EQ(NamesIn(*replaced), each.replaced);
+    EXPECT_EQ(meter.steps, each.steps);
     EXPECT_EQ(NamesIn(*there.walls), "x1 x1 Inner");
     added->RemoveAll();
   }
+  EXPECT_EQ(tool.GetMeterProgress(), &meter);
+  tool.SetMeterProgress(nullptr);
 }
 
 TEST_F(MergeFromTest, LeadsReferencesAndOwnersOver) {
@@ -142,6 +155,8 @@ TEST_F(MergeFromTest, RefusesWhatIsNotAnotherManagerOfItsClassInADocument) {
        {static_cast<IZDMObjMgr*>(dictionary), here.walls, static_cast<IZDMObjMgr*>(nullptr)}) {
     EXPECT_EQ(walls.MergeFrom(source, added, replaced, &tool, nullptr, nullptr), 1);
   }
+  EXPECT_EQ(walls.MergeFrom(there.walls, nullptr, replaced, &tool, nullptr, nullptr), 1);
+  EXPECT_EQ(walls.MergeFrom(there.walls, added, nullptr, &tool, nullptr, nullptr), 1);
   EXPECT_EQ(loose->MergeFrom(there.walls, added, replaced, &tool, nullptr, nullptr), 1);
   EXPECT_TRUE(added->IsEmpty());
 }

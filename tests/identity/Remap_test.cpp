@@ -1,5 +1,6 @@
 // How references are led over to copies: the ID map, pasting, copying.
 #include "document/Document.h"
+#include "tests/identity/Records.h"
 #include "tests/model/ManagerSupport.h"
 #include "tests/support/UIDReltn.h"
 #include "zdm/identity/OID.h"
@@ -33,13 +34,6 @@ LONG TargetOf(IZRelation* relation) {
   return oid != nullptr ? oid->ID : 0;
 }
 
-class Counter : public IZObjectImpl<IZProgressMeter> {
- public:
-  void SetRange(LONG) override {}
-  void Step(LONG taken) override { steps += taken; }
-  LONG steps = 0;
-};
-
 template <class Visitor>
 class IDMap : public testing::Test {};
 using Visitors = testing::Types<ZReltnVisitorMapID, ZReltnVisitorMapIDForPaste>;
@@ -61,6 +55,9 @@ TYPED_TEST(IDMap, AnswersTheLastEntryOrTheIDItself) {
   visitor.AddMapIDPair(object.Get(), object.Get());
   EXPECT_EQ(visitor.MapID(object.Get()), 8);
   EXPECT_EQ(visitor.MapID(static_cast<OID*>(nullptr)), 0);
+  TypeParam copy(visitor);
+  visitor.AddMapIDPair(7, 9);
+  EXPECT_EQ(copy.MapID(7), 8) << "a map of its own";
 }
 
 /// A document with a manager and five objects in it.
@@ -104,6 +101,9 @@ TEST_F(Remap, LeadsAReferenceToTheRecordOfTheNewIDOrCutsIt) {
     visitor.Initialize(document.Get());
     visitor.AddMapIDPair(2, to);
     visitor.put_UseOriginIfMapFailed(usesOrigin);
+    bool answered = !usesOrigin;
+    visitor.get_UseOriginIfMapFailed(&answered);
+    EXPECT_EQ(answered, usesOrigin) << what;
     const auto relation = RelationTo(objects[0]);
     EXPECT_FALSE(visitor.Visit(nullptr, nullptr, relation.Get())) << what;
     EXPECT_EQ(TargetOf(relation), expected) << what;
@@ -215,7 +215,7 @@ TEST_F(Remap, PasteLeadsOverTheKeyOfACompoundReference) {
 
 TEST_F(Remap, CopiesGetConsecutiveIDsTheManagerFirst) {
   objects[1]->SetObjectValid(false);
-  Counter meter;
+  Meter meter;
   ids.SetProgressMeter(&meter);
   ZReltnVisitorMapID map;
   map.Initialize(document.Get());

@@ -5,6 +5,8 @@
 #include "zdm/identity/ZReltnVisitorMapID.h"
 #include "zdm/identity/ZReltnVisitorMapIDForPaste.h"
 
+#include <vector>
+
 namespace {
 
 using namespace zdm::test;
@@ -13,44 +15,31 @@ TEST(Slots, KID) { ZDM_EXPECT_SLOTS(1, KID, SetStatus, ClearStatus); }
 
 TEST(Slots, OID) { ZDM_EXPECT_SLOTS(1, OID, SetStatus, ClearStatus, JudgeStatus, Load, Save); }
 
-using ByID = LONG (IZReltnMapID::*)(LONG);
-using ByObject = LONG (IZReltnMapID::*)(IZDMObject*);
-using ByOID = LONG (IZReltnMapID::*)(OID*);
-using IDPair = LONG (IZReltnMapID::*)(LONG, LONG);
-using ObjectPair = LONG (IZReltnMapID::*)(IZDMObject*, IZDMObject*);
-using OIDPair = LONG (IZReltnMapID::*)(OID*, OID*);
+/// The six operations of one name each, in the order of their kinds of argument.
+template <class Tool>
+std::vector<Slot> MapSlots() {
+  return {{"MapID(LONG)", SlotOfOverload<LONG(LONG)>(&Tool::MapID)},
+          {"MapID(IZDMObject*)", SlotOfOverload<LONG(IZDMObject*)>(&Tool::MapID)},
+          {"MapID(OID*)", SlotOfOverload<LONG(OID*)>(&Tool::MapID)},
+          {"AddMapIDPair(LONG)", SlotOfOverload<LONG(LONG, LONG)>(&Tool::AddMapIDPair)},
+          {"AddMapIDPair(IZDMObject*)",
+           SlotOfOverload<LONG(IZDMObject*, IZDMObject*)>(&Tool::AddMapIDPair)},
+          {"AddMapIDPair(OID*)", SlotOfOverload<LONG(OID*, OID*)>(&Tool::AddMapIDPair)}};
+}
 
 TEST(Slots, RemappingTools) {
-  ExpectInOrder(12, {ZDM_SLOT(IZReltnMapID, Initialize),
-                     ZDM_SLOT(IZReltnMapID, ClearMap),
-                     {"MapID(LONG)", SlotOf(ByID(&IZReltnMapID::MapID))},
-                     {"MapID(IZDMObject*)", SlotOf(ByObject(&IZReltnMapID::MapID))},
-                     {"MapID(OID*)", SlotOf(ByOID(&IZReltnMapID::MapID))},
-                     ZDM_SLOT(IZReltnMapID, get_UseOriginIfMapFailed),
-                     ZDM_SLOT(IZReltnMapID, put_UseOriginIfMapFailed),
-                     {"AddMapIDPair(LONG)", SlotOf(IDPair(&IZReltnMapID::AddMapIDPair))},
-                     {"AddMapIDPair(object)", SlotOf(ObjectPair(&IZReltnMapID::AddMapIDPair))},
-                     {"AddMapIDPair(OID*)", SlotOf(OIDPair(&IZReltnMapID::AddMapIDPair))},
-                     ZDM_SLOT(IZMergeMapTool, AddItem),
-                     ZDM_SLOT(IZMergeMapTool, GetMergeOption),
-                     ZDM_SLOT(IZMergeMapTool, MergeCurrentNode),
-                     ZDM_SLOT(IZMergeMapTool, MeterProgress),
-                     ZDM_SLOT(IZMergeMapTool, SetMeterProgress),
-                     ZDM_SLOT(IZMergeMapTool, GetMeterProgress)});
-  using Paste = ZReltnVisitorMapIDForPaste;
-  ExpectInOrder(  // behind the five operations of CZObject that every class answers
-      17, {ZDM_SLOT(Paste, getVersion),
-           ZDM_SLOT(Paste, IsDumpRef),
-           {"MapID(LONG)", SlotOf(static_cast<LONG (Paste::*)(LONG)>(&Paste::MapID))},
-           {"MapID(object)", SlotOf(static_cast<LONG (Paste::*)(IZDMObject*)>(&Paste::MapID))},
-           {"MapID(OID*)", SlotOf(static_cast<LONG (Paste::*)(OID*)>(&Paste::MapID))},
-           {"AddMapIDPair(LONG)",
-            SlotOf(static_cast<LONG (Paste::*)(LONG, LONG)>(&Paste::AddMapIDPair))},
-           {"AddMapIDPair(object)",
-            SlotOf(static_cast<LONG (Paste::*)(IZDMObject*, IZDMObject*)>(&Paste::AddMapIDPair))},
-           {"AddMapIDPair(OID*)",
-            SlotOf(static_cast<LONG (Paste::*)(OID*, OID*)>(&Paste::AddMapIDPair))},
-           ZDM_SLOT(Paste, Paste)});
+  ZDM_EXPECT_SLOTS(12, IZReltnMapID, Initialize, ClearMap);
+  const auto tool = MapSlots<IZReltnMapID>();
+  ExpectInOrder(14, {tool[0], tool[1], tool[2]});
+  ZDM_EXPECT_SLOTS(17, IZReltnMapID, get_UseOriginIfMapFailed, put_UseOriginIfMapFailed);
+  ExpectInOrder(19, {tool[3], tool[4], tool[5]});
+  ZDM_EXPECT_SLOTS(22, IZMergeMapTool, AddItem, GetMergeOption, MergeCurrentNode, MeterProgress,
+                   SetMeterProgress, GetMeterProgress);
+  using Paste = ZReltnVisitorMapIDForPaste;  // behind the five operations of CZObject
+  ZDM_EXPECT_SLOTS(17, Paste, getVersion, IsDumpRef);
+  const auto paste = MapSlots<Paste>();
+  ExpectInOrder(19, {paste[0], paste[1], paste[2], paste[3], paste[4], paste[5]});
+  ZDM_EXPECT_SLOTS(25, Paste, Paste);
 }
 
 TEST(Slots, PathsKeepTheEmptyStatusOperations) {

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
 
 using namespace zdm::test;
@@ -48,6 +49,7 @@ class Shown : public IZDMObjectImpl<IZDMObject> {
  public:
   void Draw(IZGiDevice*, SubID*, GiContext* context) override {
     calls += context != nullptr ? "draw-in-context " : "draw ";
+    if (emptied != nullptr) emptied->RemoveAll();
   }
   void Update(IZUpdater*, GiContext*) override { calls += "update "; }
   void GetBox(double* box, SubID*, GiContext*) override {
@@ -56,6 +58,7 @@ class Shown : public IZDMObjectImpl<IZDMObject> {
   }
 
   std::string calls;
+  IZDMObjColl* emptied = nullptr;  // by drawing
 };
 
 ZDM_OBJECT_BODY(LimitedDevice)
@@ -119,13 +122,18 @@ TEST_F(ObjColl, AddsWhatIsNewOnceAndLeavesNoMark) {
   coll->AddTailUnique(zdm::ViewAs<IZDMObjIterator>(other));
   EXPECT_EQ(NamesIn(*coll), "a b c");
   coll->AddTailUnique(zdm::ViewAs<IZDMObjIterator>(other));
+  auto bare = MakeNamed(OLESTR("d"));
+  const std::unique_ptr<OID> record(bare->GetOID());
+  bare->SetOID(nullptr, true);
+  record->Object = nullptr;
+  coll->AddTail(bare);
   coll->AddTailUnique(zdm::ViewAs<IZDMObjIterator>(coll));
-  EXPECT_EQ(NamesIn(*coll), "a b c");
+  EXPECT_EQ(NamesIn(*coll), "a b c d");
   EXPECT_EQ(coll->GetStatusCount(ZOS_COLLECTMARK), 0u);
 
   auto probe = zdm::Attached(new Probe);
   probe->onJudge = [](LONG) { throw std::runtime_error("asked"); };
-  auto more = MakeNamed(OLESTR("d"));
+  auto more = MakeNamed(OLESTR("e"));
   auto failing = MakeObjColl({more, probe.Get()});
   EXPECT_THROW(coll->AddTailUnique(zdm::ViewAs<IZDMObjIterator>(failing)), std::runtime_error);
   EXPECT_EQ(coll->GetStatusCount(ZOS_COLLECTMARK), 0u);
@@ -245,6 +253,12 @@ TEST_F(ObjColl, DrawsByStatusByOptionAndWhileTheDeviceTakesObjects) {
   coll->DrawAllEx(device, nullptr);
   EXPECT_EQ(device->drawn, (std::vector<IZDisplay*>{first.Get(), second.Get()}));
   EXPECT_EQ(device->lastContext, nullptr);
+
+  first->emptied = coll;
+  second->calls.clear();
+  coll->DrawAll(device, nullptr);
+  EXPECT_TRUE(coll->IsEmpty());
+  EXPECT_EQ(second->calls, "");
 }
 
 TEST_F(ObjColl, DrawVariantsDrawAndSelectionFollowsBit14) {

@@ -1,11 +1,9 @@
 // The relation bases: status word, target, copies and stream forms.
 #include "platform/geometry/GeBox.h"
 #include "platform/geometry/SubID.h"
-#include "platform/ole/CAtlException.h"
 #include "tests/relations/ReltnSupport.h"
+#include "tests/support/Bytes.h"
 #include "zdm/identity/OID.h"
-
-#include <gtest/gtest.h>
 
 #include <memory>
 
@@ -46,51 +44,34 @@ TEST(Relation, JudgesEveryBitOfTheMask) {
   EXPECT_EQ(reltn->GetReltnStatus(), ZRS_VALID | 0x2);
   reltn->SetReltnStatus(static_cast<LONG>(0x80000000));
   EXPECT_TRUE(reltn->JudgeReltnStatus(static_cast<LONG>(0x80000000)));
-}
-
-TEST(Relation, DiffusibleIsItsStatusBit) {
-  const auto reltn = Valid('a');
   EXPECT_FALSE(reltn->IsReltnDiffusible());
   reltn->SetReltnDiffusible(true);
-  EXPECT_EQ(reltn->GetReltnStatus(), ZRS_VALID | ZRS_DIFFUSIBLE);
-  reltn->SetReltnDiffusible(false);
-  EXPECT_EQ(reltn->GetReltnStatus(), ZRS_VALID);
+  EXPECT_TRUE(reltn->JudgeReltnStatus(ZRS_DIFFUSIBLE) && reltn->IsReltnDiffusible());
 }
 
-TEST(Relation, CloneIsANewObjectOfTheClassWithCountZero) {
+TEST(Relation, CloneIsANewObjectOfTheClassWithCountZeroOrOne) {
   OID oid(0, 0, 7, nullptr);
-  const auto reltn = Invalid('a');
-  reltn->SetReltnOID(&oid);
-  IZObject* raw = reltn->Clone();
-  ASSERT_NE(raw, nullptr);
-  EXPECT_EQ(raw->GetReferenceCount(), 0u);
-  const ZRefPtr<IZSingleReltn> copy = raw;
-  ASSERT_NE(copy, nullptr);
-  EXPECT_NE(copy, reltn);
-  EXPECT_EQ(copy->GetReltnStatus(), 0);
-  EXPECT_EQ(copy->GetReltnTag(), 'a');
-  EXPECT_EQ(copy->GetReltnOID(), &oid);
-}
-
-TEST(Relation, CloneFormsHandOutOneReference) {
-  auto* reltn = new PlainReltn;
-  reltn->SetReltnTag('a');
+  PlainReltn reltn;
   IZRelation* plain = nullptr;
   IZSingleReltn* single = nullptr;
-  reltn->Clone(&plain);
-  reltn->Clone(&single);
-  reltn->Release();
-  ASSERT_NE(plain, nullptr);
-  ASSERT_NE(single, nullptr);
-  EXPECT_EQ(plain->GetReltnTag(), 'a');
-  EXPECT_EQ(single->GetReltnTag(), 'a');
-  EXPECT_EQ(plain->Release(), 0u);
-  EXPECT_EQ(single->Release(), 0u);
-}
-
-TEST(Relation, ClassOutsideTheFactoryIsNotCloned) {
-  auto reltn = zdm::MakeObject<IZRelation, Nameless>();
-  EXPECT_EQ(reltn->Clone(), nullptr);
+  reltn.SetReltnTag('a');
+  reltn.ClearReltnStatus(ZRS_VALID);
+  reltn.SetReltnOID(&oid);
+  reltn.Clone(&plain);
+  reltn.Clone(&single);
+  IZObject* raw = static_cast<IZSingleReltn&>(reltn).Clone();
+  ASSERT_NE(raw, nullptr);
+  EXPECT_EQ(raw->GetReferenceCount(), 0u);
+  const ZRefPtr<IZSingleReltn> copies[] = {raw, zdm::Attached<IZObject>(plain).Get(),
+                                           zdm::Attached<IZObject>(single).Get()};
+  for (const auto& copy : copies) {
+    ASSERT_NE(copy, nullptr);
+    EXPECT_EQ(copy->GetReferenceCount(), 1u);
+    EXPECT_EQ(copy->GetReltnStatus(), 0);
+    EXPECT_EQ(copy->GetReltnTag(), 'a');
+    EXPECT_EQ(copy->GetReltnOID(), &oid);
+  }
+  EXPECT_EQ((zdm::MakeObject<IZRelation, Nameless>()->Clone()), nullptr) << "not in the factory";
 }
 
 TEST(Relation, SameMeansSameClassAndTarget) {
@@ -118,15 +99,9 @@ TEST(Relation, ShowsNothing) {
   reltn.GetBox(box, nullptr, nullptr);
   for (const double value : box) EXPECT_EQ(value, 1e20);
   EXPECT_EQ(reltn.GetSizeX(nullptr, nullptr), 0.0);
-  EXPECT_TRUE(reltn.IsVisible(zdm::kCategoryDraw, nullptr));
+  EXPECT_TRUE(reltn.IsVisible(zdm::kCategoryDraw, nullptr) && reltn.Reserved41());
   EXPECT_EQ(reltn.GetDisplayValue(), 0xFFFFFFFFu);
-  EXPECT_EQ(reltn.GetDispAttrib(), nullptr);
-  EXPECT_FALSE(reltn.JudgeStatus(2));
-  EXPECT_TRUE(reltn.Reserved41());
-  BSTR name = nullptr;
-  reltn.GetName(&name);
-  EXPECT_EQ(name, nullptr);
-  EXPECT_FALSE(reltn.IsDumpRef());
+  EXPECT_FALSE(reltn.JudgeStatus(2) || reltn.IsDumpRef());
   EXPECT_FALSE(reltn.Accept(nullptr, nullptr, nullptr));
 }
 
@@ -245,19 +220,14 @@ TEST(SingleReltn, OffersItsTargetForReplacement) {
   EXPECT_TRUE(reltn->Accept(root, thing, &visitor));
 }
 
-// clang-format off
-const std::vector<BYTE> kRecord = {
-    0x01, 0x00, 0x80, 0x40,   // status
-    0xFE, 0xFF, 0xFF, 0xFF,   // tag -2
-    0xDD, 0xCC, 0xBB, 0xAA,   // spare
-    0x07, 0x00, 0x00, 0x00};  // target
-// clang-format on
+// status, tag -2, spare, target
+const Bytes kRecord = Hex("01008040 FEFFFFFF DDCCBBAA 07000000");
 
 TEST(RelationStream, CarriesStatusTagAndSpareWord) {
-  const std::vector<BYTE> record(kRecord.begin(), kRecord.begin() + 12);
+  const Bytes record = First(kRecord, 12);
   ByteStream stream(record);
   const auto shape = zdm::MakeObject<IZRelation, Shape>();
-  EXPECT_EQ(Saved(*shape), (std::vector<BYTE>{0, 0, 0x80, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0}));
+  EXPECT_EQ(Saved(*shape), Hex("00008000 FFFFFFFF 00000000"));
   shape->Load(&stream, nullptr);
   EXPECT_EQ(shape->GetReltnStatus(), 0x40800001);
   EXPECT_EQ(shape->GetReltnTag(), -2);
@@ -267,51 +237,38 @@ TEST(RelationStream, CarriesStatusTagAndSpareWord) {
 TEST(RelationStream, LooksTheTargetUp) {
   OID oid(0, 0, 7, nullptr);
   Lookup known;
-  known.records[7] = &oid;
+  known.records = {{7, &oid}, {0, &oid}};
   Lookup empty;
   const struct {
     const char* what;
     IZDatabase* database;
+    BYTE id;
     OID* target;
-  } rows[] = {
-      {"listed", &known, &oid}, {"not listed", &empty, nullptr}, {"none", nullptr, nullptr}};
+  } rows[] = {{"listed", &known, 7, &oid},
+              {"not listed", &empty, 7, nullptr},
+              {"no document", nullptr, 7, nullptr},
+              {"ID 0", &known, 0, nullptr}};
   for (const auto& row : rows) {
-    ByteStream stream(kRecord);
+    Bytes record = kRecord;
+    record[12] = row.id;
+    ByteStream stream(record);
     const auto reltn = Valid('a');
     OID former(0, 0, 9, nullptr);
     reltn->SetReltnOID(&former);
     reltn->Load(&stream, row.database);
     EXPECT_EQ(reltn->GetReltnOID(), row.target) << row.what;
-    if (row.target != nullptr) {
-      EXPECT_EQ(Saved(*reltn), kRecord);
-    }
+    if (row.target == nullptr) record[12] = 0;
+    EXPECT_EQ(Saved(*reltn), record) << row.what;
   }
-}
-
-TEST(RelationStream, IdZeroIsNoTarget) {
-  OID oid(0, 0, 0, nullptr);
-  Lookup database;
-  database.records[0] = &oid;
-  std::vector<BYTE> record = kRecord;
-  record[12] = 0;
-  ByteStream stream(record);
-  const auto reltn = Valid('a');
-  reltn->Load(&stream, &database);
-  EXPECT_EQ(reltn->GetReltnOID(), nullptr);
-  EXPECT_EQ(Saved(*reltn), record);
 }
 
 TEST(RelationStream, ShortRecordChangesNothing) {
   OID oid(0, 0, 5, nullptr);
   const auto reltn = Valid('a');
   reltn->SetReltnOID(&oid);
-  const std::vector<BYTE> before = Saved(*reltn);
-  for (std::size_t length = 0; length < kRecord.size(); ++length) {
-    ByteStream stream(
-        std::vector<BYTE>(kRecord.begin(), kRecord.begin() + static_cast<std::ptrdiff_t>(length)));
-    EXPECT_THROW(reltn->Load(&stream, nullptr), CAtlException) << length;
-    EXPECT_EQ(Saved(*reltn), before) << length;
-  }
+  const Bytes before = Saved(*reltn);
+  ExpectShortStreamsThrow(kRecord, [&](IZStream* stream) { reltn->Load(stream, nullptr); });
+  EXPECT_EQ(Saved(*reltn), before);
 }
 
 }  // namespace

@@ -11,8 +11,6 @@ namespace zdm::test {
 
 ZDM_OBJECT_BODY(PlainReltn)
 ZDM_OBJECT_BODY(Shape)
-ZDM_OBJECT_BODY(Lookup)
-ZDM_OBJECT_BODY(Recorder)
 ZDM_OBJECT_BODY(Thing)
 
 namespace {

@@ -10,9 +10,11 @@
 #include "zdm/model/IZDMObjectImpl.h"
 #include "zdm/relations/CZReltnColl.h"
 #include "zdm/relations/IZSingleReltnImpl.h"
+#include "zdm/relations/ZDfValue.h"
 #include "zdm/relations/ZReltnVisitor.h"
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,8 +22,6 @@ namespace zdm::test {
 
 class PlainReltn;
 class Shape;
-class Lookup;
-class Recorder;
 class Thing;
 
 }  // namespace zdm::test
@@ -30,8 +30,6 @@ ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::PlainReltn,
               "69F8E456-23A8-4BF9-A765-5CCF27951F72", IZObject, IZRelation, IZSingleReltn)
 ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Shape, "7E570000-0000-4000-8000-000000000101",
               IZObject, IZRelation)
-ZDM_TEST_CLASS(Lookup, IZObject, IZDatabase)
-ZDM_TEST_CLASS(Recorder, IZObject, IZReltnVisitor)
 ZDM_CLASS_ROW(zdm::test::TestModule, true, zdm::test::Thing, "7E570000-0000-4000-8000-000000000102",
               IZObject, IZRelation, IZDMObject)
 
@@ -86,7 +84,6 @@ class Shape : public IZRelationImpl<IZRelation> {
 
 /// A document of which only the look-up of records works.
 class Lookup : public IZObjectImpl<IZDatabase> {
-  ZDM_OBJECT(Lookup)
  public:
   COIDManager* GetOIDManager() override { return nullptr; }
   CPIDManager* GetPIDManager() override { return nullptr; }
@@ -106,7 +103,6 @@ class Lookup : public IZObjectImpl<IZDatabase> {
 /// Writes down what it is offered, in words: relations by their letter, records by their ID.
 /// Looks inside relations when `descends` is set, and answers true once to the word `stopAt`.
 class Recorder : public ZReltnVisitor<IZReltnVisitor> {
-  ZDM_OBJECT(Recorder)
  public:
   using ZReltnVisitor::Visit;
 
@@ -138,5 +134,10 @@ std::string LettersIn(IZReltnColl& coll);
 
 /// The bytes that Save writes.
 std::vector<BYTE> Saved(IZRelation& reltn);
+
+struct ValueReleaser {
+  void operator()(ZDfValue* value) const { value->Release(); }
+};
+using HeldValue = std::unique_ptr<ZDfValue, ValueReleaser>;
 
 }  // namespace zdm::test

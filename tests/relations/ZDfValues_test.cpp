@@ -1,10 +1,12 @@
-// The nine field values: payloads, copies, stream forms, and what they offer.
+// The nine field values: payloads, copies, stream forms, what they offer; and their registry.
 #include "zdm/relations/ZDfValues.h"
 
 #include "platform/geometry/CMT.h"
-#include "platform/ole/CAtlException.h"
 #include "tests/relations/ReltnSupport.h"
+#include "tests/support/Bytes.h"
 #include "zdm/identity/OID.h"
+#include "zdm/module/DllRegisterZModule.h"
+#include "zdm/relations/ZDfValueRxClass.h"
 
 #include <gtest/gtest.h>
 
@@ -12,21 +14,16 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
 using namespace zdm::test;
-using Bytes = std::vector<BYTE>;
 
-struct Releaser {
-  void operator()(ZDfValue* value) const { value->Release(); }
-};
-using Held = std::unique_ptr<ZDfValue, Releaser>;
-
-Held CloneOf(ZDfValue& value) {
+HeldValue CloneOf(ZDfValue& value) {
   ZDfValue* copy = nullptr;
   value.Clone(&copy);
-  return Held(copy);
+  return HeldValue(copy);
 }
 
 template <class V, class Payload>
@@ -45,9 +42,7 @@ ZDfRelation To(IZObject* object) {
 }
 
 Bytes SavedValue(ZDfValue& value) {
-  ByteStream stream;
-  value.Save(&stream, nullptr);
-  return stream.GetBytes();
+  return Written([&](IZStream* stream) { value.Save(stream, nullptr); });
 }
 
 constexpr GUID kGuid = zdm::ParseGuid("00112233-4455-6677-8899-AABBCCDDEEFF");
@@ -58,41 +53,33 @@ constexpr Creator kCreators[] = {
     &ZDfCComBSTR::Creator, &ZDfElement::Creator,  &ZDfLong::Creator,
     &ZDfBool::Creator,     &ZDfUlongPtr::Creator, &ZDfReltnColl::Creator};
 
-TEST(DfValue, HasTheTypeOfItsPlaceAndADefaultForm) {
-  const Bytes forms[] = {Bytes(8, 0),
-                         Bytes(16, 0),
-                         {0, 0, 0x80, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0, 0, 0, 0, 0},
-                         {2, 0, 0, 0, 0, 0},
+TEST(DfValue, HasTheTypeOfItsPlaceADefaultFormAndObjectsOfItsOwn) {
+  const Bytes forms[] = {Bytes(8),
+                         Bytes(16),
+                         Hex("00008000 FFFFFFFF 00000000 00000000"),
+                         Hex("02000000 0000"),
                          {},
-                         Bytes(4, 0),
-                         {0},
+                         Bytes(4),
+                         Bytes(1),
                          {},
-                         Bytes(4, 0)};
+                         Bytes(4)};
   unsigned char type = 1;
   for (const Creator create : kCreators) {
-    const Held value(create());
+    const HeldValue value(create());
     EXPECT_EQ(value->GetType(), type);
     EXPECT_EQ(SavedValue(*value), forms[type - 1]) << int{type};
     ++type;
   }
-}
-
-TEST(DfValue, StartsWithObjectsOfItsOwn) {
-  ZDfRelation reltn;
-  ASSERT_NE(reltn.Value, nullptr);
-  EXPECT_EQ(reltn.Value->GetReferenceCount(), 1u);
-  EXPECT_FALSE(reltn.Value->IsReltnDiffusible());
-  ZDfReltnColl coll;
-  ASSERT_NE(coll.Value, nullptr);
-  EXPECT_EQ(coll.Value->GetReferenceCount(), 1u);
+  EXPECT_EQ(ZDfRelation().Value->GetReferenceCount(), 1u);
+  EXPECT_EQ(ZDfReltnColl().Value->GetReferenceCount(), 1u);
   EXPECT_EQ(ZDfElement().Value, nullptr);
 }
 
 TEST(DfValue, OnlyValuesOfOneClassCompareOrCopy) {
   for (const Creator left : kCreators) {
     for (const Creator right : kCreators) {
-      const Held value(left());
-      const Held other(right());
+      const HeldValue value(left());
+      const HeldValue other(right());
       const Bytes before = SavedValue(*value);
       const bool comparable = left == right && value->GetType() != ZDfReltnColl::kType;
       EXPECT_EQ(value->JudgeSame(other.get()), comparable)
@@ -100,7 +87,7 @@ TEST(DfValue, OnlyValuesOfOneClassCompareOrCopy) {
       value->CopyFrom(other.get());
       EXPECT_EQ(SavedValue(*value), before);
     }
-    const Held value(left());
+    const HeldValue value(left());
     EXPECT_FALSE(value->JudgeSame(nullptr));
     value->CopyFrom(nullptr);
   }
@@ -142,7 +129,7 @@ TEST(DfValue, ComparesPayloads) {
 /// Clone, CopyFrom, copy construction and assignment of `value`, each handed to `check`.
 template <class V>
 void ForEachCopy(V& value, const std::function<void(V&, bool shared)>& check) {
-  const Held clone = CloneOf(value);
+  const HeldValue clone = CloneOf(value);
   check(dynamic_cast<V&>(*clone), false);
   V copied;
   copied.CopyFrom(&value);
@@ -154,18 +141,22 @@ void ForEachCopy(V& value, const std::function<void(V&, bool shared)>& check) {
   check(assigned, true);
 }
 
+/// As the forms that are saved.
+template <class V>
+void ExpectCopied(V value) {
+  const Bytes form = SavedValue(value);
+  ForEachCopy<V>(value, [&](V& copy, bool) {
+    EXPECT_EQ(SavedValue(copy), form);
+    EXPECT_TRUE(copy.JudgeSame(&value));
+  });
+}
+
 TEST(DfValueCopy, PlainPayloadsAreEqual) {
-  auto number = Of<ZDfDouble>(2.5);
-  ForEachCopy<ZDfDouble>(number, [](ZDfDouble& copy, bool) { EXPECT_EQ(copy.Value, 2.5); });
-  auto guid = Of<ZDfGUID>(kGuid);
-  ForEachCopy<ZDfGUID>(guid, [](ZDfGUID& copy, bool) { EXPECT_TRUE(copy.Value == kGuid); });
-  auto count = Of<ZDfLong>(-3);
-  ForEachCopy<ZDfLong>(count, [](ZDfLong& copy, bool) { EXPECT_EQ(copy.Value, -3); });
-  auto flag = Of<ZDfBool>(true);
-  ForEachCopy<ZDfBool>(flag, [](ZDfBool& copy, bool) { EXPECT_TRUE(copy.Value); });
-  auto pointer = Of<ZDfUlongPtr>(1ULL << 40);
-  ForEachCopy<ZDfUlongPtr>(pointer,
-                           [](ZDfUlongPtr& copy, bool) { EXPECT_EQ(copy.Value, 1ULL << 40); });
+  ExpectCopied(Of<ZDfDouble>(2.5));
+  ExpectCopied(Of<ZDfGUID>(kGuid));
+  ExpectCopied(Of<ZDfLong>(-3));
+  ExpectCopied(Of<ZDfBool>(true));
+  ExpectCopied(Of<ZDfUlongPtr>(1ULL << 40));
 }
 
 TEST(DfValueCopy, StringsAreCopiedByBytesAndNullStaysNull) {
@@ -182,65 +173,56 @@ TEST(DfValueCopy, StringsAreCopiedByBytesAndNullStaysNull) {
   EXPECT_EQ(value.Value.Get(), before);
 }
 
-TEST(DfValueCopy, RelationsAreClonedOrShared) {
-  const int before = PlainReltn::alive;
-  {
-    OID oid(0, 0, 7, nullptr);
-    ZDfRelation value;
-    value.Value->SetReltnOID(&oid);
-    value.Value->SetReltnTag('a');
-    ForEachCopy<ZDfRelation>(value, [&](ZDfRelation& copy, bool shared) {
-      EXPECT_EQ(copy.Value == value.Value, shared);
-      EXPECT_EQ(copy.Value->GetReferenceCount() > 1, shared);
-      EXPECT_EQ(copy.Value->GetReltnOID(), &oid);
-      EXPECT_EQ(copy.Value->GetReltnTag(), 'a');
-    });
-    value.CopyFrom(&value);
-    EXPECT_EQ(value.Value->GetReltnOID(), &oid);
-    ZDfRelation none;
-    none.Value = nullptr;
-    value.CopyFrom(&none);
-    EXPECT_EQ(value.Value, nullptr);
-    EXPECT_EQ(dynamic_cast<ZDfRelation&>(*CloneOf(none)).Value->GetReltnOID(), nullptr);
-  }
-  EXPECT_EQ(PlainReltn::alive, before);
-}
-
-TEST(DfValueCopy, ElementsAreClonedOrShared) {
-  const int before = Thing::alive;
-  {
-    auto value = Of<ZDfElement>(zdm::MakeObject<IZDMObject, Thing>());
-    value.Value->SetID(5);
-    ForEachCopy<ZDfElement>(value, [&](ZDfElement& copy, bool shared) {
-      EXPECT_EQ(copy.Value == value.Value, shared);
-      EXPECT_EQ(copy.Value->GetReferenceCount() > 1, shared);
-      EXPECT_EQ(copy.Value->GetID(), 5u);
-    });
-    ZDfElement same(value);
-    same.CopyFrom(&value);
-    EXPECT_EQ(same.Value, value.Value) << "the same object stays";
-    ZDfElement none;
-    EXPECT_EQ(dynamic_cast<ZDfElement&>(*CloneOf(none)).Value, nullptr);
-    same.CopyFrom(&none);
-    EXPECT_EQ(same.Value, nullptr);
-  }
-  EXPECT_EQ(Thing::alive, before);
-}
-
-TEST(DfValueCopy, CollectionsAreClonedOrShared) {
-  auto value = Of<ZDfReltnColl>(MakeReltns("aB"));
-  ForEachCopy<ZDfReltnColl>(value, [&](ZDfReltnColl& copy, bool shared) {
+/// What holds an object: clones and CopyFrom clone it, the language's copies share it, a copy of
+/// itself keeps it, and one of nothing lets it go.
+template <class V>
+void ExpectClonedOrShared(V value, const std::function<void(V& copy)>& expectLike) {
+  ForEachCopy<V>(value, [&](V& copy, bool shared) {
     EXPECT_EQ(copy.Value == value.Value, shared);
-    EXPECT_EQ(LettersIn(*copy.Value), "aB");
-    EXPECT_EQ(copy.Value->GetHead() == value.Value->GetHead(), shared);
+    EXPECT_EQ(copy.Value->GetReferenceCount() > 1, shared);
+    expectLike(copy);
   });
-  IZReltnColl* before = value.Value;
+  const auto held = value.Value;
+  V same(value);
+  same.CopyFrom(&value);
   value.CopyFrom(&value);
-  EXPECT_EQ(value.Value, before);
-  ZDfReltnColl none;
+  expectLike(value);
+  EXPECT_TRUE(value.Value == held || value.GetType() == ZDfRelation::kType);
+  V none;
   none.Value = nullptr;
   value.CopyFrom(&none);
   EXPECT_EQ(value.Value, nullptr);
+}
+
+TEST(DfValueCopy, ObjectsAreClonedOrShared) {
+  const int reltns = PlainReltn::alive;
+  const int things = Thing::alive;
+  {
+    OID oid(0, 0, 7, nullptr);
+    ZDfRelation reltn;
+    reltn.Value->SetReltnOID(&oid);
+    reltn.Value->SetReltnTag('a');
+    ExpectClonedOrShared<ZDfRelation>(reltn, [&](ZDfRelation& copy) {
+      EXPECT_EQ(copy.Value->GetReltnOID(), &oid);
+      EXPECT_EQ(copy.Value->GetReltnTag(), 'a');
+    });
+    auto element = Of<ZDfElement>(zdm::MakeObject<IZDMObject, Thing>());
+    element.Value->SetID(5);
+    ExpectClonedOrShared<ZDfElement>(element,
+                                     [](ZDfElement& copy) { EXPECT_EQ(copy.Value->GetID(), 5u); });
+    const auto coll = Of<ZDfReltnColl>(MakeReltns("aB"));
+    ExpectClonedOrShared<ZDfReltnColl>(coll, [&](ZDfReltnColl& copy) {
+      EXPECT_EQ(LettersIn(*copy.Value), "aB");
+      EXPECT_EQ(copy.Value->GetHead() == coll.Value->GetHead(), copy.Value == coll.Value);
+    });
+    ZDfRelation none;
+    none.Value = nullptr;
+    EXPECT_EQ(dynamic_cast<ZDfRelation&>(*CloneOf(none)).Value->GetReltnOID(), nullptr);
+    ZDfElement empty;
+    EXPECT_EQ(dynamic_cast<ZDfElement&>(*CloneOf(empty)).Value, nullptr);
+  }
+  EXPECT_EQ(PlainReltn::alive, reltns);
+  EXPECT_EQ(Thing::alive, things);
 }
 
 TEST(DfValueStream, WritesItsPayloadAndReadsItBack) {
@@ -255,64 +237,44 @@ TEST(DfValueStream, WritesItsPayloadAndReadsItBack) {
   auto count = Of<ZDfLong>(-2);
   auto flag = Of<ZDfBool>(true);
   auto coll = Of<ZDfReltnColl>(MakeReltns("A"));
-  // clang-format off
   const struct {
     ZDfValue* value;
-    Bytes form;
-  } rows[] = {
-      {&number, {0, 0, 0, 0, 0, 0, 0, 0xC0}},
-      {&guid, {0x33, 0x22, 0x11, 0, 0x55, 0x44, 0x77, 0x66,
-               0x88, 0x99, 0xAA, 0xBB, 0xCC, 0xDD, 0xEE, 0xFF}},
-      {&reltn, {0, 0, 0x80, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0, 7, 0, 0, 0}},
-      {&text, {6, 0, 0, 0, 'a', 0, 'b', 0, 0, 0}},
-      {&count, {0xFE, 0xFF, 0xFF, 0xFF}},
-      {&flag, {1}},
-      {&coll, {0, 0, 0, 0}}};
-  // clang-format on
+    const char* form;
+  } rows[] = {{&number, "00000000 000000C0"},
+              {&guid, "33221100 5544 7766 8899AABBCCDDEEFF"},
+              {&reltn, "00008000 FFFFFFFF 00000000 07000000"},
+              {&text, "06000000 6100 6200 0000"},
+              {&count, "FEFFFFFF"},
+              {&flag, "01"},
+              {&coll, "00000000"}};
   for (const auto& row : rows) {
     SCOPED_TRACE(int{row.value->GetType()});
-    EXPECT_EQ(SavedValue(*row.value), row.form);
-    const Held loaded(kCreators[row.value->GetType() - 1]());
-    ByteStream stream(row.form);
+    const Bytes form = Hex(row.form);
+    EXPECT_EQ(SavedValue(*row.value), form);
+    const HeldValue loaded(kCreators[row.value->GetType() - 1]());
+    ByteStream stream(form);
     loaded->Load(&stream, &database);
     EXPECT_EQ(stream.GetBytesLeft(), 0u);
-    EXPECT_EQ(SavedValue(*loaded), row.form);
-    for (std::size_t length = 0; length < row.form.size(); ++length) {
-      ByteStream cut(
-          Bytes(row.form.begin(), row.form.begin() + static_cast<std::ptrdiff_t>(length)));
-      EXPECT_THROW(loaded->Load(&cut, &database), CAtlException) << length;
-    }
+    EXPECT_EQ(SavedValue(*loaded), form);
+    ExpectShortStreamsThrow(form, [&](IZStream* cut) { loaded->Load(cut, &database); });
+    const bool isKept = row.value != &text;  // a damaged text leaves none
+    EXPECT_EQ(SavedValue(*loaded) == form, isKept);
   }
 }
 
-TEST(DfValueStream, ShortReadKeepsThePayload) {
-  ByteStream stream(Bytes(3, 1));
-  auto number = Of<ZDfDouble>(2.5);
-  EXPECT_THROW(number.Load(&stream, nullptr), CAtlException);
-  EXPECT_EQ(number.Value, 2.5);
-}
-
-TEST(DfValueStream, AnyByteButZeroIsTrue) {
-  ByteStream stream({0x80, 0});
+TEST(DfValueStream, ReadsAnyByteButZeroAsTrueAppendsToACollectionAndTakesADamagedString) {
+  ByteStream stream(Bytes{0x80, 0} + Saved(*MakeReltns("b")) + Hex("03000000 61 00 00"));
   ZDfBool flag;
   flag.Load(&stream, nullptr);
   EXPECT_TRUE(flag.Value);
   flag.Load(&stream, nullptr);
   EXPECT_FALSE(flag.Value);
-}
-
-TEST(DfValueStream, DamagedStringLeavesNone) {
-  ByteStream odd({3, 0, 0, 0, 'a', 0, 0});
+  auto coll = Of<ZDfReltnColl>(MakeReltns("a"));
+  coll.Load(&stream, nullptr);
+  EXPECT_EQ(LettersIn(*coll.Value), "ab");
   auto text = Text(OLESTR("old"));
-  EXPECT_THROW(text.Load(&odd, nullptr), CAtlException);
+  EXPECT_THROW(text.Load(&stream, nullptr), CAtlException);
   EXPECT_TRUE(text.Value.IsNull());
-}
-
-TEST(DfValueStream, LoadingAppendsToTheCollection) {
-  ByteStream stream(Saved(*MakeReltns("b")));
-  auto value = Of<ZDfReltnColl>(MakeReltns("a"));
-  value.Load(&stream, nullptr);
-  EXPECT_EQ(LettersIn(*value.Value), "ab");
 }
 
 TEST(DfValueStream, ValueWithoutItsObjectIsStoredLikeANewOne) {
@@ -346,6 +308,84 @@ TEST(DfValueVisit, RelationsAndCollectionsOfferWhatTheyHold) {
   coll.Value = nullptr;
   EXPECT_FALSE(reltn.Accept(nullptr, nullptr, &visitor));
   EXPECT_FALSE(coll.Accept(nullptr, nullptr, &visitor));
+}
+
+ZDfValueRxClass* NewRecord(unsigned char type, ZDfValue* (*creator)()) {
+  auto* record = new ZDfValueRxClass;
+  record->type = type;
+  record->creator = creator;
+  return record;
+}
+
+/// The type of the value made for `code`; 0 for none.
+int TypeMadeFor(unsigned char code) {
+  ZDfValue* value = ZDfValueRxClass::CreateZDfValue(code);
+  if (value == nullptr) return 0;
+  const int type = value->GetType();
+  value->Release();
+  return type;
+}
+
+std::vector<int> Chain() {
+  std::vector<int> types;
+  for (const auto* at = ZDfValueRxClass::g_pDesc; at != nullptr; at = at->next) {
+    types.push_back(at->type);
+  }
+  return types;
+}
+
+class DfValueRegistry : public testing::Test {
+ protected:
+  void SetUp() override { ZDfValueRxClass::ReleaseRxClassChain(); }
+  void TearDown() override { ZDfValueRxClass::ReleaseRxClassChain(); }
+};
+
+TEST_F(DfValueRegistry, IsEmptyUntilTheModuleIsRegisteredWhichTwiceChangesNothing) {
+  EXPECT_EQ(ZDfValueRxClass::g_pDesc, nullptr);
+  EXPECT_EQ(TypeMadeFor(1), 0);
+  EXPECT_EQ(DllRegisterZModule(), S_OK);
+  const ZDfValueRxClass* record = ZDfGUID::gpDesc;
+  EXPECT_EQ(DllRegisterZModule(), S_OK);
+  EXPECT_EQ(ZDfGUID::gpDesc, record);
+  for (unsigned char code = 1; code <= 9; ++code) EXPECT_EQ(TypeMadeFor(code), code);
+  EXPECT_EQ(TypeMadeFor(0), 0);
+  EXPECT_EQ(TypeMadeFor(10), 0);
+  // The most recent stands behind the head.
+  EXPECT_EQ(Chain(), (std::vector<int>{0, 9, 8, 7, 6, 5, 4, 3, 2, 1}));
+  EXPECT_EQ(ZDfValueRxClass::g_pDesc->creator, nullptr);
+  EXPECT_EQ(ZDfReltnColl::gpDesc, ZDfValueRxClass::g_pDesc->next);
+  EXPECT_EQ(ZDfDouble::gpDesc->type, 1);
+}
+
+TEST_F(DfValueRegistry, FirstRegistrationOfACodeWins) {
+  ZDfLong::rxInit();
+  ASSERT_TRUE(ZDfValueRxClass::AddRxClass(NewRecord(7, &ZDfLong::Creator)));
+  const std::unique_ptr<ZDfValueRxClass> late(NewRecord(6, &ZDfBool::Creator));
+  EXPECT_FALSE(ZDfValueRxClass::AddRxClass(late.get()));
+  const std::unique_ptr<ZDfValueRxClass> none(NewRecord(0, &ZDfBool::Creator));
+  EXPECT_FALSE(ZDfValueRxClass::AddRxClass(none.get()));
+  EXPECT_FALSE(ZDfValueRxClass::AddRxClass(nullptr));
+  EXPECT_EQ(TypeMadeFor(6), 6);
+  EXPECT_EQ(TypeMadeFor(0), 0);
+  ZDfBool::rxInit();
+  EXPECT_EQ(TypeMadeFor(7), 6) << "the host was first";
+  EXPECT_EQ(ZDfBool::gpDesc, nullptr);
+  EXPECT_EQ(Chain(), (std::vector<int>{0, 7, 6}));
+}
+
+TEST_F(DfValueRegistry, UnregisteringLeavesNothing) {
+  DllRegisterZModule();
+  EXPECT_EQ(DllUnRegisterZModule(), S_OK);
+  EXPECT_EQ(DllUnRegisterZModule(), S_OK);
+  EXPECT_EQ(ZDfValueRxClass::g_pDesc, nullptr);
+  for (const ZDfValueRxClass* record :
+       {ZDfDouble::gpDesc, ZDfGUID::gpDesc, ZDfRelation::gpDesc, ZDfCComBSTR::gpDesc,
+        ZDfElement::gpDesc, ZDfLong::gpDesc, ZDfBool::gpDesc, ZDfUlongPtr::gpDesc,
+        ZDfReltnColl::gpDesc}) {
+    EXPECT_EQ(record, nullptr);
+  }
+  DllRegisterZModule();
+  EXPECT_EQ(TypeMadeFor(4), 4);
 }
 
 }  // namespace

@@ -17,6 +17,10 @@ TestDatabase::TestDatabase() {
   oids.Init();
 }
 
+void TestDatabase::CreateByType(BYTE type, IZDMObject** out) {
+  *out = type == 7 ? zdm::MakeObject<IZDMObject, CZDMPlainObject>().Detach() : nullptr;
+}
+
 void TestDatabase::Add(IZDMObject* object, LONG id) {
   object->SetOwner(this);
   if (id == 0) {

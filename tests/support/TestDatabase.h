@@ -7,6 +7,7 @@
 #include "tests/support/ByteStream.h"
 #include "tests/support/TestClasses.h"
 #include "zdm/host/IZDatabase.h"
+#include "zdm/host/IZPersistStrategy.h"
 #include "zdm/identity/COIDManager.h"
 #include "zdm/identity/CPIDManager.h"
 
@@ -28,8 +29,12 @@ class TestDatabase : public IZDMObjectImpl<IZDMObject>, public IZObjectImpl<IZDa
   CPIDManager* GetPIDManager() override { return &pids; }
   OID* GetOIDByID(LONG id) override { return oids.GetOIDByID(id); }
   void OnStateChanged(LONG) override { ++changes; }
-  void CreateByType(BYTE, IZDMObject** out) override { *out = nullptr; }
-  IZPersistStrategy* GetPersistStrategy() override { return nullptr; }
+  /// Makes plain objects of type 7, and no others.
+  void CreateByType(BYTE type, IZDMObject** out) override;
+  IZPersistStrategy* GetPersistStrategy() override {
+    ++timesAskedForStrategy;
+    return strategy;
+  }
   void GetMergeStrategy(IZDMObjMgr*, IZDMObjColl*, IZMergeStrategy** out) override {
     *out = nullptr;
   }
@@ -44,6 +49,8 @@ class TestDatabase : public IZDMObjectImpl<IZDMObject>, public IZObjectImpl<IZDa
 
   COIDManager oids;
   CPIDManager pids;
+  ZRefPtr<IZPersistStrategy> strategy;
+  int timesAskedForStrategy = 0;
   int changes = 0;
 };
 

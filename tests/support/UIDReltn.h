@@ -31,10 +31,12 @@ class UIDReltn : public IZRelationImpl<IZRelation> {
     uid.Save(stream, database, true);
   }
   bool Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor) override {
+    ++walks;
     return visitor->MapUID(root, owner, this, &uid);
   }
 
   UID uid;
+  LONG walks = 0;  // into it
 };
 
 }  // namespace zdm::test

@@ -26,14 +26,18 @@ void CZExtDataCollection::Clone(IZExtDataCollection** out) {
 
 void CZExtDataCollection::CopyFrom(IZExtDataCollection* source) {
   if (source == nullptr || source == static_cast<IZExtDataCollection*>(this)) return;
+  const auto copyTo = [source](List& copies) {
+    for (LONGLONG pos = source->GetHeadPosition(); pos != 0;) {
+      IZExtData* item = source->GetNext(pos);
+      if (item == nullptr) continue;
+      ZRefPtr<IZExtData> copy;
+      item->Clone(copy.Out());
+      if (copy != nullptr) copies.AddTail(copy);
+    }
+  };
+  if (List::IsEmpty()) return List::AllOrNothing([&] { copyTo(*this); });
   List copies;
-  for (LONGLONG pos = source->GetHeadPosition(); pos != 0;) {
-    IZExtData* item = source->GetNext(pos);
-    if (item == nullptr) continue;
-    ZRefPtr<IZExtData> copy;
-    item->Clone(copy.Out());
-    if (copy != nullptr) copies.AddTail(copy);
-  }
+  copyTo(copies);
   List::RemoveAll();
   List::AddTailList(copies);
 }

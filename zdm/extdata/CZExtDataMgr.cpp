@@ -44,8 +44,12 @@ void CZExtDataMgr::Clone(IZExtDataMgr** out) {
   if (out == nullptr) return;
   *out = nullptr;
   auto copy = zdm::NewOf<IZExtDataMgr, CZExtDataMgr>();
-  const Groups groups = groups_;  // as they are now: cloning may run any code
-  for (const auto& [key, items] : groups) copy->QueryCollection(key)->CopyFrom(items);
+  // Cloning may run any code, so each group is looked for anew.
+  for (auto at = groups_.begin(); at != groups_.end();) {
+    const auto [key, items] = *at;
+    copy->QueryCollection(key)->CopyFrom(items);
+    at = groups_.upper_bound(key);
+  }
   *out = copy.Detach();
 }
 

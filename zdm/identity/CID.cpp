@@ -90,5 +90,5 @@ void CID::Load(IZStream* stream, CPIDManager* pids, COIDManager* ids) {
   };
   SelfPID = path(entry.self);
   RefPID = path(entry.ref);
-  ReltnOID = ids != nullptr ? ids->GetOIDByID(entry.target) : nullptr;
+  ReltnOID = ids != nullptr ? ids->GetReferredOID(entry.target) : nullptr;
 }

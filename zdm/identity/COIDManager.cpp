@@ -51,6 +51,8 @@ void COIDManager::ReleaseRecords() {
     oid->Release();
   }
   kept_.clear();
+  for (const auto& [id, oid] : referred_) OID::GiveUp(oid, nullptr);
+  referred_.clear();
 }
 
 void COIDManager::Init() {
@@ -225,6 +227,26 @@ std::size_t COIDManager::IndexOf(const OID* oid) const {
   if (index < OIDVect.size() && OIDVect[index] == oid) return index;
   if (oid->table_ == this && !oid->isListed_) return OIDVect.size();
   return static_cast<std::size_t>(std::ranges::find(OIDVect, oid) - OIDVect.begin());
+}
+
+OID* COIDManager::GetReferredOID(const LONG& id) {
+  OID* const oid = GetOIDByID(id);
+  if (oid != nullptr || !keepsReferred_ || id == 0 || id == kRootID) return oid;
+  const auto [at, isNew] = referred_.try_emplace(id, nullptr);
+  if (at->second == nullptr) at->second = OID::Take(new OID(0, 0, id, nullptr));
+  return at->second;
+}
+
+void COIDManager::ListReferred() {
+  keepsReferred_ = false;
+  if (referred_.empty()) return;
+  while (!referred_.empty()) {
+    OID* oid = referred_.begin()->second;
+    if (oid != nullptr) AddOID(oid);
+    OID::GiveUp(oid, nullptr);  // the table has it now
+    referred_.erase(referred_.begin());
+  }
+  ReSort();
 }
 
 OID* COIDManager::GetOwnerPIDByID(const LONG& id) {

@@ -13,6 +13,7 @@
 #include "zdm/relations/eZRelation.h"
 
 #include <list>
+#include <unordered_map>
 #include <vector>
 
 class OID;
@@ -95,6 +96,16 @@ class ZDM_API COIDManager {
   /// a record was given to another object.
   ULONGLONG GetRevision() const;
   const std::list<UnresolvedObject>& GetUnresolved() const { return Unresolved; }
+
+  // IDs that are referred to and not listed. Without KeepReferred they are none.
+
+  /// As GetOIDByID; after KeepReferred also a new record for an ID that is not listed, so that it
+  /// is saved again by those who refer to it.
+  OID* GetReferredOID(const LONG& id);
+  /// Before references are read.
+  void KeepReferred() { keepsReferred_ = true; }
+  /// Lists the records made since, and ends it.
+  void ListReferred();
 
   // Binding objects.
 
@@ -278,4 +289,6 @@ class ZDM_API COIDManager {
   mutable std::vector<LONG> ids_;    // of OIDVect, place by place: what searches read
   mutable ULONGLONG revision_ = 0;
   std::vector<OID*> kept_;  // every record that was ever listed, one holder each
+  bool keepsReferred_ = false;
+  std::unordered_map<LONG, OID*> referred_;  // not listed; one holder each
 };

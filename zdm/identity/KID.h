@@ -3,9 +3,10 @@
 // -1 the root of the document. Copying copies the ID.
 #pragma once
 
+#include "platform/core/SmallBlocks.h"
 #include "platform/ole/ole.h"
 
-class ZDM_API KID {
+class ZDM_API KID : public zdm::InSmallBlocks {
  public:
   explicit KID(LONG id = 0) : ID(id) {}
   KID(const KID&) = default;

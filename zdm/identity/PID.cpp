@@ -108,7 +108,7 @@ void PID::Load(IZStream* stream, COIDManager* ids) {
   for (; count > 0; --count) {
     LONG id = 0;
     stream->Read(&id, sizeof(id));
-    OID* record = ids != nullptr ? ids->GetOIDByID(id) : nullptr;
+    OID* record = ids != nullptr ? ids->GetReferredOID(id) : nullptr;
     if (record != nullptr) found.push_back(record);
   }
   ID = pathID;

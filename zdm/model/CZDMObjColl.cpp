@@ -26,12 +26,25 @@ constexpr GUID kLineClass = zdm::ParseGuid("372A4411-F452-4DB6-81C3-8C5BDAF1CEC9
 constexpr GUID kCircleClass = zdm::ParseGuid("94981451-1622-411E-92B0-A3CCA6B855D9");
 constexpr GUID kArcClass = zdm::ParseGuid("3C92B48A-4A96-469C-A49E-4E9B188AB88A");
 
-/// Calls `action(IZDMObject&)` for every element that is not null.
+/// True at the first element that is not null and for which `test(IZDMObject&)` is. What is called
+/// may change the collection.
+template <class Test>
+bool AnyOf(zdm::ObjectList& objects, Test test) {
+  zdm::ObjectList::Walk walk(objects);
+  while (const ZRefPtr<IZDMObject>* next = walk.Next()) {
+    IZDMObject* const object = *next;
+    if (object != nullptr && test(*object)) return true;
+  }
+  return false;
+}
+
+/// Calls `action(IZDMObject&)` for every element that is not null, as AnyOf does.
 template <class Action>
 void ForEach(zdm::ObjectList& objects, Action action) {
-  for (POSITION pos = objects.GetHeadPosition(); pos != nullptr;) {
-    if (IZDMObject* object = objects.GetNext(pos)) action(*object);
-  }
+  AnyOf(objects, [&](IZDMObject& object) {
+    action(object);
+    return false;
+  });
 }
 
 /// A new object of the class, given its geometry by `shape(Geometry&)`; null without such a class.
@@ -166,22 +179,21 @@ void CZDMObjColl::DrawAll(IZGiDevice* device, GiContext* context) {
 void CZDMObjColl::DrawOptionAllowed(LONGLONG mask, IZGiDevice* device) {
   if (device == nullptr) return;
   GiContext* context = device->GetContext(mask);
-  for (LONGLONG pos = GetHeadPosition(); pos != 0;) {
-    IZDMObject* object = GetNext(pos);
-    if (object == nullptr || !object->JudgeOptionAllowed(mask)) continue;
-    if (device->GetState() != IZGiDevice::kTakesObjects) return;
-    device->DrawObject(object, context);
-  }
+  AnyOf(*this, [&](IZDMObject& object) {
+    if (!object.JudgeOptionAllowed(mask)) return false;
+    if (device->GetState() != IZGiDevice::kTakesObjects) return true;
+    device->DrawObject(&object, context);
+    return false;
+  });
 }
 
 void CZDMObjColl::DrawAllEx(IZGiDevice* device, GiContext* context) {
   if (device == nullptr) return;
-  for (LONGLONG pos = GetHeadPosition(); pos != 0;) {
-    IZDMObject* object = GetNext(pos);
-    if (object == nullptr) continue;
-    if (device->GetState() != IZGiDevice::kTakesObjects) return;
-    device->DrawObject(object, context);
-  }
+  AnyOf(*this, [&](IZDMObject& object) {
+    if (device->GetState() != IZGiDevice::kTakesObjects) return true;
+    device->DrawObject(&object, context);
+    return false;
+  });
 }
 
 void CZDMObjColl::TransformAll(const GeMatrix& matrix) {
@@ -306,7 +318,8 @@ void CZDMObjColl::AddOwnersVector(const std::vector<OID*>& records) {
 void CZDMObjColl::AddObject(IZObject* object) { AddTail(zdm::ViewAs<IZDMObject>(object)); }
 
 void CZDMObjColl::AddTailUnique(IZDMObjIterator* other) {
-  if (other == nullptr) return;
+  // Its own objects are there, also those without a record to bear the mark.
+  if (other == nullptr || other == static_cast<IZDMObjIterator*>(this)) return;
   MembersMarked marked(*this);
   for (LONGLONG pos = other->GetHeadPosition(); pos != 0;) {
     IZDMObject* object = other->GetNext(pos);

@@ -21,6 +21,7 @@ LONG zdm::MergeManagers(IZDMObjMgr& target, IZDMObjMgr* source, IZDMObjColl* add
                         IZDMObjColl* existing, IZMergeMapTool* mapTool, IZDMObject* sourceNode,
                         IZDMObject* targetNode) {
   if (source == nullptr || source == &target || mapTool == nullptr) return 1;
+  if (added == nullptr || existing == nullptr) return 1;
   GUID here = GUID_NULL;
   GUID there = GUID_NULL;
   target.GetClassID(&here);

@@ -16,9 +16,9 @@ namespace {
 
 constexpr BYTE kBulkAddOpen = 0x01;  // in the flags
 
-zdm::ParaEntry CopyOf(IZParameter* source) {
-  zdm::ParaEntry copy = {{}, zdm::NewOf<IZParameter, CZParameter>()};
-  copy.parameter->CopyFrom(source);
+ZRefPtr<IZParameter> CopyOf(IZParameter* source) {
+  auto copy = zdm::NewOf<IZParameter, CZParameter>();
+  copy->CopyFrom(source);
   return copy;
 }
 
@@ -90,7 +90,7 @@ void IZParameterArrayImpl::AddMissingFrom(IZParameterArray* other) {
   std::vector<zdm::ParaEntry> copies;
   for (LONG i = 0; i < other->GetCount(); ++i) {
     IZParameter* const parameter = other->GetAt(i);
-    if (GetParameter(DefinitionOf(parameter)) == nullptr) copies.push_back(CopyOf(parameter));
+    if (GetParameter(DefinitionOf(parameter)) == nullptr) copies.push_back({{}, CopyOf(parameter)});
   }
   BeginAdd();
   for (const zdm::ParaEntry& copy : copies) Add(copy.parameter, 0);
@@ -103,7 +103,7 @@ void IZParameterArrayImpl::ReplaceFrom(IZParameterArray* other, bool keepOwnValu
   for (LONG i = 0; i < other->GetCount(); ++i) {
     IZParameter* const parameter = other->GetAt(i);
     IZParameter* const own = keepOwnValues ? GetParameter(DefinitionOf(parameter)) : nullptr;
-    copies.push_back(CopyOf(own != nullptr ? own : parameter));
+    copies.push_back({{}, CopyOf(own != nullptr ? own : parameter)});
   }
   DropBulkAdd();
   Hold(Sorted(copies));
@@ -112,11 +112,8 @@ void IZParameterArrayImpl::ReplaceFrom(IZParameterArray* other, bool keepOwnValu
 void IZParameterArrayImpl::Clone(IZParameterArray** out) {
   if (out == nullptr) return;
   *out = nullptr;
-  std::vector<zdm::ParaEntry> copies;
-  copies.reserve(static_cast<std::size_t>(storage_.GetCount()));
-  for (LONG i = 0; i < storage_.GetCount(); ++i) copies.push_back(CopyOf(storage_.at(i)));
   auto clone = zdm::NewOf<IZParameterArray, CZParameterArray>();
-  clone->GetParaArray()->Assign(copies);
+  clone->GetParaArray()->AssignCopies(storage_, CopyOf);
   clone->GetParaArray()->SetOwner(clone);
   *out = clone.Detach();
 }

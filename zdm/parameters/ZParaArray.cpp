@@ -96,6 +96,20 @@ void ZParaArray::Assign(std::span<zdm::ParaEntry> entries) {
   *this = std::move(assigned);
 }
 
+// Copying may run any code, so `source` may become another one meanwhile.
+void ZParaArray::AssignCopies(const ZParaArray& source,
+                              ZRefPtr<IZParameter> (*copy)(IZParameter*)) {
+  ZParaArray copies;
+  const LONG room = source.count_;
+  copies.items_ = Allocate(room);
+  while (copies.count_ < std::min(room, source.count_)) {
+    copies.items_[copies.count_] = copy(source.items_[copies.count_]).Detach();
+    ++copies.count_;
+  }
+  std::copy_n(source.Keys(), copies.count_, copies.Keys());
+  *this = std::move(copies);
+}
+
 ZRefPtr<IZParameter> ZParaArray::Take(LONG index) {
   ZParaArray rest;
   rest.items_ = Allocate(count_ - 1);

@@ -60,6 +60,9 @@ class ZDM_API ZParaArray {
 
   /// Holds these in their order, in place of what was held. Takes over their references.
   void Assign(std::span<zdm::ParaEntry> entries);
+  /// Holds what `copy` makes of each of the parameters that `source` holds, in place of what was
+  /// held.
+  void AssignCopies(const ZParaArray& source, ZRefPtr<IZParameter> (*copy)(IZParameter*));
   /// Removes one and hands it over; `index` must be within the bounds.
   ZRefPtr<IZParameter> Take(LONG index);
 

@@ -23,7 +23,7 @@ CZReltnRecordObjInReltns& CZReltnRecordObjInReltns::operator=(
   List::AddTailList(other);
   selector_ = other.selector_;
   target_ = other.target_;
-  out_ = other.out_;
+  TakeReceiver(other.out_);
   return *this;
 }
 
@@ -54,7 +54,11 @@ void CZReltnRecordObjInReltns::Initialize(eZRelation selector, IZDMObject* targe
                                           IZReltnColl* out) {
   selector_ = selector;
   target_ = target != nullptr ? target->GetOID() : nullptr;
-  // Holding itself, it would never go.
+  TakeReceiver(out);
+}
+
+/// Holding itself, it would never go.
+void CZReltnRecordObjInReltns::TakeReceiver(IZReltnColl* out) {
   out_ = out != static_cast<IZReltnColl*>(this) ? out : nullptr;
 }
 

@@ -48,6 +48,8 @@ class ZDM_API CZReltnRecordObjInReltns
   void Initialize(eZRelation selector, IZDMObject* target, IZReltnColl* out) override;
 
  private:
+  void TakeReceiver(IZReltnColl* out);
+
   eZRelation selector_ = ZR_ALL;
   OID* target_ = nullptr;  // borrowed
   ZRefPtr<IZReltnColl> out_;

@@ -3,6 +3,7 @@
 // value from it before loading (ZDfValueRxClass::CreateZDfValue).
 #pragma once
 
+#include "platform/core/SmallBlocks.h"
 #include "platform/ole/ole.h"
 
 struct IZDMObject;
@@ -10,7 +11,7 @@ struct IZDatabase;
 struct IZReltnVisitor;
 struct IZStream;
 
-struct ZDM_API ZDfValue {
+struct ZDM_API ZDfValue : zdm::InSmallBlocks {
   virtual ~ZDfValue();  // 0
   /// A new value of the same class with an equal payload (Release by the caller).
   virtual void Clone(ZDfValue** out) = 0;  // 1

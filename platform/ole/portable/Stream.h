@@ -128,8 +128,6 @@ struct ZDM_INTERFACE IStream : ISequentialStream {
   virtual HRESULT STDMETHODCALLTYPE Clone(IStream** out) = 0;
 };
 
-struct IPersistStream;
-
 inline constexpr IID IID_IUnknown = {0x00000000, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 inline constexpr IID IID_ISequentialStream = {
     0x0C733A30, 0x2A1C, 0x11CE, {0xAD, 0xE5, 0x00, 0xAA, 0x00, 0x44, 0x77, 0x3D}};
@@ -145,11 +143,3 @@ ZDM_API HRESULT CreateStreamOnHGlobal(void* global, BOOL deleteOnRelease, IStrea
 /// there (0x80070002). `attributes` and `pattern` are not used.
 ZDM_API HRESULT SHCreateStreamOnFileEx(LPCOLESTR path, DWORD mode, DWORD attributes, BOOL create,
                                        IStream* pattern, IStream** out);
-
-/// Writes the 16 bytes of a class id. STG_E_MEDIUMFULL when not all were taken.
-ZDM_API HRESULT WriteClassStm(IStream* stream, REFCLSID clsid);
-/// Reads 16 bytes. Fewer give the null id and STG_E_READFAULT.
-ZDM_API HRESULT ReadClassStm(IStream* stream, CLSID* clsid);
-/// Writes 16 zero bytes for a null object. Other objects are refused with E_NOTIMPL: nothing in the
-/// library saves one, and no class named by a stream is ever created.
-ZDM_API HRESULT OleSaveToStream(IPersistStream* object, IStream* stream);

@@ -1,4 +1,5 @@
-// Which way placements act, in which order they combine, and when there is a way back.
+// Where points stop being the same; which way placements act, in which order they combine, and when
+// there is a way back.
 #include "platform/geometry/GeMatrix.h"
 
 #include "tests/platform/geometry/Near.h"
@@ -11,6 +12,25 @@ namespace {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
+
+TEST(XYZ, IsTheSameBelowTheToleranceOnly) {
+  EXPECT_FALSE((XYZ{3, 4, 0}.IsSame({}, 5)));
+  EXPECT_TRUE((XYZ{3, 4, 0}.IsSame({}, 5.000001)));
+  EXPECT_FALSE((XYZ{kNan, 0, 0}.IsSame({kNan, 0, 0})));
+  EXPECT_FALSE((XYZ{kInf, 0, 0}.IsSame({kInf, 0, 0})));
+}
+
+TEST(XYZ, NormalizesWhatHasADirection) {
+  for (const XYZ& with : {XYZ{2, 0, 0}, XYZ{-3e200, 4e200, 1e190}, XYZ{1e-200, 1e-200, 0}}) {
+    XYZ unit = with;
+    EXPECT_TRUE(unit.Normalize());
+    EXPECT_NEAR(unit.GetLength(), 1, 1e-12);
+    EXPECT_TRUE(IsNear(unit, with / with.GetLength()));
+  }
+  for (XYZ without : {XYZ{0, 0, 0}, XYZ{kNan, 1, 0}, XYZ{kInf, 0, 0}, XYZ{1e-310, 0, 0}}) {
+    EXPECT_FALSE(without.Normalize());
+  }
+}
 
 const double kThreeColumns[4][3] = {{0, 1, 0}, {-2, 0, 0}, {0, 0, 3}, {10, 20, 30}};
 const double kFourColumns[4][4] = {{0, 1, 0, 0}, {-2, 0, 0, 0}, {0, 0, 3, 0}, {10, 20, 30, 1}};
@@ -143,17 +163,6 @@ TEST(GeMatrix, IsUnitWithinItsTolerances) {
       EXPECT_EQ(GeMatrix(entries).IsUnit(), row.isUnit) << row.row << column << " " << row.offset;
     }
   }
-}
-
-TEST(GeMatrix, KnowsWhatKeepsShapes) {
-  double scale = 0;
-  const GeMatrix turned = GeMatrix::MakeRotation({1, 2, 3}, {1, 1, 5}, 2.0);
-  EXPECT_TRUE((turned * GeMatrix::MakeScale({9, 9, 9}, -3)).IsSimilarity(&scale));
-  EXPECT_NEAR(scale, 3.0, 1e-12);
-  EXPECT_NEAR((turned * GeMatrix::MakeScale({9, 9, 9}, -3)).GetDeterminant(), -27.0, 1e-9);
-  EXPECT_FALSE((turned * GeMatrix::MakeScale({}, {1, 1, 1.001})).IsSimilarity());
-  EXPECT_FALSE(GeMatrix::MakeFrame({}, {1, 0, 0}, {0.6, 0.8, 0}, {0, 0, 1}).IsSimilarity());
-  EXPECT_FALSE(GeMatrix::MakeScale({}, 0).IsSimilarity());
 }
 
 }  // namespace

@@ -1,20 +1,16 @@
 // The names of parts: their order, their bytes, and bytes that are none.
 #include "platform/geometry/SubID.h"
 
-#include "platform/ole/CAtlException.h"
-#include "tests/support/ByteStream.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Bytes.h"
 
 #include <memory>
+#include <optional>
 
 namespace {
 
-using Bytes = std::vector<BYTE>;
-using zdm::test::ByteStream;
-using SubIDPtr = std::unique_ptr<SubID>;
+using namespace zdm::test;
 
-const Bytes kEdgeBytes = {1, 2, 2, 0, 7, 0, 0, 0, 0x04, 0x03, 0x02, 0x81};
+const Bytes kEdgeBytes = Hex("01:02:02 00:07 00 00 00:04 03 02 81");
 
 SubID Edge() { return SubID(SubID::kEdge, {7, 0x81020304}); }
 
@@ -25,62 +21,48 @@ SubID Deepest() {
 }
 
 Bytes Save(const SubID* id) {
-  ByteStream stream;
-  SaveSubID(&stream, id);
-  return stream.GetBytes();
+  return Written([&](IZStream* stream) { SaveSubID(stream, id); });
 }
 
-// The SubID at the start of `bytes`, and how many it took; null with `result` for damage.
-SubIDPtr Load(const Bytes& bytes, HRESULT& result, ULONGLONG& used) {
+/// What the SubID at the start of `bytes` is saved as; nothing for damage.
+std::optional<Bytes> SavedAgain(const Bytes& bytes, ULONGLONG* used = nullptr) {
   ByteStream stream(bytes);
   SubID stale;
   SubID* out = &stale;
-  result = S_OK;
-  try {
-    LoadSubID(&stream, &out);
-  } catch (const CAtlException& e) {
-    result = e.m_hr;
+  const HRESULT result = Thrown([&] { LoadSubID(&stream, &out); });
+  if (used != nullptr) *used = stream.GetPosition();
+  if (result != S_OK) {
+    EXPECT_EQ(result, E_FAIL);
     EXPECT_EQ(out, nullptr);
+    return {};
   }
-  used = stream.GetPosition();
-  return SubIDPtr(out);
+  const std::unique_ptr<SubID> loaded(out);
+  Bytes saved = Save(out);
+  EXPECT_EQ(saved.size(), stream.GetPosition());
+  return saved;
 }
 
-TEST(SubIDStream, HasItsDocumentedBytes) {
+TEST(SubIDStream, HasItsDocumentedBytesAndComesBack) {
   const SubID edge = Edge();
   EXPECT_EQ(Save(&edge), kEdgeBytes);
   EXPECT_EQ(Save(nullptr), Bytes{0});
+  EXPECT_EQ(SavedAgain({0}), Bytes{0});
+  for (const SubID& value : {SubID(), SubID(SubID::kFace), edge, Deepest()}) {
+    EXPECT_EQ(SavedAgain(Save(&value)), Save(&value));
+  }
 }
 
-TEST(SubIDStream, BringsBackWhatWasSaved) {
-  const SubID values[] = {SubID(), SubID(SubID::kFace), Edge(), Deepest()};
-  ByteStream stream;
-  for (const SubID& value : values) {
-    SaveSubID(&stream, &value);
-    SaveSubID(&stream, nullptr);
-  }
-  stream.Seek(0, STREAM_SEEK_SET);
-  for (const SubID& value : values) {
-    SubID* out = nullptr;
-    LoadSubID(&stream, &out);
-    const SubIDPtr loaded(out);
-    EXPECT_TRUE(value.IsSame(loaded.get()));
-    LoadSubID(&stream, &out);
-    EXPECT_EQ(out, nullptr);
-  }
-  EXPECT_EQ(stream.GetBytesLeft(), 0u);
-}
-
-TEST(SubIDStream, EveryShortStreamIsDamage) {
+TEST(SubIDStream, ShortStreamsAndTooManyIndicesAreDamage) {
   const SubID deepest = Deepest();
-  const Bytes whole = Save(&deepest);
+  Bytes whole = Save(&deepest);
+  ULONGLONG used = 0;
   for (std::size_t length = 0; length < whole.size(); ++length) {
-    HRESULT result = S_OK;
-    ULONGLONG used = 0;
-    Load(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)), result, used);
-    EXPECT_EQ(result, E_FAIL) << length;
+    EXPECT_FALSE(SavedAgain(First(whole, length), &used)) << length;
     EXPECT_LE(used, 4u) << length;  // the depth is checked before a path is read
   }
+  whole[1] = SubID::kMaxDepth + 1;
+  whole.resize(whole.size() + 1200);
+  EXPECT_FALSE(SavedAgain(whole)) << "even with its bytes there";
 }
 
 TEST(SubIDStream, ADamagedByteIsRefusedOrMeansAnotherSubID) {
@@ -88,27 +70,13 @@ TEST(SubIDStream, ADamagedByteIsRefusedOrMeansAnotherSubID) {
     for (unsigned value = 0; value < 256; ++value) {
       Bytes bytes = kEdgeBytes;
       bytes[at] = static_cast<BYTE>(value);
-      HRESULT result = S_OK;
-      ULONGLONG used = 0;
-      const SubIDPtr loaded = Load(bytes, result, used);
+      const std::optional<Bytes> saved = SavedAgain(bytes);
       const bool isRefused = (at == 0 && value > 1) || (at == 1 && value > 2);
-      EXPECT_EQ(result, isRefused ? E_FAIL : S_OK) << at << " " << value;
-      if (isRefused) continue;
-      bytes.resize(used);
-      EXPECT_EQ(Save(loaded.get()), bytes) << at << " " << value;
+      EXPECT_EQ(saved.has_value(), !isRefused) << at << " " << value;
+      if (saved) bytes.resize(saved->size());
+      EXPECT_EQ(saved.value_or(bytes), bytes) << at << " " << value;
     }
   }
-}
-
-TEST(SubIDStream, ADepthAboveTheLimitIsDamageEvenWithItsBytesThere) {
-  const SubID deepest = Deepest();
-  Bytes bytes = Save(&deepest);
-  bytes[1] = SubID::kMaxDepth + 1;
-  bytes.resize(bytes.size() + 1200);
-  HRESULT result = S_OK;
-  ULONGLONG used = 0;
-  Load(bytes, result, used);
-  EXPECT_EQ(result, E_FAIL);
 }
 
 TEST(SubID, IsOrderedByKindDepthAndPath) {
@@ -138,7 +106,7 @@ TEST(SubID, TakesSixteenIndices) {
   EXPECT_EQ(full.GetIndex(15), 0xFFFFFFF0u);
   EXPECT_EQ(full.GetIndex(16), 0u);
   EXPECT_EQ(full.Append(1), E_INVALIDARG);
-  EXPECT_TRUE(full.IsSame(SubIDPtr(full.Clone()).get()));
+  EXPECT_TRUE(full.IsSame(std::unique_ptr<SubID>(full.Clone()).get()));
   EXPECT_THROW(SubID(SubID::kEdge, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17}),
                CAtlException);
 }

@@ -21,25 +21,9 @@ TEST(CStringW, HoldsZerosAndTakesNullAsEmpty) {
   EXPECT_EQ(text.GetString()[3], 0);
   EXPECT_TRUE(CStringW(static_cast<const OLECHAR*>(nullptr)).IsEmpty());
   EXPECT_TRUE(CStringW(OLESTR("a"), -1).IsEmpty());
-  const zdm::Bstr copy = [&] {
-    zdm::Bstr result;
-    result.Attach(text.AllocSysString());
-    return result;
-  }();
+  zdm::Bstr copy;
+  copy.Attach(text.AllocSysString());
   EXPECT_EQ(copy, zdm::Bstr(OLESTR("a\0b"), 3));
-}
-
-TEST(CStringW, AppendsTextUnitsAndItself) {
-  CStringW text = CStringW(OLESTR("a")) + OLESTR("b");
-  text += OLESTR('c');
-  text += text;
-  text += static_cast<const OLECHAR*>(nullptr);
-  text = OLESTR("<") + text + CStringW(OLESTR(">"));
-  EXPECT_EQ(text, OLESTR("<abcabc>"));
-  const CStringW copy = text;
-  text.Empty();
-  EXPECT_TRUE(text.IsEmpty());
-  EXPECT_EQ(copy.GetLength(), 8);
 }
 
 TEST(CStringW, ComparesByUnitsWithAndWithoutCase) {
@@ -90,7 +74,9 @@ TEST(CStringWFormat, LeavesWhatDoesNotFitItsValue) {
 TEST(CStringWFormat, MayUseItsOwnText) {
   CStringW text(OLESTR("%s and %s"));
   text.Format(text, text, text.GetString());
-  EXPECT_EQ(text, OLESTR("%s and %s and %s and %s"));
+  text += text;
+  text += static_cast<const OLECHAR*>(nullptr);
+  EXPECT_EQ(text, OLESTR("%s and %s and %s and %s%s and %s and %s and %s"));
 }
 
 }  // namespace

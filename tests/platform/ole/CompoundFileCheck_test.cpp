@@ -17,10 +17,12 @@ static void PrintTo(CompoundFault fault, std::ostream* out) { *out << DescribeFa
 namespace test {
 namespace {
 
+using enum CompoundFault;
+
 CompoundFault FaultOf(const Bytes& file) {
   CompoundFileReport report;
   const HRESULT result = CheckCompoundFile(file.data(), file.size(), &report);
-  EXPECT_EQ(result == S_OK, report.fault == CompoundFault::kNone);
+  EXPECT_EQ(result == S_OK, report.fault == kNone);
   return report.fault;
 }
 
@@ -34,10 +36,23 @@ struct Sample {
     second = builder.AddStream(folder, OLESTR("second"), Pattern(5000));
     empty = builder.AddStream(folder, OLESTR("empty"), {});
     file = builder.Build();
+    first = builder.SectorOf(large);
   }
+
+  void Header16(std::size_t at, USHORT value) { Put16(file, at, value); }
+  void Header(std::size_t at, ULONG value) { Put32(file, at, value); }
+  void Entry(ULONG entry, std::size_t at, ULONG value) {
+    Put32(file, builder.EntryAt(entry) + at, value);
+  }
+  void Type(ULONG entry, BYTE type) { file[builder.EntryAt(entry) + 66] = type; }
+  void NameAt(std::size_t at, USHORT value) { Put16(file, builder.EntryAt(small) + at, value); }
+  void NameBytes(USHORT value) { NameAt(64, value); }
+  void Fat(ULONG sector, ULONG value) { Put32(file, builder.FatAt(sector), value); }
+  void MiniFat(ULONG sector, ULONG value) { Put32(file, builder.MiniFatAt(sector), value); }
 
   CompoundBuilder builder;
   ULONG folder, small, large, second, empty;
+  ULONG first;  // sector of the large stream
   Bytes file;
 };
 
@@ -47,122 +62,82 @@ struct Damage {
   std::function<void(Sample&)> apply;
 };
 
-void Header16(Sample& s, std::size_t at, USHORT value) { Put16(s.file, at, value); }
-void Header32(Sample& s, std::size_t at, ULONG value) { Put32(s.file, at, value); }
-void Entry32(Sample& s, ULONG entry, std::size_t at, ULONG value) {
-  Put32(s.file, s.builder.EntryAt(entry) + at, value);
-}
-void NameBytes(Sample& s, USHORT value) { Put16(s.file, s.builder.EntryAt(s.small) + 64, value); }
-void Fat(Sample& s, ULONG sector, ULONG value) { Put32(s.file, s.builder.FatAt(sector), value); }
-void MiniFat(Sample& s, ULONG sector, ULONG value) {
-  Put32(s.file, s.builder.MiniFatAt(sector), value);
-}
-
-constexpr std::size_t kType = 66, kLeft = 68, kRight = 72, kChild = 76, kStart = 116, kSize = 120;
+constexpr std::size_t kLeft = 68, kRight = 72, kChild = 76, kStart = 116, kSize = 120;
 
 const Damage kDamages[] = {
-    {"signature", CompoundFault::kNotCompound, [](Sample& s) { s.file[7] ^= 1; }},
-    {"empty file", CompoundFault::kNotCompound, [](Sample& s) { s.file.clear(); }},
-    {"header cut", CompoundFault::kHeader, [](Sample& s) { s.file.resize(511); }},
-    {"version 5", CompoundFault::kHeader, [](Sample& s) { Header16(s, 26, 5); }},
-    {"byte order", CompoundFault::kHeader, [](Sample& s) { Header16(s, 28, 0xFEFF); }},
-    {"sector shift 31", CompoundFault::kHeader, [](Sample& s) { Header16(s, 30, 31); }},
-    {"mini shift 0", CompoundFault::kHeader, [](Sample& s) { Header16(s, 32, 0); }},
-    {"cutoff 0", CompoundFault::kHeader, [](Sample& s) { Header32(s, 56, 0); }},
-    {"no FAT", CompoundFault::kFatPlaces, [](Sample& s) { Header32(s, 44, 0); }},
-    {"FAT past the file", CompoundFault::kFatPlaces,
-     [](Sample& s) { Header32(s, 44, 0x7FFFFFFF); }},
-    {"FAT place missing", CompoundFault::kFatPlaces, [](Sample& s) { Header32(s, 44, 2); }},
-    {"FAT place past the file", CompoundFault::kFatPlaces,
-     [](Sample& s) { Header32(s, 76, 9999); }},
-    {"FAT place twice", CompoundFault::kFatPlaces,
+    {"signature", kNotCompound, [](Sample& s) { s.file[7] ^= 1; }},
+    {"empty file", kNotCompound, [](Sample& s) { s.file.clear(); }},
+    {"header cut", kHeader, [](Sample& s) { s.file.resize(511); }},
+    {"version 5", kHeader, [](Sample& s) { s.Header16(26, 5); }},
+    {"byte order", kHeader, [](Sample& s) { s.Header16(28, 0xFEFF); }},
+    {"sector shift 31", kHeader, [](Sample& s) { s.Header16(30, 31); }},
+    {"mini shift 0", kHeader, [](Sample& s) { s.Header16(32, 0); }},
+    {"cutoff 0", kHeader, [](Sample& s) { s.Header(56, 0); }},
+    {"no FAT", kFatPlaces, [](Sample& s) { s.Header(44, 0); }},
+    {"FAT past the file", kFatPlaces, [](Sample& s) { s.Header(44, 0x7FFFFFFF); }},
+    {"FAT place missing", kFatPlaces, [](Sample& s) { s.Header(44, 2); }},
+    {"FAT place past the file", kFatPlaces, [](Sample& s) { s.Header(76, 9999); }},
+    {"FAT place twice", kFatPlaces,
      [](Sample& s) {
-       Header32(s, 44, 2);
-       Header32(s, 80, s.builder.FatStart());
+       s.Header(44, 2);
+       s.Header(80, s.builder.FatStart());
      }},
-    {"DIFAT count past the file", CompoundFault::kFatPlaces,
-     [](Sample& s) { Header32(s, 72, 0xFFFFFFFF); }},
-    {"DIFAT counted but missing", CompoundFault::kFatPlaces, [](Sample& s) { Header32(s, 72, 1); }},
-    {"DIFAT chain without count", CompoundFault::kFatPlaces, [](Sample& s) { Header32(s, 68, 3); }},
-    {"directory missing", CompoundFault::kDirectory,
-     [](Sample& s) { Header32(s, 48, kEndOfChain); }},
-    {"directory past the file", CompoundFault::kDirectory,
-     [](Sample& s) { Header32(s, 48, 9999); }},
-    {"directory in the FAT", CompoundFault::kDirectory,
-     [](Sample& s) { Header32(s, 48, s.builder.FatStart()); }},
-    {"directory in a cycle", CompoundFault::kDirectory, [](Sample& s) { Fat(s, 0, 0); }},
-    {"no root", CompoundFault::kDirectory,
-     [](Sample& s) { s.file[s.builder.EntryAt(0) + kType] = kEntryStorage; }},
-    {"second root", CompoundFault::kEntry,
-     [](Sample& s) { s.file[s.builder.EntryAt(s.folder) + kType] = kEntryRoot; }},
-    {"type unknown", CompoundFault::kEntry,
-     [](Sample& s) { s.file[s.builder.EntryAt(s.large) + kType] = 3; }},
-    {"free entry in the tree", CompoundFault::kEntry,
-     [](Sample& s) { s.file[s.builder.EntryAt(s.large) + kType] = kEntryFree; }},
-    {"stream with children", CompoundFault::kEntry,
-     [](Sample& s) { Entry32(s, s.small, kChild, s.large); }},
-    {"name of 0 bytes", CompoundFault::kName, [](Sample& s) { NameBytes(s, 0); }},
-    {"name empty", CompoundFault::kName, [](Sample& s) { NameBytes(s, 2); }},
-    {"name of odd length", CompoundFault::kName, [](Sample& s) { NameBytes(s, 11); }},
-    {"name of 66 bytes", CompoundFault::kName, [](Sample& s) { NameBytes(s, 66); }},
-    {"name of 65535 bytes", CompoundFault::kName, [](Sample& s) { NameBytes(s, 65535); }},
-    {"name without terminator", CompoundFault::kName, [](Sample& s) { NameBytes(s, 10); }},
-    {"name with a zero inside", CompoundFault::kName, [](Sample& s) { NameBytes(s, 14); }},
-    {"half a surrogate pair", CompoundFault::kName,
-     [](Sample& s) { Put16(s.file, s.builder.EntryAt(s.small), 0xD801); }},
-    {"child past the directory", CompoundFault::kTree,
-     [](Sample& s) { Entry32(s, s.folder, kChild, 1000); }},
-    {"child is the root", CompoundFault::kTree, [](Sample& s) { Entry32(s, s.folder, kChild, 0); }},
-    {"sibling of itself", CompoundFault::kTree,
-     [](Sample& s) { Entry32(s, s.large, kRight, s.large); }},
-    {"storage inside itself", CompoundFault::kTree,
-     [](Sample& s) { Entry32(s, s.folder, kChild, s.folder); }},
-    {"siblings out of order", CompoundFault::kTree,
+    {"DIFAT count past the file", kFatPlaces, [](Sample& s) { s.Header(72, 0xFFFFFFFF); }},
+    {"DIFAT counted but missing", kFatPlaces, [](Sample& s) { s.Header(72, 1); }},
+    {"DIFAT chain without count", kFatPlaces, [](Sample& s) { s.Header(68, 3); }},
+    {"directory missing", kDirectory, [](Sample& s) { s.Header(48, kEndOfChain); }},
+    {"directory past the file", kDirectory, [](Sample& s) { s.Header(48, 9999); }},
+    {"directory in the FAT", kDirectory, [](Sample& s) { s.Header(48, s.builder.FatStart()); }},
+    {"directory in a cycle", kDirectory, [](Sample& s) { s.Fat(0, 0); }},
+    {"no root", kDirectory, [](Sample& s) { s.Type(0, kEntryStorage); }},
+    {"second root", kEntry, [](Sample& s) { s.Type(s.folder, kEntryRoot); }},
+    {"type unknown", kEntry, [](Sample& s) { s.Type(s.large, 3); }},
+    {"free entry in the tree", kEntry, [](Sample& s) { s.Type(s.large, kEntryFree); }},
+    {"stream with children", kEntry, [](Sample& s) { s.Entry(s.small, kChild, s.large); }},
+    {"name of 0 bytes", kName, [](Sample& s) { s.NameBytes(0); }},
+    {"name empty", kName, [](Sample& s) { s.NameBytes(2); }},
+    {"name of odd length", kName, [](Sample& s) { s.NameBytes(11); }},
+    {"name of 66 bytes", kName, [](Sample& s) { s.NameBytes(66); }},
+    {"name of 65535 bytes", kName, [](Sample& s) { s.NameBytes(65535); }},
+    {"name without terminator", kName, [](Sample& s) { s.NameBytes(10); }},
+    {"name with a zero inside", kName, [](Sample& s) { s.NameBytes(14); }},
+    {"half a surrogate pair", kName, [](Sample& s) { s.NameAt(0, 0xD801); }},
+    {"child past the directory", kTree, [](Sample& s) { s.Entry(s.folder, kChild, 1000); }},
+    {"child is the root", kTree, [](Sample& s) { s.Entry(s.folder, kChild, 0); }},
+    {"sibling of itself", kTree, [](Sample& s) { s.Entry(s.large, kRight, s.large); }},
+    {"storage inside itself", kTree, [](Sample& s) { s.Entry(s.folder, kChild, s.folder); }},
+    {"siblings out of order", kTree,
      [](Sample& s) {
        const std::size_t root = s.builder.EntryAt(Get32(s.file, s.builder.EntryAt(0) + kChild));
        const ULONG left = Get32(s.file, root + kLeft);
        Put32(s.file, root + kLeft, Get32(s.file, root + kRight));
        Put32(s.file, root + kRight, left);
      }},
-    {"two of one name", CompoundFault::kTree,
+    {"two of one name", kTree,
      [](Sample& s) {
        for (const std::size_t at : {0, 2, 4, 6, 8}) {
-         Put16(s.file, s.builder.EntryAt(s.small) + at, static_cast<USHORT>("OTHER"[at / 2]));
+         s.NameAt(at, static_cast<USHORT>("OTHER"[at / 2]));
        }
      }},
-    {"elements nobody leads to", CompoundFault::kTree,
-     [](Sample& s) { Entry32(s, s.folder, kChild, kNoEntry); }},
-    {"mini FAT count", CompoundFault::kMiniStream, [](Sample& s) { Header32(s, 64, 2); }},
-    {"mini FAT in a cycle", CompoundFault::kMiniStream,
-     [](Sample& s) { Fat(s, s.builder.MiniFatStart(), s.builder.MiniFatStart()); }},
-    {"mini stream too short", CompoundFault::kMiniStream,
-     [](Sample& s) { Entry32(s, 0, kSize, 1000000); }},
-    {"mini stream is the directory", CompoundFault::kMiniStream,
-     [](Sample& s) { Entry32(s, 0, kStart, 0); }},
-    {"mini chain in a cycle", CompoundFault::kChain, [](Sample& s) { MiniFat(s, 1, 0); }},
-    {"mini chain past the mini stream", CompoundFault::kChain,
-     [](Sample& s) { MiniFat(s, 1, 100); }},
-    {"mini chain too short", CompoundFault::kChain, [](Sample& s) { MiniFat(s, 0, kEndOfChain); }},
-    {"mini chain runs into a free one", CompoundFault::kChain,
-     [](Sample& s) { MiniFat(s, 1, kFreeSector); }},
-    {"mini sectors of another stream", CompoundFault::kChain,
-     [](Sample& s) { Entry32(s, s.small, kStart, 2); }},
-    {"small stream without mini stream", CompoundFault::kChain,
-     [](Sample& s) { Entry32(s, 0, kSize, 0); }},
-    {"chain in a cycle", CompoundFault::kChain,
-     [](Sample& s) { Fat(s, s.builder.SectorOf(s.large) + 2, s.builder.SectorOf(s.large)); }},
-    {"chain past the file", CompoundFault::kChain,
-     [](Sample& s) { Fat(s, s.builder.SectorOf(s.large), s.builder.SectorCount()); }},
-    {"chain too short", CompoundFault::kChain,
-     [](Sample& s) { Fat(s, s.builder.SectorOf(s.large), kEndOfChain); }},
-    {"chain runs into a free sector", CompoundFault::kChain,
-     [](Sample& s) { Fat(s, s.builder.SectorOf(s.large), kFreeSector); }},
-    {"sectors of another stream", CompoundFault::kChain,
-     [](Sample& s) { Entry32(s, s.second, kStart, s.builder.SectorOf(s.large)); }},
-    {"size past the chain", CompoundFault::kChain,
-     [](Sample& s) { Entry32(s, s.large, kSize, 0x7FFFFFFF); }},
-    {"start past the file", CompoundFault::kChain,
-     [](Sample& s) { Entry32(s, s.large, kStart, 0xFFFFFFFF); }},
+    {"elements nobody leads to", kTree, [](Sample& s) { s.Entry(s.folder, kChild, kNoEntry); }},
+    {"mini FAT count", kMiniStream, [](Sample& s) { s.Header(64, 2); }},
+    {"mini FAT in a cycle", kMiniStream,
+     [](Sample& s) { s.Fat(s.builder.MiniFatStart(), s.builder.MiniFatStart()); }},
+    {"mini stream too short", kMiniStream, [](Sample& s) { s.Entry(0, kSize, 1000000); }},
+    {"mini stream is the directory", kMiniStream, [](Sample& s) { s.Entry(0, kStart, 0); }},
+    {"mini chain in a cycle", kChain, [](Sample& s) { s.MiniFat(1, 0); }},
+    {"mini chain past the mini stream", kChain, [](Sample& s) { s.MiniFat(1, 100); }},
+    {"mini chain too short", kChain, [](Sample& s) { s.MiniFat(0, kEndOfChain); }},
+    {"mini chain runs into a free one", kChain, [](Sample& s) { s.MiniFat(1, kFreeSector); }},
+    {"mini sectors of another stream", kChain, [](Sample& s) { s.Entry(s.small, kStart, 2); }},
+    {"small stream without mini stream", kChain, [](Sample& s) { s.Entry(0, kSize, 0); }},
+    {"chain in a cycle", kChain, [](Sample& s) { s.Fat(s.first + 2, s.first); }},
+    {"chain past the file", kChain, [](Sample& s) { s.Fat(s.first, s.builder.SectorCount()); }},
+    {"chain too short", kChain, [](Sample& s) { s.Fat(s.first, kEndOfChain); }},
+    {"chain runs into a free sector", kChain, [](Sample& s) { s.Fat(s.first, kFreeSector); }},
+    {"sectors of another stream", kChain, [](Sample& s) { s.Entry(s.second, kStart, s.first); }},
+    {"size past the chain", kChain, [](Sample& s) { s.Entry(s.large, kSize, 0x7FFFFFFF); }},
+    {"start past the file", kChain, [](Sample& s) { s.Entry(s.large, kStart, 0xFFFFFFFF); }},
 };
 
 TEST(CompoundFileCheck, RefusesEachDamageAsWhatItIs) {
@@ -174,20 +149,26 @@ TEST(CompoundFileCheck, RefusesEachDamageAsWhatItIs) {
       EXPECT_EQ(FaultOf(sample.file), damage.fault);
     }
   }
+  Sample sample(3);
+  sample.MiniFat(1, 0);
+  CompoundFileReport report;
+  CheckCompoundFile(sample.file.data(), sample.file.size(), &report);
+  EXPECT_EQ(report.place, sample.small);
+  EXPECT_EQ(CheckCompoundFile(nullptr, 0, nullptr), STG_E_INVALIDHEADER);
 }
 
 TEST(CompoundFileCheck, RefusesCyclesInALongListOfFatSectors) {
   CompoundBuilder builder;
   builder.AddStream(0, OLESTR("large"), Bytes(std::size_t{16} << 20));  // 2 DIFAT sectors
   const Bytes sound = builder.Build();
-  EXPECT_EQ(FaultOf(sound), CompoundFault::kNone);
+  EXPECT_EQ(FaultOf(sound), kNone);
   Bytes damaged = sound;
   const ULONG first = Get32(sound, 68);
   Put32(damaged, builder.DifatAt() + 508, first);
-  EXPECT_EQ(FaultOf(damaged), CompoundFault::kFatPlaces);
+  EXPECT_EQ(FaultOf(damaged), kFatPlaces);
   damaged = sound;
   Put32(damaged, builder.DifatAt(), Get32(sound, 76));
-  EXPECT_EQ(FaultOf(damaged), CompoundFault::kFatPlaces);
+  EXPECT_EQ(FaultOf(damaged), kFatPlaces);
 }
 
 struct Oddity {
@@ -198,14 +179,13 @@ struct Oddity {
 // Seen in files of other programs, or allowed to them.
 const Oddity kOddities[] = {
     {"nothing odd", [](Sample&) {}},
-    {"other minor version", [](Sample& s) { Header16(s, 24, 0x21); }},
-    {"list of FAT sectors ended as free", [](Sample& s) { Header32(s, 68, kFreeSector); }},
+    {"other minor version", [](Sample& s) { s.Header16(24, 0x21); }},
+    {"list of FAT sectors ended as free", [](Sample& s) { s.Header(68, kFreeSector); }},
     {"red entries", [](Sample& s) { s.file[s.builder.EntryAt(s.large) + 67] = 0; }},
-    {"start of an empty stream", [](Sample& s) { Entry32(s, s.empty, kStart, 12345); }},
-    {"start of a storage", [](Sample& s) { Entry32(s, s.folder, kStart, 12345); }},
-    {"unused entry with remains",
-     [](Sample& s) { Entry32(s, s.builder.UsedEntries(), kChild, 1); }},
-    {"chain longer than the stream", [](Sample& s) { Entry32(s, s.large, kSize, 15000); }},
+    {"start of an empty stream", [](Sample& s) { s.Entry(s.empty, kStart, 12345); }},
+    {"start of a storage", [](Sample& s) { s.Entry(s.folder, kStart, 12345); }},
+    {"unused entry with remains", [](Sample& s) { s.Entry(s.builder.UsedEntries(), kChild, 1); }},
+    {"chain longer than the stream", [](Sample& s) { s.Entry(s.large, kSize, 15000); }},
     {"sectors that belong to nothing",
      [](Sample& s) { s.file.resize(s.file.size() + s.builder.sectorSize()); }},
     {"bytes behind the last sector", [](Sample& s) { s.file.resize(s.file.size() + 17); }},
@@ -232,14 +212,14 @@ TEST(CompoundFileCheck, AcceptsATableCountedButMissingWhenNothingIsSmall) {
   builder.AddStream(0, OLESTR("large"), Pattern(5000));
   Bytes file = builder.Build();
   Put32(file, 64, 1);
-  EXPECT_EQ(FaultOf(file), CompoundFault::kNone);
+  EXPECT_EQ(FaultOf(file), kNone);
 }
 
 TEST(CompoundFileCheck, RefusesEveryCut) {
   const Sample sample(3);
   for (std::size_t size = 0; size < sample.file.size(); ++size) {
     const Bytes cut(sample.file.begin(), sample.file.begin() + static_cast<std::ptrdiff_t>(size));
-    ASSERT_NE(FaultOf(cut), CompoundFault::kNone) << size;
+    ASSERT_NE(FaultOf(cut), kNone) << size;
   }
 }
 
@@ -262,7 +242,7 @@ TEST(CompoundFileCheck, ReportsAFileThatIsCutMeanwhile) {
   for (std::size_t left = 0; left < sample.file.size(); left += 100) {
     CompoundFileReport report;
     EXPECT_EQ(CheckCompoundFile(CutBytes(sample.file, left), &report), STG_E_READFAULT) << left;
-    EXPECT_EQ(report.fault, CompoundFault::kUnreadable);
+    EXPECT_EQ(report.fault, kUnreadable);
   }
 }
 
@@ -279,15 +259,15 @@ TEST(CompoundFileCheck, FindsEqualNamesWithALetterOutsideAsciiBetween) {
     Put16(file, builder.EntryAt(first), 'A');
     Put16(file, builder.EntryAt(second), 0xE9);
     Put16(file, builder.EntryAt(third), equal ? 'a' : 'F');
-    EXPECT_EQ(FaultOf(file), equal ? CompoundFault::kTree : CompoundFault::kNone);
+    EXPECT_EQ(FaultOf(file), equal ? kTree : kNone);
   }
 }
 
 TEST(CompoundFileCheck, TakesTheUpperHalfOfASizeInVersion4Only) {
   for (const int version : {3, 4}) {
     Sample sample(version);
-    Entry32(sample, sample.large, kSize + 4, 1);
-    EXPECT_EQ(FaultOf(sample.file), version == 3 ? CompoundFault::kNone : CompoundFault::kChain);
+    sample.Entry(sample.large, kSize + 4, 1);
+    EXPECT_EQ(FaultOf(sample.file), version == 3 ? kNone : kChain);
   }
 }
 
@@ -310,7 +290,7 @@ TEST(CompoundFileCheck, WhatPassesWithTurnedBitsCanBeRead) {
       state = state * 1664525U + 1013904223U;
       sample.file[table[0] + (state >> 8) % table[1]] ^= static_cast<BYTE>(1U << (state >> 29));
     }
-    if (FaultOf(sample.file) != CompoundFault::kNone || ++accepted % 10 != 0) continue;
+    if (FaultOf(sample.file) != kNone || ++accepted % 10 != 0) continue;
     WriteFile(path, sample.file);
     const Storage storage = OpenAt(path, STGM_READ | STGM_SHARE_EXCLUSIVE);
     ASSERT_TRUE(storage);
@@ -324,27 +304,17 @@ TEST(CompoundFileCheck, WhatPassesWithTurnedBitsCanBeRead) {
 TEST(CompoundFileCheck, AnswersDeepAndWideFiles) {
   CompoundBuilder nested;
   for (ULONG i = 0; i < 10000; ++i) nested.AddStorage(i, OLESTR("d"));
-  EXPECT_EQ(FaultOf(nested.Build()), CompoundFault::kDepth);
+  EXPECT_EQ(FaultOf(nested.Build()), kDepth);
 
   CompoundBuilder allowed;
   for (ULONG i = 0; i < kMaxStorageDepth; ++i) allowed.AddStorage(i, OLESTR("d"));
-  EXPECT_EQ(FaultOf(allowed.Build()), CompoundFault::kNone);
+  EXPECT_EQ(FaultOf(allowed.Build()), kNone);
 
   CompoundBuilder wide;
   for (ULONG i = 0; i < 100000; ++i) wide.AddStream(0, Numbered(i), {});
-  EXPECT_EQ(FaultOf(wide.Build()), CompoundFault::kNone);
+  EXPECT_EQ(FaultOf(wide.Build()), kNone);
   wide.ChainSiblings();
-  EXPECT_EQ(FaultOf(wide.Build()), CompoundFault::kDepth);
-}
-
-TEST(CompoundFileCheck, ReportsWhereTheFaultIs) {
-  Sample sample(3);
-  MiniFat(sample, 1, 0);
-  CompoundFileReport report;
-  EXPECT_EQ(CheckCompoundFile(sample.file.data(), sample.file.size(), &report),
-            STG_E_DOCFILECORRUPT);
-  EXPECT_EQ(report.place, sample.small);
-  EXPECT_EQ(CheckCompoundFile(nullptr, 0, nullptr), STG_E_INVALIDHEADER);
+  EXPECT_EQ(FaultOf(wide.Build()), kDepth);
 }
 
 TEST(ElementName, ComparesByLengthThenUpperCase) {

@@ -3,6 +3,7 @@
 #include "StorageSupport.h"
 #include "platform/ole/StorageFile.h"
 #include "platform/system/Text.h"
+#include "tests/support/Sanitized.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -10,26 +11,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <string>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define ZDM_ADDRESS_SANITIZER 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define ZDM_ADDRESS_SANITIZER 1
-#endif
-#endif
-
 namespace zdm::test {
 namespace {
 
-std::size_t FilesBeside(const Name& path) {
-  const std::filesystem::directory_iterator files(std::filesystem::path(path).parent_path());
-  return static_cast<std::size_t>(std::distance(begin(files), end(files)));
-}
+constexpr DWORD kRead = STGM_READ | STGM_SHARE_DENY_WRITE;
 
 void Fill(IStorage* root, const std::vector<ULONG>& order) {
   for (const ULONG number : order) {
@@ -56,33 +45,6 @@ TEST(PortableStorage, SameContentGivesSameBytesInWhateverOrderItWasMade) {
   EXPECT_EQ(ReadFile(first), ReadFile(second));
 }
 
-TEST(PortableStorage, AFailedSaveLeavesTheOldFileAndNothingElse) {
-  const Name path = FreshPath("full");
-  Fill(CreateAt(path).Get(), {1, 2, 3});
-  const Bytes before = ReadFile(path);
-  const std::size_t files = FilesBeside(path);
-  const Storage root = OpenAt(path);
-  AddStream(root.Get(), OLESTR("large"), Pattern(3000000));
-
-  // No file may grow past a megabyte.
-  rlimit old = {};
-  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
-  rlimit small = old;
-  small.rlim_cur = 1 << 20;
-  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-  const HRESULT failed = root->Commit(STGC_DEFAULT);
-  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &old), 0);
-  std::signal(SIGXFSZ, handler);
-
-  EXPECT_EQ(failed, STG_E_MEDIUMFULL);
-  EXPECT_EQ(ReadFile(path), before);
-  EXPECT_EQ(FilesBeside(path), files);
-  EXPECT_EQ(root->Commit(STGC_DEFAULT), S_OK);  // what was changed is still there
-  EXPECT_EQ(BytesOf(OpenAt(path, STGM_READ | STGM_SHARE_DENY_WRITE).Get(), OLESTR("large")),
-            Pattern(3000000));
-}
-
 TEST(PortableStorage, SavesThroughALinkAndKeepsAccessRights) {
   const Name path = FreshPath("target");
   const Name link = FreshPath("link");
@@ -102,42 +64,39 @@ TEST(PortableStorage, SavesThroughALinkAndKeepsAccessRights) {
 TEST(PortableStorage, ReadsTheOldFileWhileANewOneTakesItsPlaceAndNotWhatIsCutOff) {
   const Name path = FreshPath("replaced");
   Fill(CreateAt(path).Get(), {9, 100});
-  const Storage reader = OpenAt(path, STGM_READ | STGM_SHARE_DENY_WRITE);
+  const Storage reader = OpenAt(path, kRead);
   Fill(CreateAt(path).Get(), {100});
   EXPECT_EQ(BytesOf(reader.Get(), OLESTR("s9")), Pattern(9000, 9));
-  const Storage cut = OpenAt(path, STGM_READ | STGM_SHARE_DENY_WRITE);
+  const Storage cut = OpenAt(path, kRead);
   std::filesystem::resize_file(path, 1000);
-  Stream stream;
-  ASSERT_EQ(cut->OpenStream(OLESTR("s100"), nullptr, kExclusive, 0, stream.Out()), S_OK);
   Bytes buffer(100000);
-  EXPECT_EQ(stream->Read(buffer.data(), 100000, nullptr), STG_E_READFAULT);
+  EXPECT_EQ(OpenStream(cut.Get(), OLESTR("s100"), kExclusive)->Read(buffer.data(), 100000, nullptr),
+            STG_E_READFAULT);
 }
 
 TEST(PortableStorage, MovesElementsBetweenStoragesButNotIntoThemselves) {
   const Storage root = CreateAt(FreshPath("move"));
-  Storage folder;
-  ASSERT_EQ(root->CreateStorage(OLESTR("folder"), kReadWrite, 0, 0, folder.Out()), S_OK);
+  const Storage folder = AddStorage(root.Get(), OLESTR("folder"));
+  const auto move = [&](const OLECHAR* from, const OLECHAR* to, DWORD how = STGMOVE_MOVE) {
+    return root->MoveElementTo(from, folder.Get(), to, how);
+  };
   AddStream(root.Get(), OLESTR("s"), Pattern(5000));
   AddStream(folder.Get(), OLESTR("there"), {});
-  EXPECT_EQ(root->MoveElementTo(OLESTR("s"), folder.Get(), OLESTR("THERE"), STGMOVE_MOVE),
-            STG_E_FILEALREADYEXISTS);
-  EXPECT_EQ(root->MoveElementTo(OLESTR("folder"), folder.Get(), OLESTR("x"), STGMOVE_MOVE),
-            STG_E_ACCESSDENIED);
+  EXPECT_EQ(move(OLESTR("s"), OLESTR("THERE")), STG_E_FILEALREADYEXISTS);
+  EXPECT_EQ(move(OLESTR("folder"), OLESTR("x")), STG_E_ACCESSDENIED);
   EXPECT_EQ(root->CopyTo(0, nullptr, nullptr, folder.Get()), STG_E_ACCESSDENIED);
-  EXPECT_EQ(root->MoveElementTo(OLESTR("s"), folder.Get(), OLESTR("copy"), STGMOVE_COPY), S_OK);
-  EXPECT_EQ(root->MoveElementTo(OLESTR("s"), folder.Get(), OLESTR("moved"), STGMOVE_MOVE), S_OK);
-  EXPECT_EQ(BytesOf(folder.Get(), OLESTR("copy")), Pattern(5000));
-  EXPECT_EQ(BytesOf(folder.Get(), OLESTR("moved")), Pattern(5000));
-  Stream stream;
-  EXPECT_EQ(root->OpenStream(OLESTR("s"), nullptr, kExclusive, 0, stream.Out()),
-            STG_E_FILENOTFOUND);
+  EXPECT_EQ(move(OLESTR("s"), OLESTR("copy"), STGMOVE_COPY), S_OK);
+  EXPECT_EQ(move(OLESTR("s"), OLESTR("moved")), S_OK);
+  for (const OLECHAR* name : {OLESTR("copy"), OLESTR("moved")}) {
+    EXPECT_EQ(BytesOf(folder.Get(), name), Pattern(5000));
+  }
+  EXPECT_EQ(OpensStream(root.Get(), OLESTR("s")), STG_E_FILENOTFOUND);
 }
 
 // A storage copied into the one above it, where an element of that name is the storage itself.
 TEST(PortableStorage, CopiesUpwardsOverItself) {
   const Storage root = CreateAt(FreshPath("up"));
-  Storage folder;
-  ASSERT_EQ(root->CreateStorage(OLESTR("a"), kReadWrite, 0, 0, folder.Out()), S_OK);
+  const Storage folder = AddStorage(root.Get(), OLESTR("a"));
   AddStream(folder.Get(), OLESTR("a"), Pattern(10));
   AddStream(folder.Get(), OLESTR("b"), Pattern(20));
   EXPECT_EQ(folder->CopyTo(0, nullptr, nullptr, root.Get()), S_OK);
@@ -152,15 +111,11 @@ TEST(PortableStorage, RefusesMoreElementsOrLevelsThanItWouldReadBack) {
   Storage root = CreateAt(path);
   HRESULT result = S_OK;
   ULONG count = 0;
-  for (; result == S_OK; ++count) {
-    Stream stream;
-    result = root->CreateStream(Numbered(count).c_str(), kReadWrite, 0, 0, stream.Out());
-  }
+  for (; result == S_OK; ++count) result = MakesStream(root.Get(), Numbered(count).c_str());
   EXPECT_EQ(result, STG_E_MEDIUMFULL);
   EXPECT_EQ(count, 2048U);
-  Stream replaced;  // takes no more room
-  EXPECT_EQ(root->CreateStream(OLESTR("s7"), kReadWrite | STGM_CREATE, 0, 0, replaced.Out()), S_OK);
-  replaced.Reset();
+  EXPECT_EQ(MakesStream(root.Get(), OLESTR("s7"), kReadWrite | STGM_CREATE), S_OK)
+      << "no more room";
   std::vector<Storage> open = {root};
   for (result = root->DestroyElement(OLESTR("s0")); result == S_OK;) {
     Storage child;
@@ -185,15 +140,11 @@ TEST(PortableStorage, RefusesToSaveAStreamLongerThanTheFormatHolds) {
     const auto whole = builder.PlaceOf(builder.SectorCount());
     std::filesystem::resize_file(path, whole);  // takes no room on the disk
     Storage root = OpenAt(path);
-    ASSERT_TRUE(root);
     AddStream(root.Get(), OLESTR("x"), {1});
     EXPECT_EQ(root->Commit(STGC_DEFAULT), STG_E_DOCFILETOOLARGE);
-    Stream stream;
-    ASSERT_EQ(root->OpenStream(OLESTR("long"), nullptr, kReadWrite, 0, stream.Out()), S_OK);
     ULARGE_INTEGER end = Size(0);
-    EXPECT_EQ(stream->Seek(Move(0), STREAM_SEEK_END, &end), S_OK);
+    EXPECT_EQ(OpenStream(root.Get(), OLESTR("long"))->Seek(Move(0), STREAM_SEEK_END, &end), S_OK);
     EXPECT_EQ(end.QuadPart, size);
-    stream.Reset();
     root.Reset();
     EXPECT_EQ(std::filesystem::file_size(path), whole);
   }
@@ -252,7 +203,7 @@ TEST(PortableStorage, LeavesWhatMayNotBeWritten) {
     return CreateStorage(path.c_str(), kReadWrite | STGM_CREATE, root.Out());
   };
   // A file that may only be read, then a folder.
-  EXPECT_EQ(WithoutRights([&] { return open(STGM_READ | STGM_SHARE_DENY_WRITE) == S_OK; }), 0);
+  EXPECT_EQ(WithoutRights([&] { return open(kRead) == S_OK; }), 0);
   EXPECT_EQ(WithoutRights([&] { return open(kReadWrite) == STG_E_ACCESSDENIED; }), 0);
   EXPECT_EQ(WithoutRights([&] { return make() == STG_E_ACCESSDENIED; }), 0);
   std::filesystem::permissions(path, static_cast<std::filesystem::perms>(0666));
@@ -293,7 +244,7 @@ TEST(PortableStorage, SavesUnderTheLongestNameAndBesideLeftOvers) {
   }
   const Storage root = CreateAt(path);
   EXPECT_EQ(root->Commit(STGC_DEFAULT), S_OK);
-  EXPECT_TRUE(FileExists(path));
+  EXPECT_TRUE(std::filesystem::exists(path));
   for (const auto& file : leftOvers) EXPECT_TRUE(std::filesystem::remove(file));
 }
 
@@ -303,11 +254,7 @@ TEST(PortableStorage, RevertsAfterASaveThatFailed) {
   const Storage root = OpenAt(path, kReadWrite | STGM_TRANSACTED);
   const std::string before = Describe(root.Get());
   for (ULONG i = 0; i < 2; ++i) {
-    const Storage folder = [&] {
-      Storage made;
-      EXPECT_EQ(root->CreateStorage(OLESTR("folder"), kReadWrite, 0, 0, made.Out()), S_OK);
-      return made;
-    }();
+    const Storage folder = AddStorage(root.Get(), OLESTR("folder"));
     EXPECT_EQ(root->DestroyElement(OLESTR("s5")), S_OK);
     std::filesystem::rename(path, path + u"-away");
     std::filesystem::create_directory(path);
@@ -337,8 +284,7 @@ void ExpectReadWithinMemory(const Name& path, HRESULT expected, unsigned element
     const rlimit limit = {bound, bound};
     if (setrlimit(RLIMIT_AS, &limit) != 0) _exit(3);
     Storage root;
-    const HRESULT opened =
-        OpenStorage(path.c_str(), STGM_READ | STGM_SHARE_DENY_WRITE | transacted, root.Out());
+    const HRESULT opened = OpenStorage(path.c_str(), kRead | transacted, root.Out());
     if (opened != expected) _exit(1);
     if (opened != S_OK) _exit(0);
     unsigned count = 0;
@@ -347,8 +293,8 @@ void ExpectReadWithinMemory(const Name& path, HRESULT expected, unsigned element
     STATSTG entry;
     BYTE buffer[4096];
     while (elements->Next(1, &entry, nullptr) == S_OK) {
-      Stream stream;
-      if (root->OpenStream(entry.pwcsName, nullptr, kExclusive, 0, stream.Out()) != S_OK) _exit(2);
+      const Stream stream = OpenStream(root.Get(), entry.pwcsName, kExclusive);
+      if (!stream) _exit(2);
       ULONG read = 0;
       do {
         if (stream->Read(buffer, sizeof(buffer), &read) != S_OK) _exit(2);

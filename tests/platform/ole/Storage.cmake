@@ -19,5 +19,6 @@ endif()
 # Files that go from one system to the other: tests/exchange.sh.
 add_executable(storage_exchange
   CompoundBuilder.cpp
-  storage_exchange.cpp)
-target_link_libraries(storage_exchange PRIVATE zdm::zdm)
+  storage_exchange.cpp
+  StorageSupport.cpp)
+target_link_libraries(storage_exchange PRIVATE gtest zdm_test_support)

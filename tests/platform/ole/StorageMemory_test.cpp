@@ -27,8 +27,7 @@ std::size_t OpenDescriptors() { return FilesIn("/proc/self/fd"); }
 /// The bytes of a file with the streams "large" and "folder/small", and "folder/large".
 Bytes MakeFile(const Name& path) {
   Storage root = CreateAt(path);
-  Storage folder;
-  EXPECT_EQ(root->CreateStorage(OLESTR("folder"), kReadWrite, 0, 0, folder.Out()), S_OK);
+  Storage folder = AddStorage(root.Get(), OLESTR("folder"));
   AddStream(folder.Get(), OLESTR("small"), Pattern(100));
   AddStream(folder.Get(), OLESTR("large"), Pattern(5000));
   AddStream(root.Get(), OLESTR("large"), Pattern(100000));
@@ -38,16 +37,6 @@ Bytes MakeFile(const Name& path) {
 }
 
 auto CountWords(const std::string& text) { return std::count(text.begin(), text.end(), ' '); }
-
-HRESULT CreateStream(IStorage* root, const OLECHAR* name) {
-  Stream stream;
-  return root->CreateStream(name, kReplace, 0, 0, stream.Out());
-}
-
-HRESULT CreateStorage(IStorage* root, const OLECHAR* name) {
-  Storage storage;
-  return root->CreateStorage(name, kReplace, 0, 0, storage.Out());
-}
 
 template <class Use>
 HRESULT WithFolder(IStorage* root, Use use) {
@@ -71,11 +60,11 @@ struct Operation {
 };
 
 const Operation kOperations[] = {
-    {"create a stream", [](IStorage* root) { return CreateStream(root, OLESTR("new")); }},
-    {"replace a stream", [](IStorage* root) { return CreateStream(root, OLESTR("large")); }},
-    {"replace a storage", [](IStorage* root) { return CreateStream(root, OLESTR("folder")); }},
-    {"create a storage", [](IStorage* root) { return CreateStorage(root, OLESTR("new")); }},
-    {"replace by a storage", [](IStorage* root) { return CreateStorage(root, OLESTR("large")); }},
+    {"create a stream", [](IStorage* root) { return MakesStream(root, OLESTR("new")); }},
+    {"replace a stream", [](IStorage* r) { return MakesStream(r, OLESTR("large"), kReplace); }},
+    {"replace a storage", [](IStorage* r) { return MakesStream(r, OLESTR("folder"), kReplace); }},
+    {"create a storage", [](IStorage* root) { return MakesStorage(root, OLESTR("new")); }},
+    {"by a storage", [](IStorage* r) { return MakesStorage(r, OLESTR("large"), kReplace); }},
     {"rename",
      [](IStorage* root) { return root->RenameElement(OLESTR("folder"), OLESTR("renamed")); }},
     {"destroy", [](IStorage* root) { return root->DestroyElement(OLESTR("folder")); }},

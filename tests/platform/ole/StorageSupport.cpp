@@ -32,7 +32,6 @@ Name FreshPath(const char* name) {
 
 Bytes ReadFile(const Name& path) { return FileBytes(Native(path)); }
 void WriteFile(const Name& path, const Bytes& bytes) { WriteFileBytes(Native(path), bytes); }
-bool FileExists(const Name& path) { return std::filesystem::exists(Native(path)); }
 
 LARGE_INTEGER Move(LONGLONG offset) {
   LARGE_INTEGER move;
@@ -87,10 +86,40 @@ void AddStream(IStorage* storage, const OLECHAR* name, const Bytes& bytes) {
   if (!bytes.empty()) Write(stream.Get(), bytes);
 }
 
-Bytes BytesOf(IStorage* storage, const OLECHAR* name) {
+Storage AddStorage(IStorage* parent, const OLECHAR* name) {
+  Storage storage;
+  EXPECT_EQ(parent->CreateStorage(name, kReadWrite, 0, 0, storage.Out()), S_OK);
+  return storage;
+}
+
+Stream OpenStream(IStorage* storage, const OLECHAR* name, DWORD mode) {
   Stream stream;
-  EXPECT_EQ(storage->OpenStream(name, nullptr, kExclusive, 0, stream.Out()), S_OK);
+  EXPECT_EQ(storage->OpenStream(name, nullptr, mode, 0, stream.Out()), S_OK);
+  return stream;
+}
+
+Storage OpenFolder(IStorage* parent, const OLECHAR* name, DWORD mode) {
+  Storage storage;
+  EXPECT_EQ(parent->OpenStorage(name, nullptr, mode, nullptr, 0, storage.Out()), S_OK);
+  return storage;
+}
+
+Bytes BytesOf(IStorage* storage, const OLECHAR* name) {
+  const Stream stream = OpenStream(storage, name, kExclusive);
   return stream ? ReadAll(stream.Get()) : Bytes();
+}
+
+HRESULT MakesStream(IStorage* storage, const OLECHAR* name, DWORD mode) {
+  return storage->CreateStream(name, mode, 0, 0, Stream().Out());
+}
+HRESULT MakesStorage(IStorage* storage, const OLECHAR* name, DWORD mode) {
+  return storage->CreateStorage(name, mode, 0, 0, Storage().Out());
+}
+HRESULT OpensStream(IStorage* storage, const OLECHAR* name, DWORD mode) {
+  return storage->OpenStream(name, nullptr, mode, 0, Stream().Out());
+}
+HRESULT OpensStorage(IStorage* storage, const OLECHAR* name) {
+  return storage->OpenStorage(name, nullptr, kReadWrite, nullptr, 0, Storage().Out());
 }
 
 std::string Describe(IStorage* storage) {
@@ -103,10 +132,8 @@ std::string Describe(IStorage* storage) {
     CoTaskMemFree(entry.pwcsName);
     text += ToUtf8(name);
     if (entry.type == STGTY_STORAGE) {
-      Storage child;
-      const HRESULT opened =
-          storage->OpenStorage(name.c_str(), nullptr, kExclusive, nullptr, 0, child.Out());
-      text += opened == S_OK ? "(" + Describe(child.Get()) + ") " : "? ";
+      const Storage child = OpenFolder(storage, name.c_str(), kExclusive);
+      text += child ? "(" + Describe(child.Get()) + ") " : "? ";
       continue;
     }
     const Bytes bytes = BytesOf(storage, name.c_str());

@@ -35,7 +35,6 @@ Name FreshPath(const char* name);
 
 Bytes ReadFile(const Name& path);
 void WriteFile(const Name& path, const Bytes& bytes);
-bool FileExists(const Name& path);
 
 LARGE_INTEGER Move(LONGLONG offset);
 ULARGE_INTEGER Size(ULONGLONG size);
@@ -51,8 +50,17 @@ Storage CreateAt(const Name& path);
 /// The file at `path` through the checked door.
 Storage OpenAt(const Name& path, DWORD mode = kReadWrite);
 void AddStream(IStorage* storage, const OLECHAR* name, const Bytes& bytes);
-/// The bytes of a stream; adds a failure when it cannot be opened.
+Storage AddStorage(IStorage* parent, const OLECHAR* name);
+/// An element that is there; adds a failure when it cannot be opened.
+Stream OpenStream(IStorage* storage, const OLECHAR* name, DWORD mode = kReadWrite);
+Storage OpenFolder(IStorage* parent, const OLECHAR* name, DWORD mode = kReadWrite);
 Bytes BytesOf(IStorage* storage, const OLECHAR* name);
+
+/// What making, or opening, an element answers; it is let go of at once.
+HRESULT MakesStream(IStorage* storage, const OLECHAR* name, DWORD mode = kReadWrite);
+HRESULT MakesStorage(IStorage* storage, const OLECHAR* name, DWORD mode = kReadWrite);
+HRESULT OpensStream(IStorage* storage, const OLECHAR* name, DWORD mode = kReadWrite);
+HRESULT OpensStorage(IStorage* storage, const OLECHAR* name);
 
 /// "name(" elements ")" for a storage and "name=size:sum " for a stream, in the enumerator's order.
 std::string Describe(IStorage* storage);

@@ -11,12 +11,7 @@ namespace {
 
 constexpr CLSID kClass = {
     0x64BEE525, 0x7124, 0x450E, {0xB4, 0x08, 0x7A, 0x7D, 0x31, 0x97, 0x2C, 0xDC}};
-
-Storage AddStorage(IStorage* parent, const OLECHAR* name) {
-  Storage storage;
-  EXPECT_EQ(parent->CreateStorage(name, kReadWrite, 0, 0, storage.Out()), S_OK);
-  return storage;
-}
+constexpr DWORD kRead = STGM_READ | STGM_SHARE_DENY_WRITE;
 
 CLSID ClassOf(IStorage* storage) {
   STATSTG stat = {};
@@ -25,49 +20,43 @@ CLSID ClassOf(IStorage* storage) {
   return stat.clsid;
 }
 
-/// Small and large streams on two levels, a class id.
-void Fill(IStorage* root) {
-  AddStream(root, OLESTR("small"), Pattern(100, 1));
-  AddStream(root, OLESTR("cutoff"), Pattern(4096, 2));
-  AddStream(root, OLESTR("below"), Pattern(4095, 3));
-  AddStream(root, OLESTR("empty"), {});
-  const Storage folder = AddStorage(root, OLESTR("Objects"));
+/// A new file with small and large streams on two levels, a class id.
+Storage Filled(const Name& path) {
+  Storage root = CreateAt(path);
+  AddStream(root.Get(), OLESTR("small"), Pattern(100, 1));
+  AddStream(root.Get(), OLESTR("cutoff"), Pattern(4096, 2));
+  AddStream(root.Get(), OLESTR("below"), Pattern(4095, 3));
+  AddStream(root.Get(), OLESTR("empty"), {});
+  const Storage folder = AddStorage(root.Get(), OLESTR("Objects"));
   AddStream(folder.Get(), OLESTR("1"), Pattern(300000, 4));
   AddStream(folder.Get(), OLESTR("0"), Pattern(64, 5));
   AddStream(folder.Get(), OLESTR("\u56FE\u5C42 \u00E9"), Pattern(10, 6));
   EXPECT_EQ(folder->SetClass(kClass), S_OK);
+  return root;
 }
 
 TEST(Storage, KeepsElementsBytesAndClassesThroughTheFile) {
   const Name path = FreshPath("round");
-  Storage root = CreateAt(path);
-  Fill(root.Get());
+  Storage root = Filled(path);
   const std::string text = Describe(root.Get());
   EXPECT_EQ(root->Commit(STGC_DEFAULT), S_OK);
   root.Reset();
-  root = OpenAt(path, STGM_READ | STGM_SHARE_DENY_WRITE);
+  root = OpenAt(path, kRead);
   EXPECT_EQ(Describe(root.Get()), text);
-  Storage folder;
-  ASSERT_EQ(root->OpenStorage(OLESTR("oBJECTS"), nullptr, kExclusive, nullptr, 0, folder.Out()),
-            S_OK);
-  EXPECT_TRUE(ClassOf(folder.Get()) == kClass);
+  EXPECT_TRUE(ClassOf(OpenFolder(root.Get(), OLESTR("oBJECTS"), kExclusive).Get()) == kClass);
   EXPECT_TRUE(ClassOf(root.Get()) == CLSID_NULL);
 }
 
 TEST(Storage, SavesWhenReleasedWithoutCommit) {
   const Name path = FreshPath("released");
-  Storage root = CreateAt(path);
-  AddStream(root.Get(), OLESTR("s"), Pattern(5000));
-  root.Reset();
-  root = OpenAt(path);
+  AddStream(CreateAt(path).Get(), OLESTR("s"), Pattern(5000));
+  Storage root = OpenAt(path);
   AddStream(root.Get(), OLESTR("t"), Pattern(10));
   EXPECT_EQ(root->DestroyElement(OLESTR("S")), S_OK);
   root.Reset();
   root = OpenAt(path);
   EXPECT_EQ(BytesOf(root.Get(), OLESTR("t")), Pattern(10));
-  Stream stream;
-  EXPECT_EQ(root->OpenStream(OLESTR("s"), nullptr, kExclusive, 0, stream.Out()),
-            STG_E_FILENOTFOUND);
+  EXPECT_EQ(OpensStream(root.Get(), OLESTR("s")), STG_E_FILENOTFOUND);
 }
 
 TEST(Storage, EnumeratesShorterNamesFirstThenUpperCase) {
@@ -102,120 +91,74 @@ TEST(Storage, EnumeratesShorterNamesFirstThenUpperCase) {
 TEST(Storage, RefusesNamesACompoundFileCannotHold) {
   if (!kOurClasses) GTEST_SKIP() << "Wine takes any name";
   const Storage root = CreateAt(FreshPath("names"));
-  const struct {
-    Name name;
-    HRESULT result;
-  } cases[] = {
-      {OLESTR(""), STG_E_INVALIDNAME},
-      {OLESTR("a/b"), STG_E_INVALIDNAME},
-      {OLESTR("a\\b"), STG_E_INVALIDNAME},
-      {OLESTR("a:b"), STG_E_INVALIDNAME},
-      {OLESTR("a!b"), STG_E_INVALIDNAME},
-      {Name(32, 'x'), STG_E_INVALIDNAME},
-      {Name(31, 'x'), S_OK},
-      {OLESTR("\5Summary"), S_OK},
-      {OLESTR("a b.c*d?"), S_OK},
-  };
-  for (const auto& test : cases) {
-    Stream stream;
-    Storage storage;
-    EXPECT_EQ(root->CreateStream(test.name.c_str(), kReadWrite, 0, 0, stream.Out()), test.result);
-    if (FAILED(test.result)) {
-      EXPECT_EQ(root->CreateStorage(test.name.c_str(), kReadWrite, 0, 0, storage.Out()),
-                test.result);
-    }
+  for (const Name& name : {Name(), Name(OLESTR("a/b")), Name(OLESTR("a\\b")), Name(OLESTR("a:b")),
+                           Name(OLESTR("a!b")), Name(32, 'x')}) {
+    EXPECT_EQ(MakesStream(root.Get(), name.c_str()), STG_E_INVALIDNAME);
+    EXPECT_EQ(MakesStorage(root.Get(), name.c_str()), STG_E_INVALIDNAME);
+  }
+  for (const Name& name : {Name(31, 'x'), Name(OLESTR("\5Summary")), Name(OLESTR("a b.c*d?"))}) {
+    EXPECT_EQ(MakesStream(root.Get(), name.c_str()), S_OK);
   }
 }
 
 TEST(Storage, AnswersWhenAnElementIsMissingOrThereOrOfTheOtherKind) {
-  const Storage root = CreateAt(FreshPath("answers"));
-  Fill(root.Get());
-  Stream stream;
-  Storage storage;
-  const auto openStream = [&](const OLECHAR* name, DWORD mode) {
-    return root->OpenStream(name, nullptr, mode, 0, stream.Out());
-  };
-  const auto openStorage = [&](const OLECHAR* name) {
-    return root->OpenStorage(name, nullptr, kReadWrite, nullptr, 0, storage.Out());
-  };
-  EXPECT_EQ(openStream(OLESTR("none"), kReadWrite), STG_E_FILENOTFOUND);
-  EXPECT_EQ(openStream(OLESTR("Objects"), kReadWrite), STG_E_FILENOTFOUND);
-  EXPECT_EQ(openStorage(OLESTR("none")), STG_E_FILENOTFOUND);
-  EXPECT_EQ(openStorage(OLESTR("small")), STG_E_FILENOTFOUND);
-  EXPECT_EQ(openStream(OLESTR("small"), STGM_READWRITE), STG_E_INVALIDFLAG);  // not exclusive
-  EXPECT_EQ(root->CreateStream(OLESTR("SMALL"), kReadWrite, 0, 0, stream.Out()),
-            STG_E_FILEALREADYEXISTS);
-  EXPECT_EQ(root->CreateStorage(OLESTR("small"), kReadWrite, 0, 0, storage.Out()),
-            STG_E_FILEALREADYEXISTS);
-  EXPECT_EQ(root->CreateStream(OLESTR("small"), kReadWrite | STGM_CREATE, 0, 0, stream.Out()),
-            S_OK);
-  EXPECT_TRUE(ReadAll(stream.Get()).empty());
+  const Storage held = Filled(FreshPath("answers"));
+  IStorage* root = held.Get();
+  for (const OLECHAR* name : {OLESTR("none"), OLESTR("Objects")}) {
+    EXPECT_EQ(OpensStream(root, name), STG_E_FILENOTFOUND);
+  }
+  for (const OLECHAR* name : {OLESTR("none"), OLESTR("small")}) {
+    EXPECT_EQ(OpensStorage(root, name), STG_E_FILENOTFOUND);
+  }
+  EXPECT_EQ(OpensStream(root, OLESTR("small"), STGM_READWRITE),
+            STG_E_INVALIDFLAG);  // not exclusive
+  EXPECT_EQ(MakesStream(root, OLESTR("SMALL")), STG_E_FILEALREADYEXISTS);
+  EXPECT_EQ(MakesStorage(root, OLESTR("small")), STG_E_FILEALREADYEXISTS);
+  EXPECT_EQ(MakesStream(root, OLESTR("small"), kReadWrite | STGM_CREATE), S_OK);
+  EXPECT_TRUE(BytesOf(root, OLESTR("small")).empty());
   EXPECT_EQ(root->DestroyElement(OLESTR("none")), STG_E_FILENOTFOUND);
   EXPECT_EQ(root->RenameElement(OLESTR("none"), OLESTR("x")), STG_E_FILENOTFOUND);
   EXPECT_EQ(root->RenameElement(OLESTR("below"), OLESTR("empty")), STG_E_FILEALREADYEXISTS);
   EXPECT_EQ(root->RenameElement(OLESTR("below"), OLESTR("renamed")), S_OK);
-  EXPECT_EQ(BytesOf(root.Get(), OLESTR("renamed")), Pattern(4095, 3));
-  EXPECT_EQ(openStream(OLESTR("below"), kReadWrite), STG_E_FILENOTFOUND);
+  EXPECT_EQ(BytesOf(root, OLESTR("renamed")), Pattern(4095, 3));
+  EXPECT_EQ(OpensStream(root, OLESTR("below")), STG_E_FILENOTFOUND);
 }
 
 TEST(Storage, OpensAnElementOnceAtATime) {
-  const Storage root = CreateAt(FreshPath("once"));
-  Fill(root.Get());
-  Stream first;
-  Stream second;
-  ASSERT_EQ(root->OpenStream(OLESTR("small"), nullptr, kReadWrite, 0, first.Out()), S_OK);
-  EXPECT_EQ(root->OpenStream(OLESTR("small"), nullptr, kReadWrite, 0, second.Out()),
-            STG_E_ACCESSDENIED);
+  const Storage root = Filled(FreshPath("once"));
+  Stream first = OpenStream(root.Get(), OLESTR("small"));
+  EXPECT_EQ(OpensStream(root.Get(), OLESTR("small")), STG_E_ACCESSDENIED);
   first.Reset();
-  EXPECT_EQ(root->OpenStream(OLESTR("small"), nullptr, kReadWrite, 0, second.Out()), S_OK);
+  EXPECT_EQ(OpensStream(root.Get(), OLESTR("small")), S_OK);
 }
 
-TEST(Storage, RevertsWhatWasOpenedThroughItWhenReleased) {
-  Storage root = CreateAt(FreshPath("reverted"));
-  Fill(root.Get());
-  Storage folder;
-  Stream inFolder;
-  Stream inRoot;
+TEST(Storage, RevertsWhatIsDestroyedAndWhatWasOpenedThroughItWhenReleased) {
+  Storage root = Filled(FreshPath("reverted"));
+  Storage folder = OpenFolder(root.Get(), OLESTR("Objects"));
+  const Stream inFolder = OpenStream(folder.Get(), OLESTR("1"));
+  const Stream inRoot = OpenStream(root.Get(), OLESTR("small"));
+  const Stream destroyed = OpenStream(root.Get(), OLESTR("below"));
   BYTE byte = 0;
-  ASSERT_EQ(root->OpenStorage(OLESTR("Objects"), nullptr, kReadWrite, nullptr, 0, folder.Out()),
-            S_OK);
-  ASSERT_EQ(folder->OpenStream(OLESTR("1"), nullptr, kReadWrite, 0, inFolder.Out()), S_OK);
-  ASSERT_EQ(root->OpenStream(OLESTR("small"), nullptr, kReadWrite, 0, inRoot.Out()), S_OK);
+  EXPECT_EQ(root->DestroyElement(OLESTR("below")), S_OK);
+  EXPECT_EQ(destroyed->Read(&byte, 1, nullptr), STG_E_REVERTED);
   folder.Reset();
   EXPECT_EQ(inFolder->Read(&byte, 1, nullptr), STG_E_REVERTED);
   EXPECT_EQ(inRoot->Read(&byte, 1, nullptr), S_OK);
-  ASSERT_EQ(root->OpenStorage(OLESTR("Objects"), nullptr, kReadWrite, nullptr, 0, folder.Out()),
-            S_OK);
+  folder = OpenFolder(root.Get(), OLESTR("Objects"));
   root.Reset();
   EXPECT_EQ(inRoot->Write(&byte, 1, nullptr), STG_E_REVERTED);
-  Stream clone;
-  EXPECT_EQ(inRoot->Clone(clone.Out()), STG_E_REVERTED);
+  EXPECT_EQ(inRoot->Clone(Stream().Out()), STG_E_REVERTED);
   OleRef<IEnumSTATSTG> elements;
   EXPECT_EQ(folder->EnumElements(0, nullptr, 0, elements.Out()), STG_E_REVERTED);
 }
 
-TEST(Storage, RevertsAnElementThatIsDestroyed) {
-  const Storage root = CreateAt(FreshPath("destroyed"));
-  Fill(root.Get());
-  Stream stream;
-  ASSERT_EQ(root->OpenStream(OLESTR("small"), nullptr, kReadWrite, 0, stream.Out()), S_OK);
-  EXPECT_EQ(root->DestroyElement(OLESTR("small")), S_OK);
-  BYTE byte = 0;
-  EXPECT_EQ(stream->Read(&byte, 1, nullptr), STG_E_REVERTED);
-}
-
 TEST(Storage, WritesNothingThroughReadAccess) {
   const Name path = FreshPath("readonly");
-  Storage root = CreateAt(path);
-  Fill(root.Get());
-  root.Reset();
-  root = OpenAt(path, STGM_READ | STGM_SHARE_DENY_WRITE);
-  Stream stream;
-  ExpectRefused(root->CreateStream(OLESTR("x"), kReadWrite, 0, 0, stream.Out()),
-                STG_E_ACCESSDENIED);
-  ExpectRefused(root->OpenStream(OLESTR("small"), nullptr, kReadWrite, 0, stream.Out()),
-                STG_E_ACCESSDENIED);
-  ASSERT_EQ(root->OpenStream(OLESTR("small"), nullptr, kExclusive, 0, stream.Out()), S_OK);
+  Filled(path).Reset();
+  const Storage root = OpenAt(path, kRead);
+  ExpectRefused(MakesStream(root.Get(), OLESTR("x")), STG_E_ACCESSDENIED);
+  ExpectRefused(OpensStream(root.Get(), OLESTR("small")), STG_E_ACCESSDENIED);
+  Stream stream = OpenStream(root.Get(), OLESTR("small"), kExclusive);
   EXPECT_EQ(stream->Write("x", 1, nullptr), STG_E_ACCESSDENIED);
   EXPECT_EQ(stream->SetSize(Size(0)), STG_E_ACCESSDENIED);
   stream.Reset();
@@ -231,8 +174,7 @@ TEST(Storage, TransactedRootDropsWhatWasNotCommitted) {
             S_OK);
   AddStream(root.Get(), OLESTR("kept"), Pattern(5000));
   EXPECT_EQ(root->Commit(STGC_DEFAULT), S_OK);
-  Stream stream;
-  ASSERT_EQ(root->OpenStream(OLESTR("kept"), nullptr, kReadWrite, 0, stream.Out()), S_OK);
+  Stream stream = OpenStream(root.Get(), OLESTR("kept"));
   Write(stream.Get(), Pattern(5000, 2));
   AddStream(root.Get(), OLESTR("dropped"), {});
   EXPECT_EQ(root->Revert(), S_OK);
@@ -243,13 +185,11 @@ TEST(Storage, TransactedRootDropsWhatWasNotCommitted) {
   root.Reset();
   root = OpenAt(path);
   EXPECT_EQ(BytesOf(root.Get(), OLESTR("kept")), Pattern(5000));
-  EXPECT_EQ(root->OpenStream(OLESTR("dropped"), nullptr, kExclusive, 0, stream.Out()),
-            STG_E_FILENOTFOUND);
+  EXPECT_EQ(OpensStream(root.Get(), OLESTR("dropped")), STG_E_FILENOTFOUND);
 }
 
 TEST(Storage, CopiesIntoAnotherMergingStorages) {
-  const Storage from = CreateAt(FreshPath("from"));
-  Fill(from.Get());
+  const Storage from = Filled(FreshPath("from"));
   ASSERT_EQ(from->SetClass(kClass), S_OK);
   const Storage to = CreateAt(FreshPath("to"));
   AddStream(to.Get(), OLESTR("small"), Pattern(9000));
@@ -257,38 +197,31 @@ TEST(Storage, CopiesIntoAnotherMergingStorages) {
   EXPECT_EQ(from->CopyTo(0, nullptr, nullptr, to.Get()), S_OK);
   EXPECT_TRUE(ClassOf(to.Get()) == kClass);
   EXPECT_EQ(BytesOf(to.Get(), OLESTR("small")), Pattern(100, 1));
-  Storage folder;
-  ASSERT_EQ(to->OpenStorage(OLESTR("Objects"), nullptr, kReadWrite, nullptr, 0, folder.Out()),
-            S_OK);
+  const Storage folder = OpenFolder(to.Get(), OLESTR("Objects"));
   EXPECT_EQ(BytesOf(folder.Get(), OLESTR("own")), Pattern(7));
   // The copy is a copy.
-  Stream stream;
-  ASSERT_EQ(folder->OpenStream(OLESTR("1"), nullptr, kReadWrite, 0, stream.Out()), S_OK);
-  Write(stream.Get(), Pattern(70000, 9));
-  ASSERT_EQ(from->OpenStorage(OLESTR("Objects"), nullptr, kReadWrite, nullptr, 0, folder.Out()),
-            S_OK);
-  EXPECT_EQ(BytesOf(folder.Get(), OLESTR("1")), Pattern(300000, 4));
+  Write(OpenStream(folder.Get(), OLESTR("1")).Get(), Pattern(70000, 9));
+  EXPECT_EQ(BytesOf(OpenFolder(from.Get(), OLESTR("Objects")).Get(), OLESTR("1")),
+            Pattern(300000, 4));
 }
 
 TEST(StorageFile, AnswersForFilesThatAreNone) {
   const Name path = FreshPath("none");
-  const Name folder = path + OLESTR("-folder");
+  const Name nowhere = path + OLESTR("-folder/x");
   Storage root;
   CompoundFileReport report;
-  constexpr DWORD kMode = STGM_READ | STGM_SHARE_DENY_WRITE;
   report.fault = CompoundFault::kChain;  // of an earlier file
-  EXPECT_EQ(OpenStorage(path.c_str(), kMode, root.Out(), &report), STG_E_FILENOTFOUND);
+  EXPECT_EQ(OpenStorage(path.c_str(), kRead, root.Out(), &report), STG_E_FILENOTFOUND);
   EXPECT_EQ(report.fault, CompoundFault::kNone);
-  EXPECT_EQ(OpenStorage((folder + OLESTR("/x")).c_str(), kMode, root.Out(), &report),
-            STG_E_PATHNOTFOUND);
+  EXPECT_EQ(OpenStorage(nowhere.c_str(), kRead, root.Out(), &report), STG_E_PATHNOTFOUND);
   EXPECT_EQ(StgIsStorageFile(path.c_str()), STG_E_FILENOTFOUND);
-  WriteFile(path, {});
-  EXPECT_EQ(OpenStorage(path.c_str(), kMode, root.Out(), &report), STG_E_FILEALREADYEXISTS);
-  WriteFile(path, Pattern(1000));
-  EXPECT_EQ(OpenStorage(path.c_str(), kMode, root.Out(), &report), STG_E_FILEALREADYEXISTS);
-  EXPECT_EQ(StgOpenStorage(path.c_str(), nullptr, kMode, nullptr, 0, root.Out()),
+  for (const Bytes& none : {Bytes(), Pattern(1000)}) {
+    WriteFile(path, none);
+    EXPECT_EQ(OpenStorage(path.c_str(), kRead, root.Out(), &report), STG_E_FILEALREADYEXISTS);
+    EXPECT_EQ(report.fault, CompoundFault::kNotCompound);
+  }
+  EXPECT_EQ(StgOpenStorage(path.c_str(), nullptr, kRead, nullptr, 0, root.Out()),
             STG_E_FILEALREADYEXISTS);
-  EXPECT_EQ(report.fault, CompoundFault::kNotCompound);
   EXPECT_EQ(StgIsStorageFile(path.c_str()), S_FALSE);
   EXPECT_EQ(CreateStorage(path.c_str(), kReadWrite, root.Out()), STG_E_FILEALREADYEXISTS);
   EXPECT_EQ(ReadFile(path), Pattern(1000));
@@ -298,18 +231,17 @@ TEST(StorageFile, AnswersForFilesThatAreNone) {
   Bytes file = builder.Build();
   WriteFile(path, file);
   EXPECT_EQ(StgIsStorageFile(path.c_str()), S_OK);
-  EXPECT_EQ(OpenStorage(path.c_str(), kMode, root.Out(), &report), S_OK);
+  EXPECT_EQ(OpenStorage(path.c_str(), kRead, root.Out(), &report), S_OK);
   root.Reset();
   Put32(file, builder.FatAt(builder.SectorOf(stream)), builder.SectorOf(stream));
   WriteFile(path, file);
-  EXPECT_EQ(OpenStorage(path.c_str(), kMode, root.Out(), &report), STG_E_DOCFILECORRUPT);
+  EXPECT_EQ(OpenStorage(path.c_str(), kRead, root.Out(), &report), STG_E_DOCFILECORRUPT);
   EXPECT_FALSE(root);
   EXPECT_EQ(report.fault, CompoundFault::kChain);
 }
 
 TEST(StorageFile, TakesTheModesTheSystemTakes) {
   const Name path = FreshPath("modes-of-roots");
-  CreateAt(path).Reset();
   const struct {
     DWORD mode;
     HRESULT create;
@@ -324,12 +256,9 @@ TEST(StorageFile, TakesTheModesTheSystemTakes) {
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.mode);
-    Storage root;
-    EXPECT_EQ(OpenStorage(path.c_str(), test.mode, root.Out()), test.open);
-    root.Reset();
-    EXPECT_EQ(CreateStorage(path.c_str(), test.mode | STGM_CREATE, root.Out()), test.create);
-    root.Reset();
     CreateAt(path).Reset();
+    EXPECT_EQ(OpenStorage(path.c_str(), test.mode, Storage().Out()), test.open);
+    EXPECT_EQ(CreateStorage(path.c_str(), test.mode | STGM_CREATE, Storage().Out()), test.create);
   }
 }
 
@@ -369,8 +298,7 @@ TEST(StorageFile, ReadsScatteredStreams) {
     }
     const Name path = FreshPath("scattered");
     WriteFile(path, file);
-    const Storage root = OpenAt(path);
-    EXPECT_EQ(BytesOf(root.Get(), OLESTR("s")), bytes);
+    EXPECT_EQ(BytesOf(OpenAt(path).Get(), OLESTR("s")), bytes);
   }
 }
 

@@ -1,7 +1,6 @@
 // What every IStream does, whatever it stands on: memory, a file, a stream element of a storage
 // that was just made, or one read from a file. The system's own streams are held to the same.
 #include "StorageSupport.h"
-#include "tests/support/TestStream.h"
 
 #include <gtest/gtest.h>
 
@@ -81,18 +80,6 @@ class AnyStream : public testing::TestWithParam<Kind> {
 INSTANTIATE_TEST_SUITE_P(, AnyStream, testing::ValuesIn(kKinds),
                          [](const auto& kind) { return std::string(kind.param.name); });
 
-TEST_P(AnyStream, ReadsUpToTheEnd) {
-  Make(Pattern(5000));
-  BYTE buffer[4000];
-  ULONG read = 0;
-  ASSERT_EQ(stream_->Seek(Move(-100), STREAM_SEEK_END, nullptr), S_OK);
-  EXPECT_TRUE(SUCCEEDED(stream_->Read(buffer, sizeof(buffer), &read)));
-  EXPECT_EQ(read, 100U);
-  EXPECT_EQ(std::memcmp(buffer, Pattern(5000).data() + 4900, 100), 0);
-  EXPECT_TRUE(SUCCEEDED(stream_->Read(buffer, sizeof(buffer), &read)));
-  EXPECT_EQ(read, 0U);
-}
-
 TEST_P(AnyStream, SeeksFromEachOriginAndNotBeforeTheStart) {
   Make(Pattern(50));
   ULARGE_INTEGER position = Size(0);
@@ -108,20 +95,6 @@ TEST_P(AnyStream, SeeksFromEachOriginAndNotBeforeTheStart) {
   }
   EXPECT_TRUE(FAILED(stream_->Seek(Move(0), 3, nullptr)));
   EXPECT_EQ(Position(stream_), 7U);
-}
-
-TEST_P(AnyStream, KeepsThePositionWhenItsSizeIsSet) {
-  Make(Pattern(9000));
-  ASSERT_EQ(stream_->Seek(Move(6000), STREAM_SEEK_SET, nullptr), S_OK);
-  EXPECT_EQ(stream_->SetSize(Size(100)), S_OK);
-  EXPECT_EQ(Position(stream_), 6000U);
-  STATSTG stat;
-  EXPECT_EQ(stream_->Stat(&stat, STATFLAG_NONAME), S_OK);
-  EXPECT_EQ(stat.cbSize.QuadPart, 100U);
-  if (kOurClasses) {
-    EXPECT_EQ(stat.type, static_cast<DWORD>(STGTY_STREAM));
-  }
-  EXPECT_EQ(stat.pwcsName, nullptr);
 }
 
 TEST_P(AnyStream, CopiesFromItsPositionToTheOthers) {
@@ -204,10 +177,18 @@ TEST_P(AnyStream, BehavesLikeBytesWithAPosition) {
           ASSERT_EQ(stream_->Seek(Move(static_cast<LONGLONG>(position)), STREAM_SEEK_SET, nullptr),
                     S_OK);
           ASSERT_EQ(stream_->SetSize(Size(model.size())), S_OK);
+          ASSERT_EQ(Position(stream_), position);
           break;
       }
     }
     ASSERT_EQ(ReadAll(stream_), model);
+    STATSTG stat;
+    EXPECT_EQ(stream_->Stat(&stat, STATFLAG_NONAME), S_OK);
+    EXPECT_EQ(stat.cbSize.QuadPart, model.size());
+    EXPECT_EQ(stat.pwcsName, nullptr);
+    if (kOurClasses) {
+      EXPECT_EQ(stat.type, static_cast<DWORD>(STGTY_STREAM));
+    }
   }
 }
 
@@ -224,21 +205,18 @@ TEST(MemoryStream, CloneSharesBytesAndHasItsOwnPosition) {
 
 TEST(FileStream, OpensAsItsModeSays) {
   const Name path = FreshPath("modes");
-  constexpr DWORD kFull = STGM_READWRITE | STGM_CREATE;
   Stream stream;
-  EXPECT_EQ(SHCreateStreamOnFileEx(path.c_str(), STGM_READ, 0, FALSE, nullptr, stream.Out()),
-            static_cast<HRESULT>(0x80070002));
-  EXPECT_EQ(SHCreateStreamOnFileEx(path.c_str(), STGM_READWRITE, 0, TRUE, nullptr, stream.Out()),
-            S_OK);
+  const auto open = [&](DWORD mode, BOOL create) {
+    return SHCreateStreamOnFileEx(path.c_str(), mode, 0, create, nullptr, stream.Out());
+  };
+  EXPECT_EQ(open(STGM_READ, FALSE), static_cast<HRESULT>(0x80070002));
+  EXPECT_EQ(open(STGM_READWRITE, TRUE), S_OK);
   Write(stream.Get(), Pattern(10));
-  stream.Reset();
-  EXPECT_EQ(SHCreateStreamOnFileEx(path.c_str(), STGM_READWRITE, 0, TRUE, nullptr, stream.Out()),
-            static_cast<HRESULT>(0x80070050));
-  EXPECT_EQ(SHCreateStreamOnFileEx(path.c_str(), STGM_READ, 0, FALSE, nullptr, stream.Out()), S_OK);
+  EXPECT_EQ(open(STGM_READWRITE, TRUE), static_cast<HRESULT>(0x80070050));
+  EXPECT_EQ(open(STGM_READ, FALSE), S_OK);
   EXPECT_EQ(ReadAll(stream.Get()), Pattern(10));
   EXPECT_TRUE(FAILED(stream->Write("x", 1, nullptr)));
-  stream.Reset();
-  EXPECT_EQ(SHCreateStreamOnFileEx(path.c_str(), kFull, 0, FALSE, nullptr, stream.Out()), S_OK);
+  EXPECT_EQ(open(STGM_READWRITE | STGM_CREATE, FALSE), S_OK);
   EXPECT_TRUE(ReadAll(stream.Get()).empty());
 }
 
@@ -260,40 +238,6 @@ TEST(FileStream, CopiesOntoItsOwnFileOnce) {
   EXPECT_EQ(read.QuadPart, 700000U);
   EXPECT_EQ(ReadFile(path).size(), 1400000U);
 }
-
-TEST(ClassStream, WritesSixteenBytesAndReadsThemBack) {
-  Place place = InMemory({9});
-  constexpr CLSID kClass = {0x11223344, 0x5566, 0x7788, {1, 2, 3, 4, 5, 6, 7, 8}};
-  EXPECT_EQ(WriteClassStm(place.stream.Get(), kClass), S_OK);
-  EXPECT_EQ(ReadAll(place.stream.Get()),
-            (Bytes{9, 0x44, 0x33, 0x22, 0x11, 0x66, 0x55, 0x88, 0x77, 1, 2, 3, 4, 5, 6, 7, 8}));
-  CLSID read = {};
-  ASSERT_EQ(place.stream->Seek(Move(1), STREAM_SEEK_SET, nullptr), S_OK);
-  EXPECT_EQ(ReadClassStm(place.stream.Get(), &read), S_OK);
-  EXPECT_TRUE(read == kClass);
-  ASSERT_EQ(place.stream->Seek(Move(2), STREAM_SEEK_SET, nullptr), S_OK);
-  EXPECT_EQ(ReadClassStm(place.stream.Get(), &read), STG_E_READFAULT);
-  if (kOurClasses) {
-    EXPECT_TRUE(read == CLSID_NULL);
-  }
-}
-
-#if !defined(_WIN32)
-TEST(ClassStream, SavesANullObjectAsZeros) {
-  Place place = InMemory({9});
-  EXPECT_EQ(OleSaveToStream(nullptr, place.stream.Get()), S_OK);
-  Bytes expected(17);
-  expected[0] = 9;
-  EXPECT_EQ(ReadAll(place.stream.Get()), expected);
-}
-
-TEST(ClassStream, AShortWriteIsAFailure) {
-  TestStream full;
-  full.room = sizeof(CLSID) - 1;
-  EXPECT_EQ(WriteClassStm(&full, IID_IStream), STG_E_MEDIUMFULL);
-  EXPECT_EQ(OleSaveToStream(nullptr, &full), STG_E_MEDIUMFULL);
-}
-#endif
 
 }  // namespace
 }  // namespace zdm::test

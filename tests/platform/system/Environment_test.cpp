@@ -1,12 +1,11 @@
 // Environment variables as 16-bit text.
 #include "platform/system/Environment.h"
 
-#include "platform/system/Text.h"
+#include "tests/support/Variable.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <cstdlib>
 
 namespace {
 
@@ -14,50 +13,34 @@ using zdm::GetEnvironment;
 
 constexpr char kName[] = "zdm_test_variable";
 
-class Environment : public testing::Test {
- protected:
-  ~Environment() override { Set(nullptr); }
-
-  static void Set(const OLECHAR* value) {
-#if defined(_WIN32)
-    _wputenv_s(L"zdm_test_variable", value == nullptr ? L"" : value);
-#else
-    if (value == nullptr) {
-      unsetenv(kName);
-    } else {
-      setenv(kName, zdm::ToUtf8(value).c_str(), 1);
-    }
-#endif
-  }
-};
-
-TEST_F(Environment, UndefinedVariableLeavesTheTargetAlone) {
+TEST(Environment, UndefinedVariableLeavesTheTargetAlone) {
   CStringW value(OLESTR("before"));
   EXPECT_FALSE(GetEnvironment(kName, value));
   EXPECT_EQ(value, OLESTR("before"));
   std::size_t required = 9;
   EXPECT_EQ(GetEnvironment(&required, nullptr, 0, kName), 0);
   EXPECT_EQ(required, 0u);
+  EXPECT_EQ(GetEnvironment(nullptr, nullptr, 0, kName), EINVAL);
+  EXPECT_EQ(GetEnvironment(&required, nullptr, 1, kName), EINVAL);
+  EXPECT_EQ(GetEnvironment(&required, nullptr, 0, nullptr), EINVAL);
 }
 
-TEST_F(Environment, ValueIsConvertedToWideText) {
-  Set(OLESTR("caf\u00E9"));
-  CStringW value;
-  EXPECT_TRUE(GetEnvironment(kName, value));
-  EXPECT_EQ(value, OLESTR("caf\u00E9"));
-}
-
-#if !defined(_WIN32)  // there a variable cannot be empty
-TEST_F(Environment, EmptyIsDefined) {
-  Set(OLESTR(""));
+TEST(Environment, ValueIsConvertedToWideText) {
+  const zdm::test::Variable variable(kName);
   CStringW value(OLESTR("before"));
-  EXPECT_TRUE(GetEnvironment(kName, value));
-  EXPECT_TRUE(value.IsEmpty());
-}
+  for (const OLECHAR* text : {OLESTR("caf\u00E9"), OLESTR("")}) {
+#if defined(_WIN32)  // there a variable cannot be empty
+    if (*text == 0) continue;
 #endif
+    variable.Set(text);
+    EXPECT_TRUE(GetEnvironment(kName, value));
+    EXPECT_EQ(value, text);
+  }
+}
 
-TEST_F(Environment, BufferFormTellsTheSizeAndWritesNothingPastTheCapacity) {
-  Set(OLESTR("abc"));
+TEST(Environment, BufferFormTellsTheSizeAndWritesNothingPastTheCapacity) {
+  const zdm::test::Variable variable(kName);
+  variable.Set(OLESTR("abc"));
   std::size_t required = 0;
   EXPECT_EQ(GetEnvironment(&required, nullptr, 0, kName), 0);
   EXPECT_EQ(required, 4u);
@@ -67,13 +50,6 @@ TEST_F(Environment, BufferFormTellsTheSizeAndWritesNothingPastTheCapacity) {
   EXPECT_EQ(required, 4u);
   EXPECT_EQ(GetEnvironment(&required, buffer, 4, kName), 0);
   EXPECT_EQ(zdm::WideString(buffer, 5), zdm::WideString(OLESTR("abc\0#"), 5));
-}
-
-TEST_F(Environment, NullArgumentsAreRefused) {
-  std::size_t required = 0;
-  EXPECT_EQ(GetEnvironment(nullptr, nullptr, 0, kName), EINVAL);
-  EXPECT_EQ(GetEnvironment(&required, nullptr, 1, kName), EINVAL);
-  EXPECT_EQ(GetEnvironment(&required, nullptr, 0, nullptr), EINVAL);
 }
 
 }  // namespace

@@ -1,4 +1,0 @@
-zdm_add_fuzz(Salvage)
-target_link_libraries(Salvage_fuzz PRIVATE zdm_test_support)
-zdm_add_fuzz(Document)
-target_link_libraries(Document_fuzz PRIVATE zdm_test_support)

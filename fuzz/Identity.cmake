@@ -1,4 +1,0 @@
-foreach(target IN ITEMS OIDTable PIDTable UID)
-  zdm_add_fuzz(${target})
-  target_link_libraries(${target}_fuzz PRIVATE zdm_test_support)
-endforeach()

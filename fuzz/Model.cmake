@@ -1,4 +1,0 @@
-zdm_add_fuzz(ObjectBody)
-target_link_libraries(ObjectBody_fuzz PRIVATE zdm_test_support)
-zdm_add_fuzz(ManagerBody)
-target_link_libraries(ManagerBody_fuzz PRIVATE zdm_test_support)

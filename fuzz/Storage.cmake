@@ -1,2 +1,0 @@
-zdm_add_fuzz(CompoundFile)
-target_link_libraries(CompoundFile_fuzz PRIVATE zdm_test_support)

@@ -1,1 +1,0 @@
-zdm_add_fuzz(Bstr)
