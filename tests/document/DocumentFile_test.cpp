@@ -5,6 +5,7 @@
 #include "tests/document/DocumentSupport.h"
 #include "tests/document/RandomDocument.h"
 #include "tests/support/TestBytes.h"
+#include "zdm/identity/PID.h"
 
 #include <algorithm>
 #include <string>

@@ -1,5 +1,5 @@
 // Who refers to an object, by what, and whether the object may be deleted.
-#include "tests/identity/Document.h"
+#include "tests/identity/Records.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/ObjectOptions.h"
 #include "zdm/model/CZDMObjColl.h"

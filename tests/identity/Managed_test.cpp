@@ -1,5 +1,4 @@
 // What the ID table does to managers and collections.
-#include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
 #include "tests/model/ManagerSupport.h"
 #include "zdm/identity/CID.h"

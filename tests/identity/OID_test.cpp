@@ -9,16 +9,6 @@ namespace {
 
 using namespace zdm::test;
 
-TEST(OID, ChangesOptionsByMask) {
-  OID record;
-  record.ClearOptionAllowed(0x30);
-  EXPECT_FALSE(record.JudgeOptionAllowed(0x10));
-  EXPECT_FALSE(record.JudgeOptionAllowed(0x11)) << "one bit of two is not enough";
-  EXPECT_TRUE(record.JudgeOptionAllowed(0));
-  record.AppenOptionAllowed(0x10);
-  EXPECT_EQ(record.GetOptionAllowed(), ~LONGLONG{0x20});
-}
-
 TEST(OID, HasStatusBits0To63AndRefusesOthers) {
   OID record;
   record.SetStatus(0, 0);
@@ -37,16 +27,6 @@ TEST(OID, HasStatusBits0To63AndRefusesOthers) {
   } catch (const std::out_of_range& error) {
     EXPECT_STREQ(error.what(), "invalid bitset<N> position");
   }
-}
-
-TEST(OID, ChangesALockedBitForAnyone) {
-  OID::c_ObjStatusLock.set(ZOS_VISITMARK);
-  OID::c_ObjStatusKey[ZOS_VISITMARK] = 7;
-  OID record;
-  record.SetStatus(ZOS_VISITMARK, 8);
-  EXPECT_TRUE(record.JudgeStatus(ZOS_VISITMARK));
-  OID::c_ObjStatusLock.reset(ZOS_VISITMARK);
-  OID::c_ObjStatusKey[ZOS_VISITMARK] = 0;
 }
 
 TEST(OIDStream, DropsTheFirstWordWrittenAsZero) {

@@ -1,15 +1,27 @@
-// Short words for tests of ID records: records and tables without objects.
+// Short words for tests of ID records: a document, records and tables without objects.
 #pragma once
 
 #include "tests/support/Bytes.h"
+#include "tests/support/TestDatabase.h"
 #include "zdm/framework/IZObjectImpl.h"
 #include "zdm/host/IZProgressMeter.h"
 #include "zdm/identity/COIDManager.h"
 #include "zdm/identity/OID.h"
 
+#include <memory>
 #include <vector>
 
 namespace zdm::test {
+
+/// A test document as fixtures hold it: declared before the objects in it.
+class Document {
+ public:
+  TestDatabase* operator->() const { return database_.get(); }
+  operator TestDatabase*() const { return database_.get(); }
+
+ private:
+  std::unique_ptr<TestDatabase> database_ = std::make_unique<TestDatabase>();
+};
 
 /// Notes what it is told.
 struct Meter : IZObjectImpl<IZProgressMeter> {

@@ -1,7 +1,6 @@
 // A document to recover objects into, and the records to recover.
 #pragma once
 
-#include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/model/IZDMObjMgr.h"

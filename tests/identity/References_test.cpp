@@ -1,5 +1,4 @@
 // Who refers to whom: the order by references, and look-up through the visitors of the factory.
-#include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
 #include "tests/model/ManagerSupport.h"
 #include "tests/support/UIDReltn.h"

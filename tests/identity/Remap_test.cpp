@@ -105,19 +105,13 @@ TEST_F(Remap, LeadsAReferenceToTheRecordOfTheNewIDOrCutsIt) {
     visitor.get_UseOriginIfMapFailed(&answered);
     EXPECT_EQ(answered, usesOrigin) << what;
     const auto relation = RelationTo(objects[0]);
+    relation->SetReltnStatus(0x8000);  // the host's: passed over
+    EXPECT_FALSE(visitor.Visit(nullptr, nullptr, relation.Get())) << what;
+    EXPECT_EQ(TargetOf(relation), 2) << what;
+    relation->ClearReltnStatus(0x8000);
     EXPECT_FALSE(visitor.Visit(nullptr, nullptr, relation.Get())) << what;
     EXPECT_EQ(TargetOf(relation), expected) << what;
   }
-}
-
-TEST_F(Remap, PassesOverRelationsOfTheHostsStatus) {
-  ZReltnVisitorMapID visitor;
-  visitor.Initialize(document.Get());
-  visitor.AddMapIDPair(2, 3);
-  const auto relation = RelationTo(objects[0]);
-  relation->SetReltnStatus(0x8000);
-  EXPECT_FALSE(visitor.Visit(nullptr, nullptr, relation.Get()));
-  EXPECT_EQ(TargetOf(relation), 2);
 }
 
 TEST_F(Remap, APathIsLedOverStepByStepOrCut) {

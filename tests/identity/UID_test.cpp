@@ -2,7 +2,6 @@
 #include "zdm/identity/UID.h"
 
 #include "platform/geometry/SubID.h"
-#include "tests/identity/Document.h"
 #include "tests/identity/Records.h"
 #include "zdm/identity/PID.h"
 

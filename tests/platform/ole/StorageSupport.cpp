@@ -33,18 +33,6 @@ Name FreshPath(const char* name) {
 Bytes ReadFile(const Name& path) { return FileBytes(Native(path)); }
 void WriteFile(const Name& path, const Bytes& bytes) { WriteFileBytes(Native(path), bytes); }
 
-LARGE_INTEGER Move(LONGLONG offset) {
-  LARGE_INTEGER move;
-  move.QuadPart = offset;
-  return move;
-}
-
-ULARGE_INTEGER Size(ULONGLONG size) {
-  ULARGE_INTEGER value;
-  value.QuadPart = size;
-  return value;
-}
-
 Bytes ReadAll(IStream* stream) {
   EXPECT_EQ(stream->Seek(Move(0), STREAM_SEEK_SET, nullptr), S_OK);
   Bytes bytes;

@@ -36,8 +36,8 @@ Name FreshPath(const char* name);
 Bytes ReadFile(const Name& path);
 void WriteFile(const Name& path, const Bytes& bytes);
 
-LARGE_INTEGER Move(LONGLONG offset);
-ULARGE_INTEGER Size(ULONGLONG size);
+inline LARGE_INTEGER Move(LONGLONG offset) { return {.QuadPart = offset}; }
+inline ULARGE_INTEGER Size(ULONGLONG size) { return {.QuadPart = size}; }
 
 /// Everything from the start; the position is then at the end.
 Bytes ReadAll(IStream* stream);
