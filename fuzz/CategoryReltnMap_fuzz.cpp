@@ -6,26 +6,15 @@
 
 using namespace zdm::test;
 
-namespace {
-
-std::vector<BYTE> Saved(const ZCategoryReltnMap& map, TestDatabase& db) {
-  ByteStream stream;
-  map.Save(&stream, &db);
-  return stream.GetBytes();
-}
-
-}  // namespace
-
 ZDM_FUZZ(bytes) {
   TestDatabase db;
   const ZRefPtr<IZCategory> categories[] = {NewCategory(db, 1), NewCategory(db, 2)};
   ZCategoryReltnMap map;
-  ByteStream stream(bytes);
-  Loads([&] { map.Load(&stream, &db); });
+  LoadsBytes(map, bytes, &db);
   map.RebuildCategoryMap();
-  const std::vector<BYTE> rebuilt = Saved(map, db);
+  const std::vector<BYTE> rebuilt = SavedBytes(map, &db);
   map.RebuildCategoryMap();
-  Require(Saved(map, db) == rebuilt);
+  Require(SavedBytes(map, &db) == rebuilt);
   for (const auto& category : categories) {
     auto* relation = zdm::ViewAs<IZCategoryReltn>(map.GetCategoryReltn(category.Get()));
     Require(relation == nullptr || relation->GetCategory() == category);

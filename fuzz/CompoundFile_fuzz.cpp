@@ -8,20 +8,12 @@
 #include "platform/system/Text.h"
 #include "tests/support/TempFile.h"
 
-#include <cstdio>
-
 namespace {
 
+using zdm::test::Require;
 using Storage = zdm::OleRef<IStorage>;
 
 constexpr DWORD kReadWrite = STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
-
-/// Says which promise is broken.
-void Require(bool kept, const char* promise) {
-  if (kept) return;
-  std::fprintf(stderr, "broken: %s\n", promise);
-  std::abort();
-}
 
 zdm::WideString Name(const std::filesystem::path& path) { return zdm::FromUtf8(path.string()); }
 

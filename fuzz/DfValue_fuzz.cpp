@@ -6,24 +6,7 @@
 #include "zdm/module/DllRegisterZModule.h"
 #include "zdm/relations/ZDfValues.h"
 
-#include <memory>
-
 using namespace zdm::test;
-
-namespace {
-
-struct Releaser {
-  void operator()(ZDfValue* value) const { value->Release(); }
-};
-using Held = std::unique_ptr<ZDfValue, Releaser>;
-
-std::vector<BYTE> SavedValue(ZDfValue& value, IZDatabase& database) {
-  ByteStream stream;
-  value.Save(&stream, &database);
-  return stream.GetBytes();
-}
-
-}  // namespace
 
 ZDM_FUZZ(bytes) {
   static const HRESULT registered = DllRegisterZModule();
@@ -31,18 +14,17 @@ ZDM_FUZZ(bytes) {
   OID oid(0, 0, 7, nullptr);
   Lookup database;
   database.records[7] = &oid;
-  const Held value(ZDfValueRxClass::CreateZDfValue(bytes[0]));
+  const HeldValue value(ZDfValueRxClass::CreateZDfValue(bytes[0]));
   if (value == nullptr) return;
-  ByteStream in(std::vector<BYTE>(bytes.begin() + 1, bytes.end()));
-  Loads([&] { value->Load(&in, &database); });  // what it holds now is a value in any case
-  const std::vector<BYTE> saved = SavedValue(*value, database);
+  LoadsBytes(*value, {bytes.begin() + 1, bytes.end()}, &database);  // a value in any case
+  const std::vector<BYTE> saved = SavedBytes(*value, &database);
   ByteStream stream(saved);
-  const Held again(ZDfValueRxClass::CreateZDfValue(bytes[0]));
+  const HeldValue again(ZDfValueRxClass::CreateZDfValue(bytes[0]));
   again->Load(&stream, &database);
-  Require(SavedValue(*again, database) == saved && stream.GetBytesLeft() == 0);
+  Require(SavedBytes(*again, &database) == saved && stream.GetBytesLeft() == 0);
   ZDfValue* clone = nullptr;
   value->Clone(&clone);
-  const Held copy(clone);
+  const HeldValue copy(clone);
   copy->CopyFrom(value.get());
   copy->JudgeSame(value.get());
   Recorder visitor;

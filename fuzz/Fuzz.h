@@ -2,16 +2,20 @@
 #pragma once
 
 #include "platform/ole/CAtlException.h"
+#include "tests/support/ByteStream.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <vector>
 
 namespace zdm::test {
 
 /// Stops the run where a promise is broken.
-inline void Require(bool kept) {
-  if (!kept) std::abort();
+inline void Require(bool kept, const char* promise = "what was read is kept") {
+  if (kept) return;
+  std::fprintf(stderr, "broken: %s\n", promise);
+  std::abort();
 }
 
 /// False when `load` finds damage.
@@ -23,6 +27,21 @@ bool Loads(Load load) {
   } catch (const CAtlException&) {
     return false;
   }
+}
+
+/// The bytes that Save writes to a stream; what it takes besides follows.
+template <class T, class... More>
+std::vector<BYTE> SavedBytes(T& object, More... more) {
+  ByteStream stream;
+  object.Save(&stream, more...);
+  return stream.GetBytes();
+}
+
+/// False when Load finds damage.
+template <class T, class... More>
+bool LoadsBytes(T& object, const std::vector<BYTE>& bytes, More... more) {
+  ByteStream stream(bytes);
+  return Loads([&] { object.Load(&stream, more...); });
 }
 
 }  // namespace zdm::test

@@ -46,13 +46,9 @@ ZDM_FUZZ(bytes) {
     Require(pool.GetPIDByID(path->ID) == FirstWithID(pool, path->ID));
   }
 
-  ByteStream out;
-  pool.Save(&out);
-  const std::vector<BYTE> saved = out.GetBytes();
+  const std::vector<BYTE> saved = SavedBytes(pool);
   ByteStream again(saved);
   CPIDManager second;
   Require(second.Load(&again, &ids) && again.GetBytesLeft() == 0);
-  ByteStream rewritten;
-  second.Save(&rewritten);
-  Require(rewritten.GetBytes() == saved);
+  Require(SavedBytes(second) == saved);
 }

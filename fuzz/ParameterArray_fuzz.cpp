@@ -11,21 +11,6 @@
 
 using namespace zdm::test;
 
-namespace {
-
-bool IsSound(IZParameterArray* array, const Bytes& bytes, IZDatabase* database) {
-  ByteStream stream(bytes);
-  return Loads([&] { array->Load(&stream, database); });
-}
-
-Bytes Saved(IZParameterArray* array, IZDatabase* database) {
-  ByteStream stream;
-  array->Save(&stream, database);
-  return stream.GetBytes();
-}
-
-}  // namespace
-
 ZDM_FUZZ(bytes) {
   const zdm::CapturedOutput output;
   Definitions db;  // its manager has ID 1, the definitions 2 to 4
@@ -33,7 +18,7 @@ ZDM_FUZZ(bytes) {
   const auto owner = zdm::MakeObject<Notified, Notified>();
   const auto array = zdm::MakeObject<IZParameterArray, CZParameterArray>();
   array->SetOwner(owner.Get());
-  IsSound(array, bytes, &db);
+  LoadsBytes(*array, bytes, &db);
 
   for (LONG i = 0; i < array->GetCount(); ++i) {
     IZParameter* const parameter = array->GetAt(i);
@@ -57,9 +42,9 @@ ZDM_FUZZ(bytes) {
   clone->ReplaceFrom(array, true, 0);
   Require(clone->GetCount() == count && owner->notices == 0);
 
-  const Bytes saved = Saved(array, &db);
+  const Bytes saved = SavedBytes(*array, &db);
   const auto again = zdm::MakeObject<IZParameterArray, CZParameterArray>();
-  if (IsSound(again, saved, &db)) Require(Saved(again, &db) == saved);
+  if (LoadsBytes(*again, saved, &db)) Require(SavedBytes(*again, &db) == saved);
   array->EndAdd();
   array->BeginAdd();
   array->EndAdd();

@@ -8,28 +8,13 @@
 
 using namespace zdm::test;
 
-namespace {
-
-bool Loads(IZParameter* parameter, const Bytes& bytes, IZDatabase* database) {
-  ByteStream stream(bytes);
-  return zdm::test::Loads([&] { parameter->Load(&stream, database); });
-}
-
-Bytes Saved(IZParameter* parameter, IZDatabase* database) {
-  ByteStream stream;
-  parameter->Save(&stream, database);
-  return stream.GetBytes();
-}
-
-}  // namespace
-
 ZDM_FUZZ(bytes) {
   const zdm::CapturedOutput output;
   Definitions db;                 // its manager has ID 1
   const auto first = db.Make(1);  // 2
   const ZRefPtr<IZParameter> parameters[] = {MakeSource(db, first), MakeSource(db, first),
                                              MakeSource(db)};  // 3, 4, 5
-  for (const auto& parameter : parameters) Loads(parameter, bytes, &db);
+  for (const auto& parameter : parameters) LoadsBytes(*parameter, bytes, &db);
 
   for (const auto& parameter : parameters) {
     const double asked = parameter->GetDouble();
@@ -46,9 +31,9 @@ ZDM_FUZZ(bytes) {
     ZReltnVisitorStatus visitor;
     parameter->Accept(nullptr, ObjectOf(parameter), &visitor);
 
-    const Bytes saved = Saved(parameter, &db);
+    const Bytes saved = SavedBytes(*parameter, &db);
     const auto loaded = MakeParameter();
-    if (Loads(loaded, saved, &db)) Require(Saved(loaded, &db) == saved);
+    if (LoadsBytes(*loaded, saved, &db)) Require(SavedBytes(*loaded, &db) == saved);
   }
   for (const auto& parameter : parameters) parameter->SetValue(nullptr);
 }

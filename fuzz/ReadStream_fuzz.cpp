@@ -21,9 +21,6 @@ class Database : public TestDatabase {
     Add(manager, kManager);
     for (LONG id = kManager + 1; id <= kLastID; ++id) oids.AddOID(new OID(0, 0, id, nullptr));
   }
-  void CreateByType(BYTE type, IZDMObject** out) override {
-    *out = type == 7 ? zdm::MakeObject<IZDMObject, CZDMPlainObject>().Detach() : nullptr;
-  }
 
   ZRefPtr<IZDMObjMgr> manager = zdm::CreateAs<IZDMObjMgr>(zdm::ClassRow<CZDMObjMgr>::kClassID);
 };

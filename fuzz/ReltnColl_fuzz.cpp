@@ -13,16 +13,11 @@ ZDM_FUZZ(bytes) {
   const int before = PlainReltn::alive;
   {
     const auto coll = MakeReltns("");
-    ByteStream in(bytes);
-    Loads([&] { coll->Load(&in, &database); });
-    ByteStream out;
-    coll->Save(&out, &database);
+    LoadsBytes(*coll, bytes, &database);
+    const std::vector<BYTE> saved = SavedBytes(*coll, &database);
     if (!HoldsObjects(coll)) {
-      const std::vector<BYTE> saved = out.GetBytes();
-      out.Seek(0, STREAM_SEEK_SET);
       const auto again = MakeReltns("");
-      again->Load(&out, &database);
-      Require(Saved(*again) == saved);
+      Require(LoadsBytes(*again, saved, &database) && Saved(*again) == saved);
     }
     Recorder visitor;
     visitor.descends = true;

@@ -12,24 +12,18 @@ namespace {
 
 using namespace zdm::test;
 
-std::vector<BYTE> BytesOf(const UID& uid, IZDatabase* db) {
-  ByteStream out;
-  uid.Save(&out, db, true);
-  return out.GetBytes();
-}
-
 void One(const std::vector<BYTE>& bytes, IZDatabase* db) {
   UID uid;
   uid.SetReltnOID(db->GetOIDByID(1));
   const std::unique_ptr<UID> before(uid.Clone());
   ByteStream in(bytes);
   if (!Loads([&] { uid.Load(&in, db, true); })) return Require(uid.IsSame(before.get()));
-  const std::vector<BYTE> saved = BytesOf(uid, db);
+  const std::vector<BYTE> saved = SavedBytes(uid, db, true);
   Require(saved.size() == in.GetPosition());
   UID again;
   ByteStream second(saved);
   again.Load(&second, db, true);
-  Require(again.IsSame(&uid) && BytesOf(again, db) == saved);
+  Require(again.IsSame(&uid) && SavedBytes(again, db, true) == saved);
   static_cast<void>(uid.IsValid());
 }
 

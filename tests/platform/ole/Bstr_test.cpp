@@ -1,4 +1,4 @@
-// BSTR storage, the task allocator and the owning wrapper.
+// BSTR storage and the owning wrapper.
 #include "platform/ole/Bstr.h"
 
 #include "tests/support/Thrown.h"
@@ -51,18 +51,6 @@ TEST(BstrRealloc, TakesTextInsideTheStringItReplacesOrKeepsTheUnits) {
   EXPECT_EQ(Text(string), OLESTR("el"));
   EXPECT_TRUE(SysReAllocString(&string, nullptr));
   EXPECT_EQ(string, nullptr);
-}
-
-TEST(TaskMemory, ReallocKeepsTheBytesAndFreesForSizeZero) {
-  void* block = CoTaskMemAlloc(3);
-  std::memcpy(block, "abc", 3);
-  block = CoTaskMemRealloc(block, 5000);
-  EXPECT_EQ(std::memcmp(block, "abc", 3), 0);
-  EXPECT_EQ(CoTaskMemRealloc(block, 0), nullptr);
-  block = CoTaskMemRealloc(nullptr, 1);
-  EXPECT_NE(block, nullptr);
-  CoTaskMemFree(block);
-  CoTaskMemFree(nullptr);
 }
 
 TEST(Bstr, NullAndEmptyStayApartThroughCopiesAndMoves) {

@@ -1,12 +1,11 @@
 // What our own storages promise beyond the system's: whole files or none, equal bytes for equal
-// content, bounded memory, names that libgsf and the system agree on.
+// content, names that libgsf and the system agree on.
 #include "StorageSupport.h"
 #include "platform/ole/StorageFile.h"
 #include "platform/system/Text.h"
 #include "tests/support/Sanitized.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -268,77 +267,6 @@ TEST(PortableStorage, RevertsAfterASaveThatFailed) {
   AddStream(root.Get(), OLESTR("x"), {1});
   EXPECT_EQ(root->Commit(STGC_DEFAULT), S_OK);
   EXPECT_EQ(BytesOf(OpenAt(path).Get(), OLESTR("s200")), Pattern(200000, 200));
-}
-
-// Opens the file at `path` and reads everything, in a process of its own that may use no more than
-// 16 MB and four times the file beyond what it has at the start.
-void ExpectReadWithinMemory(const Name& path, HRESULT expected, unsigned elementsExpected,
-                            DWORD transacted = STGM_DIRECT) {
-  const auto size = std::filesystem::file_size(path);
-  const pid_t child = fork();
-  if (child == 0) {
-    std::ifstream statm("/proc/self/statm");
-    rlim_t pages = 0;
-    statm >> pages;
-    const rlim_t bound = pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + (16 << 20) + 4 * size;
-    const rlimit limit = {bound, bound};
-    if (setrlimit(RLIMIT_AS, &limit) != 0) _exit(3);
-    Storage root;
-    const HRESULT opened = OpenStorage(path.c_str(), kRead | transacted, root.Out());
-    if (opened != expected) _exit(1);
-    if (opened != S_OK) _exit(0);
-    unsigned count = 0;
-    OleRef<IEnumSTATSTG> elements;
-    root->EnumElements(0, nullptr, 0, elements.Out());
-    STATSTG entry;
-    BYTE buffer[4096];
-    while (elements->Next(1, &entry, nullptr) == S_OK) {
-      const Stream stream = OpenStream(root.Get(), entry.pwcsName, kExclusive);
-      if (!stream) _exit(2);
-      ULONG read = 0;
-      do {
-        if (stream->Read(buffer, sizeof(buffer), &read) != S_OK) _exit(2);
-      } while (read != 0);
-      CoTaskMemFree(entry.pwcsName);
-      ++count;
-    }
-    _exit(count == elementsExpected ? 0 : 4);
-  }
-  int status = 0;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_TRUE(WIFEXITED(status));
-  EXPECT_EQ(WEXITSTATUS(status), 0);
-}
-
-TEST(PortableStorage, OpensHostileFilesWithinMemory) {
-#if defined(ZDM_ADDRESS_SANITIZER)
-  GTEST_SKIP() << "the address sanitizer takes memory of its own";
-#endif
-  const Name path = FreshPath("memory");
-  // Empty streams with the longest names: as much directory as possible.
-  CompoundBuilder wide;
-  for (ULONG i = 0; i < 200000; ++i) {
-    Name name = Numbered(i);
-    name.resize(31, 'x');
-    wide.AddStream(0, name, {});
-  }
-  WriteFile(path, wide.Build());
-  ExpectReadWithinMemory(path, S_OK, 200000);
-  ExpectReadWithinMemory(path, S_OK, 200000, STGM_TRANSACTED);
-  // As much allocation table for as many small pieces as possible.
-  CompoundBuilder pieces;
-  for (ULONG i = 0; i < 30000; ++i) pieces.AddStream(0, Numbered(i), Pattern(65));
-  pieces.AddStream(0, OLESTR("large"), Bytes(8000000));
-  Bytes file = pieces.Build();
-  WriteFile(path, file);
-  ExpectReadWithinMemory(path, S_OK, 30001);
-  // Counts past the file.
-  for (const std::size_t at : {44, 64, 72}) {
-    Bytes damaged = file;
-    Put32(damaged, at, 0x7FFFFFFF);
-    WriteFile(path, damaged);
-    ExpectReadWithinMemory(path, STG_E_DOCFILECORRUPT, 0);
-  }
 }
 
 }  // namespace

@@ -189,6 +189,58 @@ TEST_P(StorageMemory, ReleasedWithoutAnyLeavesTheOldFileOrTheNewOne) {
   }
 }
 
+// Opens the file at `path` and reads everything with no more than 16 MB and four times the file.
+void ExpectReadWithinMemory(const Name& path, HRESULT expected, unsigned elementsExpected,
+                            DWORD transacted = STGM_DIRECT) {
+  const std::size_t bound = bytesInUse + (16 << 20) + 4 * std::filesystem::file_size(path);
+  mostBytesInUse = bytesInUse;
+  unsigned count = 0;
+  Storage root;
+  const DWORD mode = STGM_READ | STGM_SHARE_DENY_WRITE | transacted;
+  EXPECT_EQ(zdm::OpenStorage(path.c_str(), mode, root.Out()), expected);
+  OleRef<IEnumSTATSTG> elements;
+  if (root) root->EnumElements(0, nullptr, 0, elements.Out());
+  STATSTG entry;
+  BYTE buffer[4096];
+  while (elements && elements->Next(1, &entry, nullptr) == S_OK) {
+    const Stream stream = OpenStream(root.Get(), entry.pwcsName, kExclusive);
+    CoTaskMemFree(entry.pwcsName);
+    for (ULONG read = 1; read != 0;) {
+      ASSERT_EQ(stream->Read(buffer, sizeof(buffer), &read), S_OK);
+    }
+    ++count;
+  }
+  EXPECT_EQ(count, elementsExpected);
+  EXPECT_LE(mostBytesInUse, bound);
+}
+
+TEST(HostileFile, IsReadWithinMemory) {
+  const Name path = FreshPath("hostile");
+  // Empty streams with the longest names: as much directory as possible.
+  CompoundBuilder wide;
+  for (ULONG i = 0; i < 200000; ++i) {
+    Name name = Numbered(i);
+    name.resize(31, 'x');
+    wide.AddStream(0, name, {});
+  }
+  WriteFile(path, wide.Build());
+  ExpectReadWithinMemory(path, S_OK, 200000);
+  ExpectReadWithinMemory(path, S_OK, 200000, STGM_TRANSACTED);
+  // As much allocation table for as many small pieces as possible.
+  CompoundBuilder pieces;
+  for (ULONG i = 0; i < 30000; ++i) pieces.AddStream(0, Numbered(i), Pattern(65));
+  pieces.AddStream(0, OLESTR("large"), Bytes(8000000));
+  Bytes file = pieces.Build();
+  WriteFile(path, file);
+  ExpectReadWithinMemory(path, S_OK, 30001);
+  for (const std::size_t at : {44, 64, 72}) {  // counts past the file
+    Bytes damaged = file;
+    Put32(damaged, at, 0x7FFFFFFF);
+    WriteFile(path, damaged);
+    ExpectReadWithinMemory(path, STG_E_DOCFILECORRUPT, 0);
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Roots, StorageMemory,
     testing::Combine(testing::Values(STGM_DIRECT, STGM_TRANSACTED), testing::Bool()),

@@ -40,11 +40,9 @@ Place OnFile(const Bytes& bytes) {
 }
 
 Place InNewStorage(const Bytes& bytes) {
-  Place place;
-  place.storage = CreateAt(FreshPath("new"));
-  EXPECT_EQ(place.storage->CreateStream(OLESTR("s"), kReadWrite, 0, 0, place.stream.Out()), S_OK);
-  Write(place.stream.Get(), bytes);
-  return place;
+  const Storage storage = CreateAt(FreshPath("new"));
+  AddStream(storage.Get(), OLESTR("s"), bytes);
+  return {storage, OpenStream(storage.Get(), OLESTR("s"))};
 }
 
 Place InReadStorage(const Bytes& bytes) {
@@ -53,11 +51,8 @@ Place InReadStorage(const Bytes& bytes) {
   builder.AddStream(0, OLESTR("s"), bytes);
   const Name path = FreshPath("read");
   WriteFile(path, builder.Build());
-  Place place;
-  place.storage = OpenAt(path);
-  EXPECT_EQ(place.storage->OpenStream(OLESTR("s"), nullptr, kReadWrite, 0, place.stream.Out()),
-            S_OK);
-  return place;
+  const Storage storage = OpenAt(path);
+  return {storage, OpenStream(storage.Get(), OLESTR("s"))};
 }
 
 const Kind kKinds[] = {{"Memory", InMemory},
