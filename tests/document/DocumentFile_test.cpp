@@ -162,9 +162,9 @@ TEST(DocumentFile, WhatIsNoSoundDocumentIsRefused) {
   }
   for (const Bytes& name : {Hex("44006F006F007200"), Hex("6E006F00770068006500720065")}) {
     Bytes damaged = FileBytes(document->GetPath());
-    const auto found = std::ranges::find_end(damaged, name);
-    ASSERT_FALSE(found.empty());
-    found.front() ^= 1;
+    const auto found = std::find_end(damaged.begin(), damaged.end(), name.begin(), name.end());
+    ASSERT_NE(found, damaged.end());
+    *found ^= 1;
     WriteFileBytes(other, damaged);
     EXPECT_EQ(FaultOf(other), DocumentFault::kDamaged);
   }

@@ -32,7 +32,7 @@ TEST_F(SalvageTest, LosesFewObjectsToALostSector) {
 /// The container stays sound when a bit of a name flips, and nothing is found under that name.
 TEST_F(SalvageTest, FindsRecordsInAStreamThatLostItsName) {
   const Bytes name = Hex("4F0062006A006500630074007300");  // Objects
-  const auto at = std::ranges::search(sound, name).begin() - sound.begin();
+  const auto at = std::search(sound.begin(), sound.end(), name.begin(), name.end()) - sound.begin();
   ASSERT_LT(at, std::ssize(sound));
   Bytes damaged = sound;
   damaged[static_cast<std::size_t>(at) + 10] ^= 1;
@@ -125,7 +125,7 @@ TEST_F(SalvageTest, FollowsChainsWithoutADirectory) {
 TEST_F(SalvageTest, RefusesWhatIsNoDocumentOrALaterOne) {
   const Bytes magic(zdm::kMagic, zdm::kMagic + 8);
   Bytes later = sound;
-  BYTE* version = &*std::ranges::search(later, magic).begin();
+  BYTE* version = &*std::search(later.begin(), later.end(), std::begin(magic), std::end(magic));
   version[8] = 2;
   const ULONG checksum = zdm::Crc32c({version, 44});
   std::memcpy(version + 44, &checksum, 4);

@@ -96,7 +96,7 @@ const Damage kDamages[] = {
     {"stream with children", kEntry, [](Sample& s) { s.Entry(s.small, kChild, s.large); }},
     {"name of 0 bytes", kName, [](Sample& s) { s.NameBytes(0); }},
     {"name empty", kName, [](Sample& s) { s.NameBytes(2); }},
-    {"name of odd length", kName, [](Sample& s) { s.NameBytes(11); }},
+    {"name of odd length", kName, [](Sample& s) { s.NameBytes(13); }},
     {"name of 66 bytes", kName, [](Sample& s) { s.NameBytes(66); }},
     {"name of 65535 bytes", kName, [](Sample& s) { s.NameBytes(65535); }},
     {"name without terminator", kName, [](Sample& s) { s.NameBytes(10); }},
