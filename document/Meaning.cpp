@@ -39,9 +39,14 @@ Meanings::Meanings(CZDocument& document) {
 }
 
 OID* Meanings::Find(IZDMObject* object) const {
-  const std::string meaning = object != nullptr ? MeaningOf(*object) : std::string();
-  const auto found = meaning.empty() ? records_.end() : records_.find(meaning);
-  return found != records_.end() ? found->second : nullptr;
+  if (object == nullptr) return nullptr;
+  const auto [answer, isNew] = answers_.Insert(object);
+  if (isNew) {
+    const std::string meaning = MeaningOf(*object);
+    const auto found = meaning.empty() ? records_.end() : records_.find(meaning);
+    *answer = found != records_.end() ? found->second : nullptr;
+  }
+  return *answer;
 }
 
 }  // namespace zdm

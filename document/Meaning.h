@@ -1,6 +1,8 @@
 // What stands for the same thing in every document, whatever its ID.
 #pragma once
 
+#include "document/PointerMap.h"
+
 #include <string>
 #include <unordered_map>
 
@@ -23,6 +25,7 @@ class Meanings {
 
  private:
   std::unordered_map<std::string, OID*> records_;
+  mutable PointerMap<OID*> answers_;  // by the object asked about
 };
 
 }  // namespace zdm
