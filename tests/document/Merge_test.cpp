@@ -16,8 +16,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <map>
-#include <ranges>
 #include <string>
 
 using namespace zdm::test;
@@ -208,7 +208,7 @@ TEST(MergeCandidates, FindParametersAsTheirManagerDoes) {
     document.Add(parameters.back(), nullptr);
   };
   for (std::size_t i = 0; i < std::size(values); ++i) target.Add(OLESTR("x"));
-  for (const Set set : std::views::reverse(values)) add(target, set);
+  for (auto set = std::rbegin(values); set != std::rend(values); ++set) add(target, *set);
   parameters.clear();
   for (const Set set : values) add(source, set);
   const zdm::MergeCandidates candidates(*target.Get());
