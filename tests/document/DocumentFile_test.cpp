@@ -150,7 +150,7 @@ TEST(DocumentFile, RecordsFillStreamsOfBoundedSize) {
 /// Every byte that a stream holds is covered by a checksum. The leak checker sees whether objects
 /// end that were read before the damage.
 TEST(DocumentFile, WhatIsNoSoundDocumentIsRefused) {
-  auto document = Document::Create(OLESTR("nowhere else"));
+  auto document = Document::Create(OLESTR("Zq"));
   document.Add(OLESTR("Door"));
   document.Save(TempFile("sound.zdm"));
   EXPECT_EQ(FaultOf(TempFile("absent.zdm")), DocumentFault::kNotFound);
@@ -160,7 +160,7 @@ TEST(DocumentFile, WhatIsNoSoundDocumentIsRefused) {
     WriteFileBytes(other, bytes);
     EXPECT_EQ(FaultOf(other), DocumentFault::kNotDocument);
   }
-  for (const Bytes& name : {Hex("44006F006F007200"), Hex("6E006F00770068006500720065")}) {
+  for (const Bytes& name : {Hex("44006F006F007200"), Hex("5A007100")}) {
     Bytes damaged = FileBytes(document->GetPath());
     const auto found = std::find_end(damaged.begin(), damaged.end(), name.begin(), name.end());
     ASSERT_NE(found, damaged.end());
