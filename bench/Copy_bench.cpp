@@ -2,8 +2,9 @@
 // category, extended data and five parameters, in managers of a thousand. Times are the
 // processor's. Beside a copy stands a program that takes as many blocks of the same sizes from the
 // heap and links them, and nothing more: the sizes are those that stay behind when one such object
-// is copied.
+// is copied, whether the library takes them from the heap or from its pages of small blocks.
 #include "document/Document.h"
+#include "platform/core/SmallBlocks.h"
 #include "zdm/categories/CZCategoryReltn.h"
 #include "zdm/categories/CZDMCategory.h"
 #include "zdm/extdata/ZExtDataWrapper.h"
@@ -128,12 +129,17 @@ Content MakeContent(LONG count) {
 std::vector<std::size_t> BlocksOfACopy() {
   Content content = MakeContent(10);
   content.document.Copy({content.objects[5]});  // tables have room afterwards
+  const std::vector<zdm::SmallBlockUse> before = zdm::GetSmallBlockUse();
   blockCount = 0;
   isRecording = true;
   content.document.Copy({content.objects[5]});
   isRecording = false;
   std::vector<std::size_t> sizes;
   for (std::size_t i = 0; i < blockCount; ++i) sizes.push_back(blocks[i].size);
+  const std::vector<zdm::SmallBlockUse> after = zdm::GetSmallBlockUse();
+  for (std::size_t i = 0; i < after.size(); ++i) {
+    sizes.insert(sizes.end(), after[i].count - before[i].count, after[i].size);
+  }
   return sizes;
 }
 
