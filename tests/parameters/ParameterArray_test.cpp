@@ -221,6 +221,12 @@ TEST_F(ParameterArray, CopiesOfTheStorageHoldReferencesOfTheirOwn) {
   EXPECT_TRUE(copy.IsExist(Key(1)));
   copy = ZParaArray();
   EXPECT_EQ(first->GetReferenceCount(), 1u);
+  Add({1, 2, 3});
+  copy.AssignCopies(*array->GetParaArray(), [](IZParameter* parameter) {
+    if (KeyOf(parameter) == Key(2)) parameter->GetOwner()->RemoveAll();
+    return MakeParameter();
+  });
+  EXPECT_EQ(copy.GetCount(), 2) << "what copying takes out of the source is not copied";
   EXPECT_EQ(SlotOf(&ZParaArray::Save), 0);
   EXPECT_EQ(SlotOf(&ZParaArray::Load), 1);
 }

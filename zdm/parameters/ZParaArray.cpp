@@ -103,10 +103,13 @@ void ZParaArray::AssignCopies(const ZParaArray& source,
   const LONG room = source.count_;
   copies.items_ = Allocate(room);
   while (copies.count_ < std::min(room, source.count_)) {
-    copies.items_[copies.count_] = copy(source.items_[copies.count_]).Detach();
+    const ZRefPtr<IZParameter> copied(source.items_[copies.count_]);
+    copies.items_[copies.count_] = copy(copied).Detach();
     ++copies.count_;
   }
-  std::copy_n(source.Keys(), copies.count_, copies.Keys());
+  const LONG known = std::min(copies.count_, source.count_);
+  std::fill(std::copy_n(source.Keys(), known, copies.Keys()), copies.Keys() + copies.count_,
+            zdm::GuidKey());
   *this = std::move(copies);
 }
 
