@@ -1,5 +1,5 @@
 # Installed form: the library and the embedded host with their headers, a CMake package
-# (find_package(zdm), targets zdm::zdm and zdm::document) and a pkg-config file of the library.
+# (find_package(zdm), targets zdm::zdm, zdm::document, zdm::drawing) and a pkg-config file for each of them.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS zdm zdm_document zdm_drawing EXPORT zdmTargets
@@ -29,4 +29,13 @@ install(FILES ${PROJECT_SOURCE_DIR}/cmake/zdmConfig.cmake
 
 file(RELATIVE_PATH ZDM_PC_TO_PREFIX /x/${CMAKE_INSTALL_LIBDIR}/pkgconfig /x)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/zdm.pc.in ${PROJECT_BINARY_DIR}/zdm.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/zdm.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+set(requires zdm)
+foreach(part IN ITEMS document drawing)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/zdm-part.pc.in ${PROJECT_BINARY_DIR}/zdm-${part}.pc
+                 @ONLY)
+  set(requires zdm-${part})
+endforeach()
+foreach(package IN ITEMS zdm zdm-document zdm-drawing)
+  install(FILES ${PROJECT_BINARY_DIR}/${package}.pc
+          DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()

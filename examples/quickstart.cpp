@@ -1,10 +1,21 @@
-// A document in a minute: make one, put objects into it, relate them, attach a value of one's own,
-// save, open again, ask what refers to what, delete.
+// A document in a minute: make one, put objects into it, relate them, give them a category, a
+// parameter and a value of one's own, save, open again, ask what refers to what, print a property
+// sheet, delete.
 //   quickstart [FILE]
 #include "document/Document.h"
 #include "document/DocumentError.h"
+#include "document/PropertySheet.h"
+#include "platform/system/Text.h"
+#include "zdm/categories/CZDMCategory.h"
+#include "zdm/categories/IZCategoryMgr.h"
+#include "zdm/categories/IZCategoryReltn.h"
 #include "zdm/extdata/ZExtDataWrapper.h"
 #include "zdm/framework/ZClass.h"
+#include "zdm/model/CZDefinition.h"
+#include "zdm/model/CZDefinitionMgr.h"
+#include "zdm/parameters/IZParameterArray.h"
+#include "zdm/properties/CZProperty.h"
+#include "zdm/properties/PropertyType.h"
 
 #include <cstdio>
 
@@ -12,12 +23,47 @@ namespace {
 
 constexpr GUID kMyModule = zdm::ParseGuid("5E1F6A4E-9A3B-4F57-8C7D-2B1A0E9F8D6C");
 
+constexpr GUID kThickness = zdm::ParseGuid("5E1F6A4E-0001-4F57-8C7D-2B1A0E9F8D6C");
+
+/// A document comes with a manager of categories.
+void Categorize(zdm::Document& document, IZDMObject* object, const OLECHAR* name) {
+  const auto category = zdm::MakeObject<IZCategory, CZDMCategory>();
+  category->SetName(name);
+  category->SetNumber(1);
+  zdm::ViewAs<IZCategoryMgr>(document->FindByInterface(ZInterface<IZCategoryMgr>::ID()))
+      ->AddCategory(category);
+  object->AddRelation(ZRefPtr<IZCategoryReltn>(category->CreateCategoryReltn()));
+}
+
+/// What a parameter is called, its type and the group of the sheet that it stands in belong to its
+/// definition, which many objects share.
+void Measure(zdm::Document& document, IZDMObject* object) {
+  const auto definitions = zdm::MakeObject<IZDefinitionMgr, CZDefinitionMgr>();
+  document.Add(definitions.Get(), nullptr);
+  const auto property = zdm::MakeObject<IZProperty, CZProperty>();
+  property->SetName(OLESTR("Thickness"));
+  property->SetGUID(kThickness);
+  property->SetType(zdm::kPropertyDouble);
+  const auto definition = zdm::MakeObject<IZDefinition, CZDefinition>();
+  definition->SetProperty(property, true);
+  definitions->AddDefinition(definition);
+
+  constexpr USHORT kNoKey = 0xFFFF;
+  ZRefPtr<IZParameterArray> parameters;
+  object->GetParameterArray(parameters.Out());
+  parameters->BeginAdd();  // outside of a bulk add nothing is added
+  parameters->AddDoubleParameter(definitions, &kThickness, kNoKey, 0.24, 0);
+  parameters->EndAdd();
+}
+
 void Draw(const char* file) {
   auto document = zdm::Document::Create(OLESTR("House"));
   IZDMObjMgr* ground = document.AddManager(OLESTR("Ground floor"));
   IZDMObject* wall = document.Add(OLESTR("South wall"), ground);
   IZDMObject* door = document.Add(OLESTR("Front door"), ground);
   document.Relate(door, wall, ZR_DIFFUSIBLE);
+  Categorize(document, wall, OLESTR("Walls"));
+  Measure(document, wall);
   ZExtDataWrapper::AddExtData(door, kMyModule, OLESTR("width"), 0.95, true);
   document.Save(file);
 }
@@ -31,6 +77,14 @@ void Look(const char* file) {
     ZExtDataWrapper::GetExtData(reference.from, kMyModule, OLESTR("width"), &width);
     std::printf("object %d, %.2f m wide, refers to the wall\n",
                 static_cast<int>(reference.from->GetID()), width);
+  }
+  for (const zdm::PropertySheet sheet(wall); const auto& group : sheet.GetGroups()) {
+    for (IZProperty* property : group.properties) {
+      zdm::Bstr name;
+      property->GetName(name.Out());
+      std::printf("%s of the wall: %.2f m\n", zdm::ToUtf8(name.View()).c_str(),
+                  property->GetDouble());
+    }
   }
   const zdm::Deletion refused = document.Delete({wall});
   std::printf("deleting the wall: %zu in the way\n", refused.obstacles.size());

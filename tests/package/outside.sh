@@ -33,6 +33,11 @@ else
   "$compiler" -std=c++20 ${sanitizers:+-fsanitize=$sanitizers} "$here/outside/outside.cpp" \
     -o "$work/plain" $flags -Wl,-rpath,"$lib"
   "$work/plain"
+  # shellcheck disable=SC2046,SC2086
+  "$compiler" -std=c++20 ${sanitizers:+-fsanitize=$sanitizers} "$here/../../examples/quickstart.cpp" \
+    -o "$work/quick" $(pkg-config --cflags --libs zdm-document) -Wl,-rpath,"$lib"
+  "$work/quick" "$work/quick.zdm" >/dev/null
+  pkg-config --libs zdm-drawing >/dev/null
   # Every installed header is whole.
   find "$work/prefix/include/zdm" -name '*.h' -printf '#include <%P>\n' | sort >"$work/all.cpp"
   # shellcheck disable=SC2086

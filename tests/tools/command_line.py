@@ -180,7 +180,8 @@ class Parameters(DocumentTest):
 
     def test_set_refuses_what_the_sheet_does(self):
         before = contents("doors.zdm")
-        for change, code, why in (("Width=wide", 2, "not a value"), ("Kind=elm", 2, "not a value"),
+        for change, code, why in (("Width=wide", 2, "not a value"), ("Width=1,5", 2, "not a value"),
+                                  ("Kind=1.5", 2, "not a value"), ("Kind=elm", 2, "not a value"),
                                   ("Open=false", 11, "read-only"), ("Height=3", 11, "linked"),
                                   ("Stands in=3", 11, "cannot be set"), ("Depth=3", 11, "no property")):
             with self.subTest(change):
@@ -392,6 +393,7 @@ class Recovering(DocumentTest):
             file.write(sample[:at] + bytes(20) + sample[at + 20:])
         damaged = contents("damaged.zdm")
         self.expect(7, "tree", "damaged.zdm")
+        self.assertIn("records 10", self.expect(7, "info", "damaged.zdm"), "what the index says")
         account = json.loads(self.expect(12, "recover", "damaged.zdm", "whole.zdm", "--json"))
         self.assertEqual(account["size"], len(sample))
         fates = {each["id"]: each["fate"] for each in account["objects"]}

@@ -4,19 +4,12 @@
 #include "tools/zdm/DrawingInfo.h"
 #include "tools/zdm/OpenDocument.h"
 
+#include <exception>
 #include <memory>
 
 namespace zdm::tool {
 
 namespace {
-
-/// Also of a document whose objects cannot be read: then nothing is said of its drawing.
-Json DrawingOf(const std::string& file) try {
-  const Document document = Open(file);
-  return DrawingInfo(*document.Get());
-} catch (const DocumentError&) {
-  return Json::object();
-}
 
 void PrintInfo(const Context& context, const std::string& file) {
   const DocumentInfo info = DocumentReader(PathOf(file)).GetInfo();
@@ -31,9 +24,19 @@ void PrintInfo(const Context& context, const std::string& file) {
                  {"largestRecord", info.largestRecord},
                  {"lowestId", info.lowestId},
                  {"highestId", info.highestId}};
-  fields.update(DrawingOf(file));
-  if (context.json) return PrintJson(fields);
-  for (const std::string& line : Lines(fields)) PrintLine(line);
+  // What the index says is told also when objects cannot be read.
+  std::exception_ptr damage;
+  try {
+    fields.update(DrawingInfo(*Open(file).Get()));
+  } catch (const DocumentError&) {
+    damage = std::current_exception();
+  }
+  if (context.json) {
+    PrintJson(fields);
+  } else {
+    for (const std::string& line : Lines(fields)) PrintLine(line);
+  }
+  if (damage != nullptr) std::rethrow_exception(damage);
 }
 
 }  // namespace

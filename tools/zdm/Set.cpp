@@ -7,6 +7,7 @@
 #include "tools/zdm/Parameters.h"
 #include "zdm/properties/IZPropertyIndex.h"
 
+#include <charconv>
 #include <memory>
 #include <optional>
 
@@ -61,6 +62,37 @@ std::optional<ULONG> ChoiceOf(IZProperty& property, WideView label) {
   return {};
 }
 
+template <class Number>
+bool IsWholly(const std::string& text) {
+  Number number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [read, error] = std::from_chars(text.data(), end, number);
+  return error == std::errc() && read == end;
+}
+
+/// The system's conversion takes a comma for nothing at all, and rounds: 1,5 would become 15.
+bool IsNumber(const std::string& text, VARTYPE type) {
+  switch (type) {
+    case VT_R4:
+    case VT_R8:
+      return IsWholly<double>(text);
+    case VT_I1:
+    case VT_I2:
+    case VT_I4:
+    case VT_I8:
+    case VT_INT:
+      return IsWholly<LONGLONG>(text);
+    case VT_UI1:
+    case VT_UI2:
+    case VT_UI4:
+    case VT_UI8:
+    case VT_UINT:
+      return IsWholly<ULONGLONG>(text);
+    default:
+      return true;
+  }
+}
+
 /// Gives the property the value that `text` stands for in the type that it has.
 void Change(IZProperty& property, const std::string& text) {
   const WideString wide = FromUtf8(text);
@@ -72,7 +104,8 @@ void Change(IZProperty& property, const std::string& text) {
   property.GetVariant(former.Out());
   if (former.IsEmpty()) throw Failure(kRefused, "a property without a value cannot be set");
   auto value = Variant::FromText(wide.c_str());
-  if (FAILED(value.ChangeType(former.type()))) throw Failure(kUsage, "not a value here: " + text);
+  if (!IsNumber(text, former.type()) || FAILED(value.ChangeType(former.type())))
+    throw Failure(kUsage, "not a value here: " + text);
   property.SetVariant(value.Get());
 }
 
@@ -118,7 +151,7 @@ void AddSet(CLI::App& app, Context& context) {
   command.Argument("ID", options->id, "The object; -1 is the document");
   command.Argument("CHANGE", options->assignment,
                    "KEY=VALUE: name=TEXT gives it that name; another KEY is a property, by its "
-                   "display name, name or GUID");
+                   "display name, name or GUID. Numbers are written as 1234.5");
   command.Footer(
       "Examples:\n"
       "  zdm set house.zdm 2 'name=North wall'\n"
