@@ -4,7 +4,7 @@
 //   quickstart [FILE]
 #include "document/Document.h"
 #include "document/DocumentError.h"
-#include "document/PropertySheet.h"
+#include "document/ObjectSheet.h"
 #include "platform/system/Text.h"
 #include "zdm/categories/CZDMCategory.h"
 #include "zdm/categories/IZCategoryMgr.h"
@@ -78,7 +78,7 @@ void Look(const char* file) {
     std::printf("object %d, %.2f m wide, refers to the wall\n",
                 static_cast<int>(reference.from->GetID()), width);
   }
-  for (const zdm::PropertySheet sheet(wall); const auto& group : sheet.GetGroups()) {
+  for (const zdm::ObjectSheet sheet(wall); const auto& group : sheet.GetGroups()) {
     for (IZProperty* property : group.properties) {
       zdm::Bstr name;
       property->GetName(name.Out());

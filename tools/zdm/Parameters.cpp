@@ -1,6 +1,6 @@
 #include "tools/zdm/Parameters.h"
 
-#include "document/PropertySheet.h"
+#include "document/ObjectSheet.h"
 #include "platform/ole/Bstr.h"
 #include "platform/ole/Variant.h"
 #include "platform/system/Text.h"
@@ -103,8 +103,8 @@ Json ValueOf(IZProperty& property) {
 
 Json Sheet(IZDMObject& object) {
   Json groups = Json::array();
-  const PropertySheet sheet(&object);
-  for (const PropertySheet::Group& group : sheet.GetGroups()) {
+  const ObjectSheet sheet(&object);
+  for (const ObjectSheet::Group& group : sheet.GetGroups()) {
     Json properties = Json::array();
     for (IZProperty* property : group.properties) {
       GUID key;

@@ -1,4 +1,4 @@
-#include "document/PropertySheet.h"
+#include "document/ObjectSheet.h"
 #include "platform/ole/Variant.h"
 #include "platform/system/Text.h"
 #include "tools/zdm/Commands.h"
@@ -34,9 +34,9 @@ bool IsCalled(IZProperty& property, const std::string& key) {
 }
 
 /// The property that `key` names: by its GUID, its display name or its name.
-IZProperty* RequireProperty(const PropertySheet& sheet, const std::string& key) {
+IZProperty* RequireProperty(const ObjectSheet& sheet, const std::string& key) {
   IZProperty* found = nullptr;
-  for (const PropertySheet::Group& group : sheet.GetGroups()) {
+  for (const ObjectSheet::Group& group : sheet.GetGroups()) {
     for (IZProperty* property : group.properties) {
       if (!IsCalled(*property, key)) continue;
       if (found != nullptr) throw Failure(kRefused, "several properties are called " + key);
@@ -110,7 +110,7 @@ void Change(IZProperty& property, const std::string& text) {
 }
 
 void SetProperty(IZDMObject* object, const std::string& key, const std::string& text) {
-  const PropertySheet sheet(object);
+  const ObjectSheet sheet(object);
   IZProperty* const property = RequireProperty(sheet, key);
   Change(*property, text);
   const Json wanted = ValueOf(*property);

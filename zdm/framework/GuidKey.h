@@ -15,7 +15,7 @@ struct GuidKey {
     for (const BYTE byte : guid.Data4) low = low << 8 | byte;
   }
 
-  friend auto operator<=>(const GuidKey&, const GuidKey&) = default;
+  friend auto operator<=>(const GuidKey&, const GuidKey&) = default;  // NOLINT(*-use-nullptr)
 
   ULONGLONG high = 0;
   ULONGLONG low = 0;

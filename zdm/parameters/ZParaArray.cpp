@@ -7,6 +7,7 @@
 #include "zdm/properties/GUID_UNSET.h"
 
 #include <algorithm>
+#include <compare>
 #include <new>
 #include <utility>
 #include <vector>
@@ -28,8 +29,8 @@ LONG Search(LONG count, const zdm::GuidKey& wanted, const KeyAt& keyAt) {
   while (low <= high) {
     const LONG middle = (low + high) / 2;
     const auto order = wanted <=> keyAt(middle);
-    if (order == 0) return middle;
-    if (order < 0) {
+    if (std::is_eq(order)) return middle;
+    if (std::is_lt(order)) {
       high = middle - 1;
     } else {
       low = middle + 1;
@@ -78,7 +79,7 @@ ZParaArray::~ZParaArray() {
 
 IZParameter** ZParaArray::Allocate(LONG count) {
   if (count == 0) return nullptr;
-  constexpr std::size_t kSize = sizeof(IZParameter*) + sizeof(zdm::GuidKey);
+  constexpr std::size_t kSize = sizeof(void*) + sizeof(zdm::GuidKey);
   return static_cast<IZParameter**>(::operator new(static_cast<std::size_t>(count) * kSize));
 }
 

@@ -15,7 +15,7 @@ struct IZDMObject;
 
 namespace zdm {
 
-class PropertySheet {
+class ObjectSheet {
  public:
   struct Group {
     Bstr name;
@@ -23,7 +23,7 @@ class PropertySheet {
   };
 
   /// `object` must outlive the sheet.
-  explicit PropertySheet(IZDMObject* object);
+  explicit ObjectSheet(IZDMObject* object);
 
   /// In the order of the sheet; a group's own groups follow it.
   const std::vector<Group>& GetGroups() const { return groups_; }

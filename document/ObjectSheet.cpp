@@ -1,4 +1,4 @@
-#include "document/PropertySheet.h"
+#include "document/ObjectSheet.h"
 
 #include "zdm/framework/CreateAs.h"
 #include "zdm/model/IZDMObject.h"
@@ -14,7 +14,7 @@ constexpr LONG kContext = 0;  // of the application; nothing here depends on it
 
 }  // namespace
 
-PropertySheet::PropertySheet(IZDMObject* object)
+ObjectSheet::ObjectSheet(IZDMObject* object)
     : object_(object), built_(NewOf<IZPropertyGroupColl, CZPropertyGroupColl>()) {
   object_->BuildPropertyGroups(kContext, built_);
   if (IZParameterArray* array = object_->PeekParameterArray()) {
@@ -23,7 +23,7 @@ PropertySheet::PropertySheet(IZDMObject* object)
   List(built_);
 }
 
-void PropertySheet::List(IZPropertyGroupColl* groups) {
+void ObjectSheet::List(IZPropertyGroupColl* groups) {
   for (LONGLONG pos = groups->GetHeadPosition(); pos != 0;) {
     IZPropertyGroup* const group = groups->GetNext(pos);
     if (group == nullptr) continue;
@@ -40,7 +40,7 @@ void PropertySheet::List(IZPropertyGroupColl* groups) {
   }
 }
 
-void PropertySheet::Fill(IZProperty* property) const {
+void ObjectSheet::Fill(IZProperty* property) const {
   property->ResetValue();
   object_->FillProperties(kContext, property);
   if (IZParameterArray* array = object_->PeekParameterArray()) {
@@ -48,7 +48,7 @@ void PropertySheet::Fill(IZProperty* property) const {
   }
 }
 
-void PropertySheet::Apply(IZProperty* property) const {
+void ObjectSheet::Apply(IZProperty* property) const {
   object_->ApplyProperties(kContext, property, 0);
   if (IZParameterArray* array = object_->PeekParameterArray()) {
     array->ApplyProperties(kContext, property, 0);
