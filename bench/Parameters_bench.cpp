@@ -100,7 +100,7 @@ struct Random {
 template <class Read>
 void ReadAll(benchmark::State& state, std::size_t objects, const Read& read) {
   constexpr int kReads = 1000000;
-  for (auto _ : state) {
+  for (auto _ : state) {  // NOLINT(clang-analyzer-deadcode.DeadStores)
     Random random;
     double sum = 0;
     for (int i = 0; i < kReads; ++i) {
@@ -177,7 +177,7 @@ constexpr int kArrays = 1000;  // made before any is released, so that memory is
 void BM_CZParameterArray_BulkAdd(benchmark::State& state) {
   Definitions db;
   const auto target = db.MakeObject();
-  for (auto _ : state) {
+  for (auto _ : state) {  // NOLINT(clang-analyzer-deadcode.DeadStores)
     std::vector<ZRefPtr<IZParameterArray>> arrays(kArrays);
     for (std::size_t i = 0; i < arrays.size(); ++i) {
       arrays[i] = zdm::NewOf<IZParameterArray, CZParameterArray>();
@@ -215,6 +215,7 @@ std::unique_ptr<OLECHAR[]> CopyOf(const OLECHAR* text) {
 
 void BM_CZParameterArray_BulkAdd_Blocks(benchmark::State& state) {
   std::vector<std::unique_ptr<GUID>> definitions;
+  definitions.reserve(kDefinitions);
   for (int number = 0; number < kDefinitions; ++number) {
     definitions.push_back(std::make_unique<GUID>(DefinitionKey(number)));
   }
@@ -222,7 +223,7 @@ void BM_CZParameterArray_BulkAdd_Blocks(benchmark::State& state) {
     std::unique_ptr<Block<CZParameterArray>> array = std::make_unique<Block<CZParameterArray>>();
     std::vector<PlainBlocks> parameters;
   };
-  for (auto _ : state) {
+  for (auto _ : state) {  // NOLINT(clang-analyzer-deadcode.DeadStores)
     std::vector<Array> arrays(kArrays);
     for (std::size_t i = 0; i < arrays.size(); ++i) {
       auto& parameters = arrays[i].parameters;
@@ -255,7 +256,7 @@ void BM_CZParameterArray_PropertySheet(benchmark::State& state) {
     array->AddDoubleParameter(db.manager, &key, 1, number, 0x0A);
   }
   array->EndAdd();
-  for (auto _ : state) {
+  for (auto _ : state) {  // NOLINT(clang-analyzer-deadcode.DeadStores)
     const auto groups = zdm::NewOf<IZPropertyGroupColl, CZPropertyGroupColl>();
     array->BuildPropertyGroups(0, groups);
     for (LONGLONG pos = groups->GetHeadPosition(); pos != 0;) {
@@ -292,7 +293,7 @@ void BM_CZParameterArray_PropertySheet_Blocks(benchmark::State& state) {
     made->definition = GuidKey(DefinitionKey(number));
     made->real = number;
   }
-  for (auto _ : state) {
+  for (auto _ : state) {  // NOLINT(clang-analyzer-deadcode.DeadStores)
     std::vector<Group> groups(5);
     for (const auto& parameter : parameters) {
       auto& members = groups[(parameter->definition.high >> 32) % groups.size()].members;
