@@ -1,5 +1,6 @@
 # Installed form: the library and the embedded host with their headers, a CMake package
-# (find_package(zdm), targets zdm::zdm, zdm::document, zdm::drawing) and a pkg-config file for each of them.
+# (find_package(zdm), targets zdm::zdm, zdm::document, zdm::drawing) and a pkg-config file for each
+# of them.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS zdm zdm_document zdm_drawing EXPORT zdmTargets

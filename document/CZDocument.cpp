@@ -21,17 +21,6 @@
 
 ZDM_OBJECT_BODY(CZDocument)
 
-namespace {
-
-bool HasCategoryMgr(IZDMObjMgr& document) {
-  for (LONGLONG pos = document.GetValidHeadPosition(); pos != 0;) {
-    if (zdm::ViewAs<IZCategoryMgr>(document.GetValidNext(pos)) != nullptr) return true;
-  }
-  return false;
-}
-
-}  // namespace
-
 CZDocument::CZDocument() {
   zdm::RegisterDocumentClasses();
   DllRegisterZModule();
@@ -79,7 +68,9 @@ void CZDocument::MakeDefaults() {
     materials->AttachTail(material);
     add(materials);
   }
-  if (!HasCategoryMgr(*this)) add(zdm::MakeObject<IZDMObjMgr, CZDMCategoryMgr>());
+  if (FindByInterface(ZInterface<IZCategoryMgr>::ID()) == nullptr) {
+    add(zdm::MakeObject<IZDMObjMgr, CZDMCategoryMgr>());
+  }
   if (defaultDispAttrib_ == nullptr) {
     defaultDispAttrib_ = zdm::MakeObject<IZDispAttrib, CZDispAttrib>();
     isModified_ = true;

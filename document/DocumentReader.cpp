@@ -118,14 +118,32 @@ void DocumentReader::ReadTables(CZDocument& document, IZProgressMeter* meter) {
 }
 
 void DocumentReader::ReadObjects(CZDocument& document, IZProgressMeter* meter) {
-  const auto objects = std::span(index_).first(version_.objectCount);
-  const auto embedded = std::span(index_).subspan(version_.objectCount);
-  ReadFolder(document, meter, kObjectsStorage, 0, objects);
-  ReadFolder(document, meter, kEmbeddedStorage, kEmbeddedChunk, embedded);
+  const auto load = [&](Entries entries, std::vector<BYTE> bytes) {
+    LoadChunk(document, entries, std::move(bytes));
+    if (meter != nullptr) meter->Step(static_cast<LONG>(entries.size()));
+    return true;
+  };
+  const auto objects = Entries(index_).first(version_.objectCount);
+  const auto embedded = Entries(index_).subspan(version_.objectCount);
+  ReadFolder(kObjectsStorage, 0, objects, load);
+  ReadFolder(kEmbeddedStorage, kEmbeddedChunk, embedded, load);
 }
 
-void DocumentReader::ReadFolder(CZDocument& document, IZProgressMeter* meter, const OLECHAR* name,
-                                ULONG flag, std::span<const IndexEntry> entries) {
+bool DocumentReader::HasRecordOf(const GUID& classId) {
+  bool isFound = false;
+  const auto look = [&](Entries entries, const std::vector<BYTE>& bytes) {
+    isFound = std::ranges::any_of(entries, [&](const IndexEntry& entry) {
+      return entry.length >= sizeof(GUID) &&
+             std::memcmp(&bytes[entry.offset], &classId, sizeof(GUID)) == 0;
+    });
+    return !isFound;
+  };
+  ReadFolder(kObjectsStorage, 0, Entries(index_).first(version_.objectCount), look);
+  return isFound;
+}
+
+void DocumentReader::ReadFolder(const OLECHAR* name, ULONG flag, Entries entries,
+                                const std::function<bool(Entries, std::vector<BYTE>)>& take) {
   ChunkReader reader(root_.Get(), name);
   for (ULONG chunk = 0; !entries.empty(); ++chunk) {
     const auto last = std::ranges::find_if(
@@ -136,27 +154,28 @@ void DocumentReader::ReadFolder(CZDocument& document, IZProgressMeter* meter, co
     const HRESULT result = reader.Read(chunk, &bytes);
     if (result == STG_E_FILENOTFOUND) Damaged("missing stream of objects");
     Check(result, name_);
-    ReadChunk(document, inChunk, std::move(bytes));
-    if (meter != nullptr) meter->Step(static_cast<LONG>(inChunk.size()));
+    CheckChunk(inChunk, bytes);
+    if (!take(inChunk, std::move(bytes))) return;
     entries = entries.subspan(inChunk.size());
   }
 }
 
 /// The records tile the stream.
-void DocumentReader::ReadChunk(CZDocument& document, std::span<const IndexEntry> entries,
-                               std::vector<BYTE> bytes) {
-  BytesStream content(std::move(bytes));
-  const std::span<const BYTE> all = content.bytes;
+void DocumentReader::CheckChunk(Entries entries, std::span<const BYTE> bytes) const {
   ULONGLONG end = 0;
   for (const IndexEntry& entry : entries) {
-    if (entry.offset != end || entry.length > all.size() - end) Damaged("index");
+    if (entry.offset != end || entry.length > bytes.size() - end) Damaged("index");
     end += entry.length;
-    const auto record = all.subspan(entry.offset, entry.length);
-    if (Crc32c(record) != entry.checksum) {
+    if (Crc32c(bytes.subspan(entry.offset, entry.length)) != entry.checksum) {
       Damaged("checksum of object " + std::to_string(entry.id));
     }
   }
-  if (end != all.size()) Damaged("length of a stream of objects");
+  if (end != bytes.size()) Damaged("length of a stream of objects");
+}
+
+void DocumentReader::LoadChunk(CZDocument& document, Entries entries, std::vector<BYTE> bytes) {
+  BytesStream content(std::move(bytes));
+  const std::span<const BYTE> all = content.bytes;
   const auto stream = StreamOver(content);
   for (const IndexEntry& entry : entries) {
     const auto record = all.subspan(entry.offset, entry.length);

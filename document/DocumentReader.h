@@ -6,6 +6,7 @@
 #include "platform/ole/OleRef.h"
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <span>
 #include <string>
@@ -36,19 +37,25 @@ class DocumentReader {
   explicit DocumentReader(const std::filesystem::path& path);
 
   DocumentInfo GetInfo() const;
+  /// Whether a record below "Objects" is of that class. Loads no object: looks at the identifiers
+  /// that the records begin with, up to the first that is it.
+  bool HasRecordOf(const GUID& classId);
   /// @param document  empty. @param meter  may be null.
   void Read(CZDocument& document, IZProgressMeter* meter);
 
  private:
+  using Entries = std::span<const IndexEntry>;
+
   std::vector<BYTE> ReadStream(const OLECHAR* name, ULONG checksum);
   void ReadVersion();
   void ReadIndex();
   void ReadTables(CZDocument& document, IZProgressMeter* meter);
   void ReadObjects(CZDocument& document, IZProgressMeter* meter);
-  void ReadFolder(CZDocument& document, IZProgressMeter* meter, const OLECHAR* name, ULONG flag,
-                  std::span<const IndexEntry> entries);
-  void ReadChunk(CZDocument& document, std::span<const IndexEntry> entries,
-                 std::vector<BYTE> bytes);
+  /// Gives each stream with its entries, in order, until `take` answers false. Each is checked.
+  void ReadFolder(const OLECHAR* name, ULONG flag, Entries entries,
+                  const std::function<bool(Entries, std::vector<BYTE>)>& take);
+  void CheckChunk(Entries entries, std::span<const BYTE> bytes) const;
+  void LoadChunk(CZDocument& document, Entries entries, std::vector<BYTE> bytes);
   void ReadRoot(CZDocument& document);
   [[noreturn]] void Damaged(const std::string& what) const;
 

@@ -104,7 +104,6 @@ void AddParameters(IZDMObject& object, const ObjectPlan& plan, IZDefinitionMgr* 
 
 void LibraryDocument::Build(const std::vector<ObjectPlan>& plans) {
   zdm::Document& document = document_.emplace(zdm::Document::Create(u"W"));
-  document->MakeDefaults();
   auto* categories =
       zdm::ViewAs<IZCategoryMgr>(document->FindByInterface(ZInterface<IZCategoryMgr>::ID()));
   const auto definitions = zdm::MakeObject<IZDefinitionMgr, CZDefinitionMgr>();

@@ -2,56 +2,19 @@
 
 #include "platform/ole/CAtlException.h"
 
-#include <algorithm>
 #include <cstring>
 #include <deque>
+#include <unordered_map>
 #include <utility>
-#include <vector>
 
 namespace {
 
-/// Descriptors by class identifier: each object that is made is looked for here, so it takes one
-/// access to memory. Nothing is taken out.
-class ByClassId {
- public:
-  CZRClass* Find(const GUID& classId) const {
-    return slots_.empty() ? nullptr : slots_[PlaceOf(classId)].description;
-  }
-
-  void Add(CZRClass* description) {
-    if (2 * ++count_ > slots_.size()) Grow();
-    slots_[PlaceOf(description->GetClassID())] = {description->GetClassID(), description};
-  }
-
- private:
-  struct Slot {
-    GUID classId = {};
-    CZRClass* description = nullptr;
-  };
-
-  /// That of the identifier, or the free one that it would get.
-  std::size_t PlaceOf(const GUID& classId) const {
+struct GuidHash {
+  std::size_t operator()(const GUID& guid) const {
     ULONGLONG halves[2];
-    std::memcpy(halves, &classId, sizeof(halves));
-    const ULONGLONG mixed = (halves[0] ^ halves[1]) * 0x9E3779B97F4A7C15ULL;
-    const std::size_t last = slots_.size() - 1;
-    auto at = static_cast<std::size_t>(mixed >> 32) & last;
-    while (slots_[at].description != nullptr && !(slots_[at].classId == classId)) {
-      at = (at + 1) & last;
-    }
-    return at;
+    std::memcpy(halves, &guid, sizeof(halves));
+    return static_cast<std::size_t>(halves[0] ^ (halves[1] * 0x9E3779B97F4A7C15ULL));
   }
-
-  void Grow() {
-    std::vector<Slot> former(std::max<std::size_t>(2 * slots_.size(), 64));
-    former.swap(slots_);
-    for (const Slot& slot : former) {
-      if (slot.description != nullptr) slots_[PlaceOf(slot.classId)] = slot;
-    }
-  }
-
-  std::vector<Slot> slots_;  // a power of two, at most half of them taken
-  std::size_t count_ = 0;
 };
 
 }  // namespace
@@ -59,7 +22,7 @@ class ByClassId {
 struct CZFactory::Table {
   std::deque<CZRClass> descriptions;  // a deque keeps descriptors where they are
   std::vector<CZRClass*> order;
-  ByClassId byClassId;
+  std::unordered_map<GUID, CZRClass*, GuidHash> byClassId;
   CreateReactor reactor;
 };
 
@@ -76,7 +39,10 @@ CZObject* CZFactory::Create(const GUID& classId, const GUID* moduleId) const {
   return object;
 }
 
-CZRClass* CZFactory::Find(const GUID& classId) const { return table_->byClassId.Find(classId); }
+CZRClass* CZFactory::Find(const GUID& classId) const {
+  auto it = table_->byClassId.find(classId);
+  return it != table_->byClassId.end() ? it->second : nullptr;
+}
 
 const std::vector<CZRClass*>& CZFactory::GetClasses() const { return table_->order; }
 
@@ -84,7 +50,7 @@ CZRClass* CZFactory::RegisterClass(const CZRClass& description) {
   if (CZRClass* known = Find(description.GetClassID())) return known;
   CZRClass* added = &table_->descriptions.emplace_back(description);
   table_->order.push_back(added);
-  table_->byClassId.Add(added);
+  table_->byClassId.emplace(added->GetClassID(), added);
   return added;
 }
 

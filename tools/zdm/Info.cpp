@@ -1,4 +1,5 @@
 #include "document/DocumentReader.h"
+#include "drawing/CZDMDrawing.h"
 #include "tools/zdm/Commands.h"
 #include "tools/zdm/Describe.h"
 #include "tools/zdm/DrawingInfo.h"
@@ -12,7 +13,8 @@ namespace zdm::tool {
 namespace {
 
 void PrintInfo(const Context& context, const std::string& file) {
-  const DocumentInfo info = DocumentReader(PathOf(file)).GetInfo();
+  DocumentReader reader(PathOf(file));
+  const DocumentInfo info = reader.GetInfo();
   std::error_code failed;
   Json fields = {{"fileBytes", std::filesystem::file_size(PathOf(file), failed)},
                  {"formatVersion", info.formatVersion},
@@ -24,10 +26,11 @@ void PrintInfo(const Context& context, const std::string& file) {
                  {"largestRecord", info.largestRecord},
                  {"lowestId", info.lowestId},
                  {"highestId", info.highestId}};
-  // What the index says is told also when objects cannot be read.
+  // What the index says is told also when objects cannot be read, and objects are loaded only for
+  // what is to be counted in a drawing.
   std::exception_ptr damage;
   try {
-    fields.update(DrawingInfo(*Open(file).Get()));
+    if (reader.HasRecordOf(CZDMDrawing::kClassID)) fields.update(DrawingInfo(*Open(file).Get()));
   } catch (const DocumentError&) {
     damage = std::current_exception();
   }
