@@ -187,9 +187,11 @@ class PlainDocument {
   void Open(const std::filesystem::path& path);
 
  private:
+  PlainRecord* RecordOf(LONG id) const;
   void OpenObject(const BYTE*& at);
 
-  std::vector<std::unique_ptr<PlainRecord>> records_;
+  std::vector<std::unique_ptr<PlainRecord>> records_;  // by ID
+  LONG hardIDs_ = 0;
   std::vector<std::unique_ptr<PlainObject>> objects_;
   PlainRecord root_;
 };
@@ -261,6 +263,11 @@ void PlainDocument::Save(const std::filesystem::path& path) const {
   write(index);
 }
 
+/// Hard IDs descend from -2, soft ones ascend from 1, without gaps.
+PlainRecord* PlainDocument::RecordOf(LONG id) const {
+  return records_[static_cast<std::size_t>(hardIDs_ + (id < 0 ? id + 1 : id - 1))].get();
+}
+
 void PlainDocument::OpenObject(const BYTE*& at) {
   const auto header = Take<zdm::ObjectHeader>(at);
   const BYTE* end = at + 4;
@@ -270,11 +277,10 @@ void PlainDocument::OpenObject(const BYTE*& at) {
   object->carried[0] = header.auxWord1;
   object->carried[1] = header.auxWord2;
   object->type = header.type;
-  object->record = records_[static_cast<std::size_t>(header.id) - 1].get();
+  object->record = RecordOf(header.id);
   object->record->options = header.options;
   object->record->object = object.get();
-  object->owner =
-      header.ownerId < 0 ? &root_ : records_[static_cast<std::size_t>(header.ownerId) - 1].get();
+  object->owner = header.ownerId == zdm::kRootID ? &root_ : RecordOf(header.ownerId);
   if (object->owner->object != nullptr) object->owner->object->members.push_back(object.get());
   ++at;
   if (Take<BYTE>(at) != 0) {
@@ -284,7 +290,7 @@ void PlainDocument::OpenObject(const BYTE*& at) {
       relation->classId = Take<GUID>(at);
       std::memcpy(relation->words, at, sizeof(relation->words));
       at += sizeof(relation->words);
-      relation->target = records_[static_cast<std::size_t>(Take<LONG>(at)) - 1].get();
+      relation->target = RecordOf(Take<LONG>(at));
       object->relations->push_back(std::move(relation));
     }
   }
@@ -312,6 +318,7 @@ void PlainDocument::Open(const std::filesystem::path& path) {
     std::memcpy(record->words, at, sizeof(record->words));
     at += sizeof(record->words);
     record->id = Take<LONG>(at);
+    if (record->id < 0) ++hardIDs_;
     records_.push_back(std::move(record));
   }
   root_.id = zdm::kRootID;

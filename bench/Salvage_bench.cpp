@@ -17,7 +17,7 @@
 #include <iterator>
 #include <span>
 #include <string>
-#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace {
@@ -120,22 +120,28 @@ struct Series {
   int refused = 0;  // nothing was found
   LONG wrongOwners = 0;
   LONGLONG doubtful = 0;
-  LONG wrongUnsaid = 0;  // not as saved, and the ledger does not say so
+  LONGLONG unchecked = 0;  // without a checksum that would tell
+  LONG wrongUnsaid = 0;    // not as saved, and the ledger does not say so
 };
 
 LONG Try(Series& series, const Bytes& damaged, const std::vector<zdm::WideString>& texts) {
   LONG right = 0;
   try {
     const zdm::Salvaged salvaged = zdm::Salvage(damaged);
-    std::unordered_map<LONG, zdm::ObjectFate> fates;
-    for (const auto& object : salvaged.ledger.objects) fates.emplace(object.id, object.fate);
+    std::unordered_set<LONG> claimed;
+    for (const auto& object : salvaged.ledger.objects) {
+      if (object.fate != zdm::ObjectFate::kRecovered) continue;
+      if (object.isUnchecked) {
+        ++series.unchecked;
+      } else {
+        claimed.insert(object.id);
+      }
+    }
     for (LONG i = 0; i < kObjects; ++i) {
       const bool isRight = IsRight(*salvaged.document, i, texts[static_cast<std::size_t>(i)]);
       if (isRight) ++right;
       if (IsOwnerWrong(*salvaged.document, i)) ++series.wrongOwners;
-      const auto fate = fates.find(kFirstID + i);
-      const bool isClaimed = fate != fates.end() && fate->second == zdm::ObjectFate::kRecovered;
-      if (isClaimed && !isRight) ++series.wrongUnsaid;
+      if (!isRight && claimed.contains(kFirstID + i)) ++series.wrongUnsaid;
     }
     series.doubtful += static_cast<LONGLONG>(salvaged.ledger.Count(zdm::ObjectFate::kDoubtful));
   } catch (const zdm::DocumentError&) {
@@ -150,10 +156,11 @@ LONG Try(Series& series, const Bytes& damaged, const std::vector<zdm::WideString
 void Print(const Series& series, const char* more = "") {
   std::printf(
       "  \"%s\": {\"trials\": %d, \"mean\": %.2f, \"worst\": %d, \"refused\": %d, "
-      "\"wrong_owners\": %d, \"doubtful\": %lld, \"wrong_unsaid\": %d%s}",
+      "\"wrong_owners\": %d, \"doubtful\": %lld, \"unchecked\": %lld, \"wrong_unsaid\": %d%s}",
       series.name, series.trials, static_cast<double>(series.right) / std::max(1, series.trials),
       static_cast<int>(series.worst), series.refused, static_cast<int>(series.wrongOwners),
-      static_cast<long long>(series.doubtful), static_cast<int>(series.wrongUnsaid), more);
+      static_cast<long long>(series.doubtful), static_cast<long long>(series.unchecked),
+      static_cast<int>(series.wrongUnsaid), more);
 }
 
 /// Objects all of whose bytes stand before `end`, by the ledger of the sound file.

@@ -16,7 +16,7 @@ enum class SalvageStage {
 };
 
 enum class ObjectFate {
-  kRecovered,    // as it was saved
+  kRecovered,    // as it was saved, as far as a checksum was there to tell (isUnchecked)
   kAbsentClass,  // kept as it stands: its class is not available or could not read it
   kDoubtful,     // loaded from a record that does not fit its checksum
   kLost,         // only its ID is known, from a table or from those who refer to it
