@@ -42,6 +42,16 @@ TEST_F(ParameterArray, IsInTheOrderOfTheDefinitionsKeys) {
   }
   EXPECT_EQ(array->GetAt(10), nullptr);
   EXPECT_EQ(array->GetAt(-1), nullptr);
+
+  for (std::size_t gone = 1; gone < 4; ++gone) {  // until they are few
+    array->RemoveAt(0);
+    EXPECT_EQ(array->GetParameter(ordered[gone - 1]), nullptr);
+    for (std::size_t i = gone; i < ordered.size(); ++i) {
+      IZParameter* const expected = array->GetAt(static_cast<LONG>(i - gone));
+      EXPECT_EQ(KeyOf(expected), ordered[i]);
+      EXPECT_EQ(array->GetParameter(ordered[i]), expected);
+    }
+  }
 }
 
 TEST_F(ParameterArray, TakesParametersOnlyInABulkAdd) {

@@ -21,14 +21,13 @@ zdm::GuidKey KeyOf(IZParameter* parameter) {
   return zdm::GuidKey(*parameter->GetDefinitionGUID(&guid));
 }
 
-/// The place that a binary search for `wanted` among `count` keys comes to; -1 if it comes to none.
-template <class KeyAt>
-LONG Search(LONG count, const zdm::GuidKey& wanted, const KeyAt& keyAt) {
+/// The place that a binary search for `wanted` comes to; -1 if it comes to none.
+LONG Search(const ZParaArray& array, const zdm::GuidKey& wanted) {
   LONG low = 0;
-  LONG high = count - 1;
+  LONG high = array.GetCount() - 1;
   while (low <= high) {
     const LONG middle = (low + high) / 2;
-    const auto order = wanted <=> keyAt(middle);
+    const auto order = wanted <=> KeyOf(array.at(middle));
     if (std::is_eq(order)) return middle;
     if (std::is_lt(order)) {
       high = middle - 1;
@@ -40,10 +39,15 @@ LONG Search(LONG count, const zdm::GuidKey& wanted, const KeyAt& keyAt) {
 }
 
 /// The first place of `wanted`; -1 if none.
-template <class Element, class Wanted>
-LONG PlaceOf(Element* elements, LONG count, const Wanted& wanted) {
-  Element* const found = std::find(elements, elements + count, wanted);
-  return found != elements + count ? static_cast<LONG>(found - elements) : -1;
+LONG Scan(const ZParaArray& array, const zdm::GuidKey& wanted) {
+  for (LONG i = 0; i < array.GetCount(); ++i) {
+    if (KeyOf(array.at(i)) == wanted) return i;
+  }
+  return -1;
+}
+
+ULONG MarkOf(const zdm::GuidKey& key) {
+  return static_cast<ULONG>(((key.high ^ key.low) * 0x9E3779B97F4A7C15) >> 32);
 }
 
 }  // namespace
@@ -53,34 +57,50 @@ void zdm::SortByDefinition(std::span<ParaEntry> entries) {
   std::ranges::stable_sort(entries, {}, &ParaEntry::key);
 }
 
-ZParaArray::ZParaArray(const ZParaArray& other)
-    : items_(Allocate(other.count_)), count_(other.count_) {
-  std::copy_n(other.items_, count_, items_);
-  std::copy_n(other.Keys(), count_, Keys());
-  for (LONG i = 0; i < count_; ++i) items_[i]->AddRef();
+ZParaArray::ZParaArray(const ZParaArray& other) : ZParaArray() {
+  Allocate(other.count_);
+  for (LONG i = 0; i < other.count_; ++i) {
+    Append(ZRefPtr<IZParameter>(other.at(i)), other.Marks()[i]);
+  }
 }
 
-ZParaArray::ZParaArray(ZParaArray&& other) noexcept
-    : items_(std::exchange(other.items_, nullptr)), count_(std::exchange(other.count_, 0)) {
+ZParaArray::ZParaArray(ZParaArray&& other) noexcept : ZParaArray() {
+  Exchange(other);
   zdm::ChangeWatch::Changed(other.watch_);
 }
 
 ZParaArray& ZParaArray::operator=(ZParaArray other) noexcept {
-  std::swap(items_, other.items_);
-  std::swap(count_, other.count_);
+  Exchange(other);
   zdm::ChangeWatch::Changed(watch_);
   return *this;
 }
 
 ZParaArray::~ZParaArray() {
-  for (LONG i = 0; i < count_; ++i) items_[i]->Release();
-  ::operator delete(items_);
+  for (LONG i = 0; i < count_; ++i) at(i)->Release();
+  if (isMany_) ::operator delete(held_.many.items);
 }
 
-IZParameter** ZParaArray::Allocate(LONG count) {
-  if (count == 0) return nullptr;
-  constexpr std::size_t kSize = sizeof(void*) + sizeof(zdm::GuidKey);
-  return static_cast<IZParameter**>(::operator new(static_cast<std::size_t>(count) * kSize));
+/// Of one that is empty.
+void ZParaArray::Allocate(LONG room) {
+  if (room <= kFew) return;
+  constexpr std::size_t kSize = sizeof(void*) + sizeof(ULONG);
+  void* const block = ::operator new(static_cast<std::size_t>(room) * kSize);
+  auto** const items = static_cast<IZParameter**>(block);
+  held_.many = {items, reinterpret_cast<ULONG*>(items + room)};
+  isMany_ = true;
+}
+
+/// All but the watch.
+void ZParaArray::Exchange(ZParaArray& other) {
+  std::swap(held_, other.held_);
+  std::swap(count_, other.count_);
+  std::swap(isMany_, other.isMany_);
+}
+
+/// There is room for it.
+void ZParaArray::Append(ZRefPtr<IZParameter> parameter, ULONG mark) {
+  Marks()[count_] = mark;
+  const_cast<IZParameter**>(Items())[count_++] = parameter.Detach();
 }
 
 // What goes may run any code as it does, so it goes when the array is whole again.
@@ -88,11 +108,9 @@ void ZParaArray::RemoveAll() { const ZParaArray gone = std::move(*this); }
 
 void ZParaArray::Assign(std::span<zdm::ParaEntry> entries) {
   ZParaArray assigned;
-  assigned.items_ = Allocate(static_cast<LONG>(entries.size()));
-  assigned.count_ = static_cast<LONG>(entries.size());
-  for (LONG i = 0; zdm::ParaEntry & entry : entries) {
-    assigned.Keys()[i] = entry.key;
-    assigned.items_[i++] = entry.parameter.Detach();
+  assigned.Allocate(static_cast<LONG>(entries.size()));
+  for (zdm::ParaEntry& entry : entries) {
+    assigned.Append(std::move(entry.parameter), MarkOf(entry.key));
   }
   *this = std::move(assigned);
 }
@@ -102,77 +120,82 @@ void ZParaArray::AssignCopies(const ZParaArray& source,
                               ZRefPtr<IZParameter> (*copy)(IZParameter*)) {
   ZParaArray copies;
   const LONG room = source.count_;
-  copies.items_ = Allocate(room);
+  copies.Allocate(room);
   while (copies.count_ < std::min(room, source.count_)) {
-    const ZRefPtr<IZParameter> copied(source.items_[copies.count_]);
-    copies.items_[copies.count_] = copy(copied).Detach();
-    ++copies.count_;
+    const ZRefPtr<IZParameter> copied(source.at(copies.count_));
+    const ULONG mark = source.Marks()[copies.count_];
+    copies.Append(copy(copied), mark);
   }
-  const LONG known = std::min(copies.count_, source.count_);
-  std::fill(std::copy_n(source.Keys(), known, copies.Keys()), copies.Keys() + copies.count_,
-            zdm::GuidKey());
   *this = std::move(copies);
 }
 
 ZRefPtr<IZParameter> ZParaArray::Take(LONG index) {
+  ZRefPtr<IZParameter> taken(at(index));
   ZParaArray rest;
-  rest.items_ = Allocate(count_ - 1);
-  rest.count_ = count_ - 1;
-  for (LONG from = 0, to = 0; from < count_; ++from) {
-    if (from == index) continue;
-    rest.items_[to] = items_[from];
-    rest.Keys()[to++] = Keys()[from];
+  rest.Allocate(count_ - 1);
+  for (LONG i = 0; i < count_; ++i) {
+    if (i != index) rest.Append(ZRefPtr<IZParameter>(at(i)), Marks()[i]);
   }
-  std::swap(items_, rest.items_);
-  std::swap(count_, rest.count_);
-  zdm::ChangeWatch::Changed(watch_);
-  auto taken = zdm::Attached(rest.items_[index]);
-  rest.count_ = 0;  // the others moved
+  *this = std::move(rest);
   return taken;
 }
 
 IZParameter* ZParaArray::GetParameter(const GUID& definitionGUID) const {
   const LONG index = IndexOf(definitionGUID);
-  return index >= 0 ? items_[index] : nullptr;
+  return index >= 0 ? at(index) : nullptr;
 }
 
 LONG ZParaArray::IndexOf(const GUID& definitionGUID) const {
   if (definitionGUID == GUID_UNSET) return -1;
   const zdm::GuidKey wanted(definitionGUID);
-  zdm::GuidKey* const keys = Keys();
-  const auto remembered = [keys](LONG index) -> const zdm::GuidKey& { return keys[index]; };
-  const LONG guess = Search(count_, wanted, remembered);
-  if (guess >= 0 && KeyOf(items_[guess]) == wanted) return guess;
+  const LONG guess = MarkedOnce(MarkOf(wanted));
+  if (guess >= 0 && KeyOf(at(guess)) == wanted) return guess;
   LookAgain();
-  const LONG found = Search(count_, wanted, remembered);
-  return found >= 0 ? found : PlaceOf(keys, count_, wanted);
+  const LONG found = Search(*this, wanted);
+  return found >= 0 ? found : Scan(*this, wanted);
 }
 
 LONG ZParaArray::FirstOf(const GUID& definitionGUID) const {
   const zdm::GuidKey wanted(definitionGUID);
-  const LONG guess = PlaceOf(Keys(), count_, wanted);
-  if (guess >= 0 && KeyOf(items_[guess]) == wanted) return guess;
+  const ULONG* const marks = Marks();
+  const ULONG* const guess = std::find(marks, marks + count_, MarkOf(wanted));
+  const auto place = static_cast<LONG>(guess - marks);
+  if (place < count_ && KeyOf(at(place)) == wanted) return place;
   LookAgain();
-  return PlaceOf(Keys(), count_, wanted);
+  return Scan(*this, wanted);
 }
 
 /// A definition has changed since, or has arrived only now.
 void ZParaArray::LookAgain() const {
-  for (LONG i = 0; i < count_; ++i) Keys()[i] = KeyOf(items_[i]);
+  for (LONG i = 0; i < count_; ++i) Marks()[i] = MarkOf(KeyOf(at(i)));
+}
+
+/// The place of what alone has that mark, where any search would come to; -1 if there is none.
+/// Without branches: the marks are few, and which of them it is cannot be foretold.
+LONG ZParaArray::MarkedOnce(ULONG mark) const {
+  const ULONG* const marks = Marks();
+  LONG place = -1;
+  LONG met = 0;
+  for (LONG i = 0; i < count_; ++i) {
+    const bool isIt = marks[i] == mark;
+    place = isIt ? i : place;
+    met += isIt ? 1 : 0;
+  }
+  return met == 1 ? place : -1;
 }
 
 LONG ZParaArray::IndexOf(const IZParameter* parameter) const {
-  return PlaceOf(items_, count_, parameter);
+  IZParameter* const* const items = Items();
+  IZParameter* const* const found = std::find(items, items + count_, parameter);
+  return found != items + count_ ? static_cast<LONG>(found - items) : -1;
 }
 
 bool ZParaArray::IsExist(const GUID& definitionGUID) const {
-  if (definitionGUID == GUID_UNSET) return false;
-  const auto asked = [this](LONG index) { return KeyOf(items_[index]); };
-  return Search(count_, zdm::GuidKey(definitionGUID), asked) >= 0;
+  return definitionGUID != GUID_UNSET && Search(*this, zdm::GuidKey(definitionGUID)) >= 0;
 }
 
 void ZParaArray::SetOwner(IZParameterArray* array) const {
-  for (LONG i = 0; i < count_; ++i) items_[i]->SetOwner(array);
+  for (LONG i = 0; i < count_; ++i) at(i)->SetOwner(array);
 }
 
 // Parameter storage record, little-endian.
@@ -183,7 +206,7 @@ void ZParaArray::SetOwner(IZParameterArray* array) const {
 void ZParaArray::Save(IZStream* stream, IZDatabase* database) {
   const ZParaArray saved = *this;  // as it is now: saving may run any code
   stream->WriteCount(saved.count_);
-  for (LONG i = 0; i < saved.count_; ++i) saved.items_[i]->Save(stream, database);
+  for (LONG i = 0; i < saved.count_; ++i) saved.at(i)->Save(stream, database);
 }
 
 void ZParaArray::Load(IZStream* stream, IZDatabase* database) {

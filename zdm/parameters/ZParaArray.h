@@ -1,7 +1,9 @@
-// What a parameter array keeps its parameters in: one block of exactly their number, one reference
-// each, in the order that it was given. Beside each stands the definition GUID that it had when it
-// was last looked at; a look-up starts from these and believes one only when the parameter confirms
-// it, so that it need not ask all of them. Stream form: above Save in ZParaArray.cpp.
+// What a parameter array keeps its parameters in, one reference each, in the order that it was
+// given. A few stand in the array itself, so that a look-up has no other block to go through; more
+// have a block of their own, of exactly their number. Beside each stands a mark made of the
+// definition GUID that it had when it was last looked at; a look-up starts from the marks and
+// believes one only when the parameter confirms it, so that it need not ask all of them. Stream
+// form: above Save in ZParaArray.cpp.
 #pragma once
 
 #include "platform/core/ChangeWatch.h"
@@ -41,7 +43,7 @@ class ZDM_API ZParaArray {
 
   LONG GetCount() const { return count_; }
   /// Borrowed; `index` must be within the bounds.
-  IZParameter* at(LONG index) const { return items_[index]; }
+  IZParameter* at(LONG index) const { return Items()[index]; }
   /// By binary search over the definition GUIDs, then by a scan from the first. Borrowed; null if
   /// none and for GUID_UNSET.
   IZParameter* GetParameter(const GUID& definitionGUID) const;
@@ -67,12 +69,30 @@ class ZDM_API ZParaArray {
   ZRefPtr<IZParameter> Take(LONG index);
 
  private:
-  // The remembered keys follow the parameters in the same block.
-  static IZParameter** Allocate(LONG count);
-  void LookAgain() const;
-  zdm::GuidKey* Keys() const { return reinterpret_cast<zdm::GuidKey*>(items_ + count_); }
+  static constexpr LONG kFew = 8;
+  struct Few {
+    IZParameter* items[kFew];
+    ULONG marks[kFew];
+  };
+  struct Many {
+    IZParameter** items;  // the marks follow in the same block
+    ULONG* marks;
+  };
 
-  IZParameter** items_ = nullptr;  // null when empty
+  void Allocate(LONG room);
+  void Exchange(ZParaArray& other);
+  void Append(ZRefPtr<IZParameter> parameter, ULONG mark);
+  void LookAgain() const;
+  LONG MarkedOnce(ULONG mark) const;
+  IZParameter* const* Items() const { return isMany_ ? held_.many.items : held_.few.items; }
+  ULONG* Marks() const { return isMany_ ? held_.many.marks : held_.few.marks; }
+
+  union Held {
+    Few few = {};
+    Many many;
+  };
+  mutable Held held_;  // looking again changes the marks
   LONG count_ = 0;
   ULONG watch_ = 0;  // stays with this array
+  bool isMany_ = false;
 };
