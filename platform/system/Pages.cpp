@@ -21,17 +21,57 @@ void GiveBackPage(void* page) noexcept { VirtualFree(page, 0, MEM_RELEASE); }
 
 #else
 
-// Twice as much as is wanted has such a page in it; what stands before and after goes back.
-void* TakePage() noexcept {
-  void* const mapped =
-      mmap(nullptr, 2 * kPageSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (mapped == MAP_FAILED) return nullptr;
-  auto* const first = static_cast<std::byte*>(mapped);
-  const std::size_t before = -reinterpret_cast<std::uintptr_t>(first) % kPageSize;
-  if (before != 0) munmap(first, before);
-  munmap(first + before + kPageSize, kPageSize - before);
-  return first + before;
-}
+namespace {
+
+/// Pages side by side that nobody has taken yet. One call to the system maps many of them; each
+/// goes back by itself.
+class Region {
+ public:
+  Region() = default;
+  ~Region() {
+    if (begin_ != end_) munmap(begin_, static_cast<std::size_t>(end_ - begin_));
+    begin_ = end_;
+  }
+  Region(const Region&) = delete;
+  Region& operator=(const Region&) = delete;
+
+  void* Take() noexcept {
+    if (begin_ == end_ && !Map()) return nullptr;
+    void* const page = begin_;
+    begin_ += kPageSize;
+    // Who needs as many as this will fill them: sooner made at once than fault by fault.
+    if (isLarge_) madvise(page, kPageSize, MADV_POPULATE_WRITE);
+    return page;
+  }
+
+ private:
+  static constexpr std::size_t kSize = 64 * kPageSize;
+
+  // What is mapped has one page more, so that such a region is in it; the rest goes back.
+  bool Map() noexcept {
+    void* const mapped = mmap(nullptr, kSize + kPageSize, PROT_READ | PROT_WRITE,
+                              MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (mapped == MAP_FAILED) return false;
+    auto* const first = static_cast<std::byte*>(mapped);
+    const std::size_t before = -reinterpret_cast<std::uintptr_t>(first) % kPageSize;
+    if (before != 0) munmap(first, before);
+    munmap(first + before + kSize, kPageSize - before);
+    isLarge_ = end_ != nullptr;
+    begin_ = first + before;
+    end_ = begin_ + kSize;
+    return true;
+  }
+
+  std::byte* begin_ = nullptr;
+  std::byte* end_ = nullptr;
+  bool isLarge_ = false;  // it is not the first one
+};
+
+constinit Region region;
+
+}  // namespace
+
+void* TakePage() noexcept { return region.Take(); }
 
 void GiveBackPage(void* page) noexcept { munmap(page, kPageSize); }
 
