@@ -92,6 +92,19 @@ TEST_F(SalvageTest, KeepsTheIDsOfLostTargets) {
   EXPECT_EQ(reopened.size(), contents.size() - 1);
 }
 
+// The instruction takes eight bytes at once, the table one; the value for nine digits is the known
+// one of this polynomial.
+TEST(Crc32c, IsTheSameInOnePieceAndByteByByte) {
+  std::vector<BYTE> bytes = {'1', '2', '3', '4', '5', '6', '7', '8', '9'};
+  EXPECT_EQ(zdm::Crc32c(bytes), 0xE3069283);
+  for (int i = 0; i < 40; ++i) {
+    ULONG pieces = 0;
+    for (const BYTE& byte : bytes) pieces = zdm::Crc32c({&byte, 1}, pieces);
+    EXPECT_EQ(zdm::Crc32c(bytes), pieces) << bytes.size();
+    bytes.push_back(static_cast<BYTE>(37 * i));
+  }
+}
+
 TEST(FlippedBit, IsFoundWhereverItIs) {
   std::mt19937 random(3);
   for (int round = 0; round < 200; ++round) {
