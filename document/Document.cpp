@@ -2,6 +2,7 @@
 
 #include "document/CZDMPlainObject.h"
 #include "document/CZPlainSingleReltn.h"
+#include "document/Categorize.h"
 #include "document/ReferenceIndex.h"
 #include "zdm/identity/OID.h"
 #include "zdm/model/CZDMObjMgr.h"
@@ -46,6 +47,15 @@ IZSingleReltn* Document::Relate(IZDMObject* from, IZDMObject* to, eZRelation kin
   from->AddRelation(relation);
   document_->SetModified(true);
   return relation;
+}
+
+IZCategory* Document::CategoryOf(IZDMObject* object) const {
+  IZCategoryReltn* relation = GetCategoryReltn(*object);
+  return relation != nullptr ? relation->GetCategory() : nullptr;
+}
+
+IZCategory* Document::SetCategory(IZDMObject* object, LONG number, WideView name) {
+  return zdm::SetCategory(*document_, *object, number, name);
 }
 
 IZDMObject* Document::Find(LONG id) const {

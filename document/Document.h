@@ -55,6 +55,14 @@ class Document {
   ///     `from` is there; ZR_NONDIFFUSIBLE otherwise.
   IZSingleReltn* Relate(IZDMObject* from, IZDMObject* to, eZRelation kind = ZR_NONDIFFUSIBLE);
 
+  /// The category that the object is in; null for none. Categories and what they show:
+  /// zdm/categories.
+  IZCategory* CategoryOf(IZDMObject* object) const;
+  /// Puts the object into the category of that number, in place of the one that it is in. Where
+  /// there is none of that number yet, it is made and called `name`.
+  /// @param number  1 or more, otherwise CAtlException(E_INVALIDARG).
+  IZCategory* SetCategory(IZDMObject* object, LONG number, WideView name = {});
+
   /// The valid object of that ID; null for none.
   IZDMObject* Find(LONG id) const;
   /// What `object` refers to, and who refers to it; see References.h.

@@ -4,22 +4,14 @@
 // NamedObject<IZDMObject> or an IZDMObjMgrImpl.
 #pragma once
 
+#include "document/Categorize.h"
 #include "document/Counterpart.h"
 #include "drawing/ClassTable.h"
 #include "drawing/DrawingPart.h"
 #include "platform/ole/Bstr.h"
 #include "platform/system/CodePage.h"
-#include "zdm/categories/IZCategory.h"
-#include "zdm/categories/IZCategoryReltn.h"
 #include "zdm/model/IZDMObjMgrImpl.h"
 #include "zdm/relations/IZReltnColl.h"
-
-namespace zdm {
-
-/// The first relation of the object to a category (borrowed); null for none.
-IZCategoryReltn* GetCategoryReltn(IZDMObject& object);
-
-}  // namespace zdm
 
 template <class Base>
 class DrawingObject : public Base, public zdm::DrawingPart {

@@ -99,13 +99,4 @@ void CollectRelationEdits(IZDMObject& object, const DrawingPart& part, const Tex
   }
 }
 
-IZCategoryReltn* GetCategoryReltn(IZDMObject& object) {
-  IZReltnColl* relations = object.GetReltnColl();
-  if (relations == nullptr) return nullptr;
-  for (LONGLONG pos = relations->GetValidHeadPosition(); pos != 0;) {
-    if (auto* relation = ViewAs<IZCategoryReltn>(relations->GetValidNext(pos))) return relation;
-  }
-  return nullptr;
-}
-
 }  // namespace zdm

@@ -6,9 +6,6 @@
 #include "document/DocumentError.h"
 #include "document/ObjectSheet.h"
 #include "platform/system/Text.h"
-#include "zdm/categories/CZDMCategory.h"
-#include "zdm/categories/IZCategoryMgr.h"
-#include "zdm/categories/IZCategoryReltn.h"
 #include "zdm/extdata/ZExtDataWrapper.h"
 #include "zdm/framework/ZClass.h"
 #include "zdm/model/CZDefinition.h"
@@ -24,16 +21,6 @@ namespace {
 constexpr GUID kMyModule = zdm::ParseGuid("5E1F6A4E-9A3B-4F57-8C7D-2B1A0E9F8D6C");
 
 constexpr GUID kThickness = zdm::ParseGuid("5E1F6A4E-0001-4F57-8C7D-2B1A0E9F8D6C");
-
-/// A document comes with a manager of categories.
-void Categorize(zdm::Document& document, IZDMObject* object, const OLECHAR* name) {
-  const auto category = zdm::MakeObject<IZCategory, CZDMCategory>();
-  category->SetName(name);
-  category->SetNumber(1);
-  zdm::ViewAs<IZCategoryMgr>(document->FindByInterface(ZInterface<IZCategoryMgr>::ID()))
-      ->AddCategory(category);
-  object->AddRelation(ZRefPtr<IZCategoryReltn>(category->CreateCategoryReltn()));
-}
 
 /// What a parameter is called, its type and the group of the sheet that it stands in belong to its
 /// definition, which many objects share.
@@ -62,7 +49,7 @@ void Draw(const char* file) {
   IZDMObject* wall = document.Add(OLESTR("South wall"), ground);
   IZDMObject* door = document.Add(OLESTR("Front door"), ground);
   document.Relate(door, wall, ZR_DIFFUSIBLE);
-  Categorize(document, wall, OLESTR("Walls"));
+  document.SetCategory(wall, 1, OLESTR("Walls"));
   Measure(document, wall);
   ZExtDataWrapper::AddExtData(door, kMyModule, OLESTR("width"), 0.95, true);
   document.Save(file);

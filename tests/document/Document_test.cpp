@@ -43,6 +43,25 @@ TEST(References, AreNamedWithWhatHoldsThem) {
   EXPECT_EQ(TextOf(document.ReferencesTo(b)), "1>3c ");
 }
 
+TEST(DocumentCategory, IsOneAtATimeAndMadeOnce) {
+  auto document = Document::Create();
+  IZDMObject* wall = document.Add(OLESTR("Wall"));
+  IZDMObject* door = document.Add(OLESTR("Door"));
+  EXPECT_EQ(document.CategoryOf(wall), nullptr);
+  IZCategory* walls = document.SetCategory(wall, 7, OLESTR("Walls"));
+  EXPECT_EQ(walls->GetNumber(), 7u);
+  EXPECT_EQ(NameOf(walls), "Walls");
+  EXPECT_EQ(document.SetCategory(door, 7, OLESTR("Doors")), walls);
+  EXPECT_EQ(NameOf(walls), "Walls");
+  IZCategory* doors = document.SetCategory(door, 8, OLESTR("Doors"));
+  EXPECT_EQ(document.CategoryOf(wall), walls);
+  EXPECT_EQ(document.CategoryOf(door), doors);
+  EXPECT_EQ(door->GetReltnColl()->GetCount(), 1);
+  EXPECT_EQ(TextOf(document.ReferencesTo(doors)), "2>4r ");
+  EXPECT_THROW(document.SetCategory(door, 0), CAtlException);
+  EXPECT_EQ(document.CategoryOf(door), doors);
+}
+
 TEST(DocumentDelete, NamesWhatIsInTheWayAndWhatWillReferToNothing) {
   auto document = Document::Create();
   IZDMObjMgr* walls = document.AddManager(OLESTR("Walls"));

@@ -55,12 +55,15 @@ ExitCode Run(std::vector<std::string> arguments) {
     std::ranges::reverse(arguments);  // as the parser takes them
     app.parse(std::move(arguments));
   } catch (const CLI::ParseError& error) {
-    const std::vector<std::string> unknown = app.remaining();
-    if (error.get_exit_code() != 0 && app.get_subcommands().empty() && !unknown.empty()) {
-      PrintError("no such command or option: " + unknown[0] + "; --help shows them");
-      return kUsage;
+    if (error.get_exit_code() == 0) {  // help or the version was asked for
+      app.exit(error);
+      return kDone;
     }
-    return app.exit(error) == 0 ? kDone : kUsage;
+    const std::vector<std::string> unknown = app.remaining();
+    const bool isUnknown = app.get_subcommands().empty() && !unknown.empty();
+    PrintError(isUnknown ? "no such command or option: " + unknown[0] + "; --help shows them"
+                         : std::string(error.what()) + "; --help shows how");
+    return kUsage;
   }
   FinishOutput();
   return context.exitCode;
