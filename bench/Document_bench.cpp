@@ -187,7 +187,7 @@ class PlainDocument {
   void Open(const std::filesystem::path& path);
 
  private:
-  PlainRecord* RecordOf(LONG id) const;
+  PlainRecord* RecordOf(LONG id);
   void OpenObject(const BYTE*& at);
 
   std::vector<std::unique_ptr<PlainRecord>> records_;  // by ID
@@ -264,7 +264,8 @@ void PlainDocument::Save(const std::filesystem::path& path) const {
 }
 
 /// Hard IDs descend from -2, soft ones ascend from 1, without gaps.
-PlainRecord* PlainDocument::RecordOf(LONG id) const {
+PlainRecord* PlainDocument::RecordOf(LONG id) {
+  if (id == zdm::kRootID) return &root_;
   return records_[static_cast<std::size_t>(hardIDs_ + (id < 0 ? id + 1 : id - 1))].get();
 }
 
@@ -280,7 +281,7 @@ void PlainDocument::OpenObject(const BYTE*& at) {
   object->record = RecordOf(header.id);
   object->record->options = header.options;
   object->record->object = object.get();
-  object->owner = header.ownerId == zdm::kRootID ? &root_ : RecordOf(header.ownerId);
+  object->owner = RecordOf(header.ownerId);
   if (object->owner->object != nullptr) object->owner->object->members.push_back(object.get());
   ++at;
   if (Take<BYTE>(at) != 0) {

@@ -68,13 +68,18 @@ void CZDocument::MakeDefaults() {
     materials->AttachTail(material);
     add(materials);
   }
-  if (FindByInterface(ZInterface<IZCategoryMgr>::ID()) == nullptr) {
-    add(zdm::MakeObject<IZDMObjMgr, CZDMCategoryMgr>());
-  }
+  if (GetCategoryMgr() == nullptr) add(zdm::MakeObject<IZDMObjMgr, CZDMCategoryMgr>());
   if (defaultDispAttrib_ == nullptr) {
     defaultDispAttrib_ = zdm::MakeObject<IZDispAttrib, CZDispAttrib>();
     isModified_ = true;
   }
+}
+
+IZCategoryMgr* CZDocument::GetCategoryMgr() {
+  for (LONGLONG pos = GetValidHeadPosition(); pos != 0;) {
+    if (auto* manager = zdm::ViewAs<IZCategoryMgr>(GetValidNext(pos))) return manager;
+  }
+  return nullptr;
 }
 
 IZDMObjMgr* CZDocument::GetMaterialMgr() {

@@ -45,6 +45,9 @@ class CZDocument : public IZDMObjMgrImpl<IZDMObjMgr>,
   /// default display attribute.
   void MakeDefaults();
 
+  /// The first valid manager of categories in the document itself (borrowed); null for none.
+  IZCategoryMgr* GetCategoryMgr();
+
   // File. What fails throws zdm::DocumentError.
 
   /// Opens the document at `path`, which stays closed afterwards: a document lives in memory.

@@ -19,10 +19,8 @@ IZCategoryReltn* GetCategoryReltn(IZDMObject& object) {
 IZCategory* SetCategory(CZDocument& document, IZDMObject& object, LONG number, WideView name) {
   if (number < 1) throw CAtlException(E_INVALIDARG);
   document.MakeDefaults();
-  auto* categories =
-      ViewAs<IZCategoryMgr>(document.FindByInterface(ZInterface<IZCategoryMgr>::ID()));
-  const auto category = Attached(
-      categories->GetOrCreateCategory(static_cast<ULONG>(number), WideString(name).c_str()));
+  const auto category = Attached(document.GetCategoryMgr()->GetOrCreateCategory(
+      static_cast<ULONG>(number), WideString(name).c_str()));
   if (category == nullptr) throw CAtlException(E_FAIL);
   const ZRefPtr<IZCategoryReltn> relation = category->CreateCategoryReltn();
   if (relation == nullptr) throw CAtlException(E_FAIL);

@@ -34,7 +34,7 @@ ULONG ByTable(std::span<const BYTE> bytes, ULONG crc) {
 
 constexpr std::size_t kStep = 8;
 
-const bool hasInstruction = __builtin_cpu_supports("sse4.2");
+const bool kHasInstruction = __builtin_cpu_supports("sse4.2");
 
 /// The processor's own instruction, for as many whole steps as there are; takes them off `bytes`.
 __attribute__((target("sse4.2"))) ULONG BySteps(std::span<const BYTE>& bytes, ULONG crc) {
@@ -54,7 +54,7 @@ __attribute__((target("sse4.2"))) ULONG BySteps(std::span<const BYTE>& bytes, UL
 ULONG Crc32c(std::span<const BYTE> bytes, ULONG before) {
   ULONG crc = ~before;
 #if defined(__x86_64__)
-  if (hasInstruction) crc = BySteps(bytes, crc);
+  if (kHasInstruction) crc = BySteps(bytes, crc);
 #endif
   return ~ByTable(bytes, crc);
 }

@@ -30,10 +30,10 @@ struct DocumentInfo {
   LONG highestId = 0;
 };
 
-/// Of every function what fails throws DocumentError.
+/// Of every function what fails throws DocumentError, or std::bad_alloc.
 class DocumentReader {
  public:
-  /// Opens the file and reads its version, index and tables.
+  /// Opens the file and reads its version and index.
   explicit DocumentReader(const std::filesystem::path& path);
 
   DocumentInfo GetInfo() const;

@@ -30,13 +30,6 @@ WideString NameOfCategory(IZCategory& category) {
   return WideString(name.View());
 }
 
-IZCategoryMgr* FindManager(CZDocument& document) {
-  for (LONGLONG pos = document.GetValidHeadPosition(); pos != 0;) {
-    if (auto* manager = ViewAs<IZCategoryMgr>(document.GetValidNext(pos))) return manager;
-  }
-  return nullptr;
-}
-
 std::optional<LONG> IntegerAt(const GroupList& groups, LONG code) {
   return ParseLong(groups.Find(code));
 }
@@ -92,10 +85,10 @@ void Edit(const GroupList& groups, LONG code, std::string text, GroupEdits* edit
 
 }  // namespace
 
-Layers::Layers(CZDocument& document) : document_(document), manager_(FindManager(document)) {
+Layers::Layers(CZDocument& document) : document_(document), manager_(document.GetCategoryMgr()) {
   if (manager_ == nullptr) {
     document_.MakeDefaults();
-    manager_ = FindManager(document_);
+    manager_ = document_.GetCategoryMgr();
   }
   for (LONGLONG pos = manager_->GetValidHeadPosition(); pos != 0;) {
     auto* category = ViewAs<IZCategory>(manager_->GetValidNext(pos));

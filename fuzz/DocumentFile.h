@@ -2,11 +2,10 @@
 #pragma once
 
 #include "document/CZDocument.h"
+#include "fuzz/Fuzz.h"
 #include "tests/support/TempFile.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -15,12 +14,7 @@
 
 namespace zdm::fuzz {
 
-/// Stops the run where a promise is broken.
-inline void Require(bool kept, const char* promise) {
-  if (kept) return;
-  std::fprintf(stderr, "broken: %s\n", promise);
-  std::abort();
-}
+using test::Require;
 
 class DocumentFile {
  public:

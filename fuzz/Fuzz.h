@@ -12,7 +12,7 @@
 namespace zdm::test {
 
 /// Stops the run where a promise is broken.
-inline void Require(bool kept, const char* promise = "what was read is kept") {
+inline void Require(bool kept, const char* promise = "a promise") {
   if (kept) return;
   std::fprintf(stderr, "broken: %s\n", promise);
   std::abort();

@@ -9,21 +9,34 @@
 #include "zdm/categories/CZDMCategoryMgr.h"
 #include "zdm/identity/OID.h"
 
+#include <algorithm>
+#include <iterator>
 #include <set>
+#include <utility>
 
 using zdm::fuzz::Require;
 
 namespace {
 
-/// The manager of what has no owner, and what a document without its root is given.
-bool IsMadeBySalvage(IZDMObject* object) {
-  zdm::Bstr name;
-  object->GetName(name.Out());
-  if (name.View() == OLESTR("Recovered")) return true;
-  const GUID classId = object->GetZRID();
-  return classId == CZDMMaterialMgr::kClassID || classId == CZDMMaterial::kClassID ||
-         classId == CZDMCategoryMgr::kClassID;
-}
+/// Objects that the ledger does not name: the manager of what has no owner, and what a document
+/// without its root is given. There is at most one of each.
+class MadeBySalvage {
+ public:
+  bool Take(IZDMObject* object) {
+    zdm::Bstr name;
+    object->GetName(name.Out());
+    if (name.View() == OLESTR("Recovered")) return true;
+    const GUID classId = object->GetZRID();
+    if (classId == CZDMMaterial::kClassID && name.View() != zdm::kDefaultMaterialName) return false;
+    const auto* const known = std::ranges::find(kClasses, classId);
+    return known != std::end(kClasses) && std::exchange(isLeft_[known - kClasses], false);
+  }
+
+ private:
+  static constexpr GUID kClasses[] = {CZDMMaterialMgr::kClassID, CZDMMaterial::kClassID,
+                                      CZDMCategoryMgr::kClassID};
+  bool isLeft_[std::size(kClasses)] = {true, true, true};
+};
 
 }  // namespace
 
@@ -45,11 +58,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Require(end == size, "ranges cover the file");
   std::set<LONG> accounted;
   for (const auto& object : salvaged.ledger.objects) accounted.insert(object.id);
+  MadeBySalvage made;
   for (const OID* oid : salvaged.document->GetOIDManager()->GetOIDs()) {
     if (oid->Object == nullptr) continue;
     Require(oid->JudgeStatus(ZOS_VALID), "what is there is valid");
-    Require(accounted.contains(oid->ID) || IsMadeBySalvage(oid->Object),
-            "every object is accounted for");
+    Require(accounted.contains(oid->ID) || made.Take(oid->Object), "every object is accounted for");
   }
   salvaged.ledger.ToJson();
   zdm::fuzz::RequireRoundTrip(*salvaged.document);

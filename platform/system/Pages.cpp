@@ -24,28 +24,34 @@ void GiveBackPage(void* page) noexcept { VirtualFree(page, 0, MEM_RELEASE); }
 namespace {
 
 /// Pages side by side that nobody has taken yet. One call to the system maps many of them; each
-/// goes back by itself.
+/// goes back by itself. Never destroyed: pages may be taken and come back late.
 class Region {
  public:
-  Region() = default;
-  ~Region() {
-    if (begin_ != end_) munmap(begin_, static_cast<std::size_t>(end_ - begin_));
-    begin_ = end_;
-  }
-  Region(const Region&) = delete;
-  Region& operator=(const Region&) = delete;
-
   void* Take() noexcept {
     if (begin_ == end_ && !Map()) return nullptr;
     void* const page = begin_;
     begin_ += kPageSize;
-    // Who needs as many as this will fill them: sooner made at once than fault by fault.
-    if (isLarge_) madvise(page, kPageSize, MADV_POPULATE_WRITE);
+    // Who holds as many as this fills them: sooner made at once than fault by fault.
+#ifdef MADV_POPULATE_WRITE
+    if (taken_ > kMany) madvise(page, kPageSize, MADV_POPULATE_WRITE);
+#endif
+    ++taken_;
     return page;
   }
 
+  void GiveBack(void* page) noexcept {
+    munmap(page, kPageSize);
+    --taken_;
+  }
+
+  void GiveBackRest() noexcept {
+    if (begin_ != end_) munmap(begin_, static_cast<std::size_t>(end_ - begin_));
+    begin_ = end_ = nullptr;
+  }
+
  private:
-  static constexpr std::size_t kSize = 64 * kPageSize;
+  static constexpr std::size_t kMany = 64;
+  static constexpr std::size_t kSize = kMany * kPageSize;
 
   // What is mapped has one page more, so that such a region is in it; the rest goes back.
   bool Map() noexcept {
@@ -56,7 +62,6 @@ class Region {
     const std::size_t before = -reinterpret_cast<std::uintptr_t>(first) % kPageSize;
     if (before != 0) munmap(first, before);
     munmap(first + before + kSize, kPageSize - before);
-    isLarge_ = end_ != nullptr;
     begin_ = first + before;
     end_ = begin_ + kSize;
     return true;
@@ -64,16 +69,21 @@ class Region {
 
   std::byte* begin_ = nullptr;
   std::byte* end_ = nullptr;
-  bool isLarge_ = false;  // it is not the first one
+  std::size_t taken_ = 0;
 };
 
 constinit Region region;
+
+/// When the library goes, so does what nobody took.
+const struct LastRegion {
+  ~LastRegion() { region.GiveBackRest(); }
+} lastRegion;
 
 }  // namespace
 
 void* TakePage() noexcept { return region.Take(); }
 
-void GiveBackPage(void* page) noexcept { munmap(page, kPageSize); }
+void GiveBackPage(void* page) noexcept { region.GiveBack(page); }
 
 #endif
 

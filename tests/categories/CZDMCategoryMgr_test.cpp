@@ -4,6 +4,7 @@
 #include "document/CZCategoryDispAttrib.h"
 #include "document/Document.h"
 #include "tests/categories/CategorySupport.h"
+#include "tests/support/TempFile.h"
 
 #include <gtest/gtest.h>
 
@@ -112,8 +113,7 @@ TEST(CategoryMgr, AllTreesTogetherAreBounded) {
 /// A new document and the manager of categories that it comes with.
 struct House {
   House() : document(Document::Create(OLESTR("House"))) {
-    manager =
-        dynamic_cast<CZDMCategoryMgr*>(document->FindByInterface(ZInterface<IZCategoryMgr>::ID()));
+    manager = dynamic_cast<CZDMCategoryMgr*>(document->GetCategoryMgr());
   }
 
   Document document;
@@ -139,6 +139,9 @@ TEST(CategoryMgr, MakesCategoriesWithTheDocumentsDefaultsOnce) {
   zdm::Bstr name;
   house.manager->GetName(name.Out());
   EXPECT_EQ(name, zdm::Bstr(OLESTR("*ZCategoryMgr")));
+  house.document.Save(TempFile("categories.zdm"));
+  const auto opened = Document::Open(house.document->GetPath());
+  EXPECT_NE(opened->GetCategoryMgr()->GetCategoryByNumber(5), nullptr);
 }
 
 TEST(CategoryMgr, MakesNothingWithoutTheDocumentsDefaults) {

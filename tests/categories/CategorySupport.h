@@ -2,8 +2,8 @@
 #pragma once
 
 #include "document/CZDispAttrib.h"
+#include "tests/support/Bytes.h"
 #include "tests/support/IDNotes.h"
-#include "tests/support/TestBytes.h"
 #include "tests/support/TestDatabase.h"
 #include "tests/support/Thrown.h"
 #include "zdm/categories/CZCategoryReltn.h"

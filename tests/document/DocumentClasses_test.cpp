@@ -137,19 +137,19 @@ TEST(OptPath, GoesFromTheOutermostObjectToTheBottom) {
   EXPECT_EQ(path->GetBottomObject(), nullptr);
   path->Append(nullptr);
   path->Append(a);
-  path->Append(b);
   path->Append(a);
+  path->Append(b);
   EXPECT_EQ(path->GetCount(), 3);
-  EXPECT_EQ(path->GetBottomObject(), a.Get());
+  EXPECT_EQ(path->GetBottomObject(), b.Get());
   PID* pooled = db.pids.QueryPID(path);
-  EXPECT_EQ(db.pids.FindPID(std::vector<OID*>{a->GetOID(), b->GetOID(), a->GetOID()}), pooled);
+  EXPECT_EQ(db.pids.FindPID(std::vector<OID*>{a->GetOID(), a->GetOID(), b->GetOID()}), pooled);
 
   const auto copy = zdm::CloneAs<IZOptPath>(path);
   path = nullptr;
   LONGLONG pos = copy->GetHeadPosition();
   EXPECT_EQ(copy->GetNext(pos), a.Get());
-  EXPECT_EQ(copy->GetNext(pos), b.Get());
   EXPECT_EQ(copy->GetNext(pos), a.Get());
+  EXPECT_EQ(copy->GetNext(pos), b.Get());
   EXPECT_EQ(pos, 0);
   for (const LONGLONG bad : {0, -1, 4}) {
     pos = bad;

@@ -4,7 +4,7 @@
 #include "document/DocumentReader.h"
 #include "tests/document/DocumentSupport.h"
 #include "tests/document/RandomDocument.h"
-#include "tests/support/TestBytes.h"
+#include "tests/support/Bytes.h"
 #include "zdm/identity/PID.h"
 
 #include <algorithm>
@@ -59,6 +59,7 @@ std::string LinksIn(CZDocument& document) {
 
 TEST(DocumentFile, AnyDocumentComesBackAsItWas) {
   for (unsigned seed = 0; seed < 100; ++seed) {
+    SCOPED_TRACE(seed);
     RandomDocument made(seed);
     auto& document = made.document;
     EXPECT_TRUE(document->IsModified());
@@ -68,7 +69,7 @@ TEST(DocumentFile, AnyDocumentComesBackAsItWas) {
     }
     const auto opened = Reopened(*document.Get());
     EXPECT_FALSE(document->IsModified() || opened->IsModified());
-    ASSERT_EQ(LinksIn(*opened), LinksIn(*document.Get())) << seed;
+    ASSERT_EQ(LinksIn(*opened), LinksIn(*document.Get()));
   }
 }
 
@@ -83,9 +84,12 @@ TEST(DocumentFile, IsSavedUnderItsNameAgainWhenItWasChanged) {
   EXPECT_EQ(walls->GetDatabase(), static_cast<IZDatabase*>(opened));
   walls->MoveToTail(walls->GetHeadPosition());
   walls->AddTail(zdm::MakeObject<IZDMObject, CZDMPlainObject>());
+  opened->MoveToHead(opened->GetTailPosition());
   EXPECT_TRUE(opened->IsModified());
   opened->Save();
-  EXPECT_EQ(NamesIn(*CZDocument::Open(document->GetPath()), 1), "b c a  ");
+  const auto reopened = CZDocument::Open(document->GetPath());
+  EXPECT_EQ(NamesIn(*reopened, 1), "b c a  ");
+  EXPECT_EQ(NameOf(reopened->GetHead()), "Walls");
 }
 
 TEST(DocumentFile, TellsHowFarOpeningAndSavingAre) {
@@ -166,7 +170,7 @@ TEST(DocumentFile, WhatIsNoSoundDocumentIsRefused) {
     ASSERT_NE(found, damaged.end());
     *found ^= 1;
     WriteFileBytes(other, damaged);
-    EXPECT_EQ(FaultOf(other), DocumentFault::kDamaged);
+    EXPECT_EQ(FaultOf(other), DocumentFault::kDamaged) << found - damaged.begin();
   }
 }
 

@@ -5,6 +5,7 @@
 #include "tests/document/DocumentSupport.h"
 #include "tests/document/RandomDocument.h"
 #include "tests/support/TestDatabase.h"
+#include "zdm/categories/IZCategoryMgr.h"
 #include "zdm/identity/OID.h"
 #include "zdm/identity/ObjectOptions.h"
 
@@ -60,6 +61,11 @@ TEST(DocumentCategory, IsOneAtATimeAndMadeOnce) {
   EXPECT_EQ(TextOf(document.ReferencesTo(doors)), "2>4r ");
   EXPECT_THROW(document.SetCategory(door, 0), CAtlException);
   EXPECT_EQ(document.CategoryOf(door), doors);
+  IZCategoryMgr* deleted = document->GetCategoryMgr();
+  deleted->SetObjectValid(false);
+  document.SetCategory(door, 7, OLESTR("Doors"));
+  EXPECT_NE(document->GetCategoryMgr(), deleted);
+  EXPECT_NE(document.CategoryOf(door), walls);
 }
 
 TEST(DocumentDelete, NamesWhatIsInTheWayAndWhatWillReferToNothing) {

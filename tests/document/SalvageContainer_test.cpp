@@ -4,7 +4,7 @@
 #include "document/DocumentFormat.h"
 #include "platform/ole/CompoundFile.h"
 #include "tests/document/SalvageSupport.h"
-#include "tests/support/TestBytes.h"
+#include "tests/support/Bytes.h"
 #include "zdm/categories/IZCategoryMgr.h"
 
 #include <cstring>
@@ -56,7 +56,7 @@ TEST_F(SalvageTest, OfACutFileHasWhatStandsBeforeTheCut) {
   }
 }
 
-/// The compound file's own tables, one after the other and all together.
+/// All of the compound file's own tables are gone.
 TEST_F(SalvageTest, NeedsNoTableOfTheContainer) {
   EXPECT_GE(Try(WithoutKinds({RangeKind::kContainer})) + 2, contents.size())
       << "embedded object and proxy have no index of their own";
@@ -136,9 +136,9 @@ TEST_F(SalvageTest, RefusesWhatIsNoDocumentOrALaterOne) {
   for (const auto& [bytes, fault] : rows) {
     try {
       zdm::Salvage(std::span<const BYTE>(bytes));
-      ADD_FAILURE() << "salvaged";
+      ADD_FAILURE() << "salvaged from " << bytes.size();
     } catch (const DocumentError& error) {
-      EXPECT_EQ(error.Fault(), fault);
+      EXPECT_EQ(error.Fault(), fault) << bytes.size();
     }
   }
   EXPECT_THROW(zdm::Salvage(TempFile("absent.zdm")), DocumentError);

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <map>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -81,10 +82,13 @@ class SalvageTest : public testing::Test {
     return path;
   }
 
-  /// The sound file's account of an object, with the place of its record.
-  static const SalvagedObject& RecordOf(LONG id) {
-    return *std::ranges::find(ledger.objects, id, &SalvagedObject::id);
+  /// Throws when there is none.
+  static const SalvagedObject& In(const SalvageLedger& account, LONG id) {
+    const auto found = std::ranges::find(account.objects, id, &SalvagedObject::id);
+    return found != account.objects.end() ? *found : throw std::out_of_range(std::to_string(id));
   }
+  /// The sound file's account of an object, with the place of its record.
+  static const SalvagedObject& RecordOf(LONG id) { return In(ledger, id); }
 
   /// The sound file with zeros over a piece of it, over a record, over all that is of some kinds.
   static Bytes Without(std::size_t begin, std::size_t length) {
@@ -129,9 +133,7 @@ class SalvageTest : public testing::Test {
     return right;
   }
 
-  const SalvagedObject& Account(LONG id) const {
-    return *std::ranges::find(salvaged.ledger.objects, id, &SalvagedObject::id);
-  }
+  const SalvagedObject& Account(LONG id) const { return In(salvaged.ledger, id); }
 
   static inline Bytes sound;
   static inline std::map<LONG, Kept> contents;

@@ -71,10 +71,11 @@ TEST_F(SalvageTest, GathersTheObjectsOfALostManager) {
   EXPECT_EQ(salvaged.ledger.CountOwnerless(), 32u) << "30 walls, the foreign object, the proxy";
   const auto range =
       std::ranges::find(salvaged.ledger.ranges, RangeKind::kDamaged, &zdm::FileRange::kind);
+  ASSERT_NE(range, salvaged.ledger.ranges.end());
   EXPECT_EQ(range->begin, RecordOf(1).place);
 }
 
-TEST_F(SalvageTest, KeepsTheIDsOfLostTargets) {
+TEST_F(SalvageTest, KeepsTheIDsOfLostTargetsAndAccountsForThemInJson) {
   Try(WithoutRecord(4));
   EXPECT_EQ(Account(4).fate, ObjectFate::kLost);
   ASSERT_EQ(Account(4).ownerId, 0);

@@ -76,7 +76,8 @@ TEST(ExtDataCollection, DoesNotBelieveItsCount) {
               {"FFFFFF7F", E_FAIL, "- "}};
   for (const auto& row : rows) {
     const auto items = MakeItems({});
-    EXPECT_EQ(Load(*items, Join({Hex(row.count), {4, 0, 0, 0, 0, 7, 0, 0, 0}})), row.result);
+    EXPECT_EQ(Load(*items, Join({Hex(row.count), {4, 0, 0, 0, 0, 7, 0, 0, 0}})), row.result)
+        << row.count;
     EXPECT_EQ(NamesIn(*items), row.names) << row.count;
   }
 }

@@ -190,6 +190,7 @@ TEST(ExtDataObj, ExchangesVariantsOfFourTypes) {
   auto item = MakeItem(nullptr);
   tagZVARIANT variant;
   for (const auto& row : rows) {
+    SCOPED_TRACE(row.vt);
     variant = {row.vt, {row.bits}};
     EXPECT_EQ(item->SetVariant(&variant), S_OK);
     EXPECT_EQ(TypeOf(*item), row.type);
@@ -231,11 +232,21 @@ TEST(ExtDataObj, DamageLeavesTheItemAsItWas) {
     }
   }
   for (const Bytes& bytes : damaged) {
+    SCOPED_TRACE(&bytes - damaged.data());
     auto item = MakeItem(OLESTR("old"));
     item->SetString(OLESTR("kept"));
     EXPECT_EQ(Load(*item, bytes), E_FAIL);
     EXPECT_EQ(NameOf(*item) + TextOf(*item), "oldkept");
   }
+}
+
+TEST(ExtDataObj, RefusesNowhereToAnswerTo) {
+  auto item = MakeItem(nullptr, 5);
+  for (const LONG result : {item->GetLong(nullptr), item->GetType(nullptr),
+                            item->GetVariant(nullptr), item->SetVariant(nullptr)}) {
+    EXPECT_EQ(result, E_INVALIDARG);
+  }
+  EXPECT_EQ(TypeOf(*item), zdm::kExtLong);
 }
 
 TEST(ExtDataObj, AnyByteButZeroIsTrue) {

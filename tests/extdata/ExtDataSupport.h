@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tests/support/ByteStream.h"
-#include "tests/support/TestBytes.h"
+#include "tests/support/Bytes.h"
 #include "tests/support/TestClasses.h"
 #include "tests/support/Thrown.h"
 #include "zdm/extdata/CZExtDataCollection.h"

@@ -111,6 +111,8 @@ TEST_F(ExtDataWrapper, MarksObjects) {
     W::ClearMark(object, kKey, kName);
     EXPECT_EQ(W::GetMark(object, kKey, kName), isLeft);
   }
+  W::SetMark(nullptr, kKey, kName, true);
+  EXPECT_FALSE(W::GetMark(nullptr, kKey, kName));
 }
 
 TEST_F(ExtDataWrapper, RemovesFromTheApplicationsGroupOnly) {
@@ -118,9 +120,15 @@ TEST_F(ExtDataWrapper, RemovesFromTheApplicationsGroupOnly) {
   W::RemoveExtData(object, kKey, kName);
   EXPECT_TRUE(W::IsExistExtData(object, kKey, kName));
   const GUID& app = CZGlobalData::GetZAppID();
+  const GUID usual = app;
   W::AddExtData(object, app, kName, LONG{5}, false);
   W::RemoveExtData(object, app, kName);
   EXPECT_FALSE(W::IsExistExtData(object, app, kName));
+  CZGlobalData::SetZAppID(kKey);
+  W::RemoveExtData(object, kKey, kName);
+  EXPECT_FALSE(W::IsExistExtData(object, kKey, kName));
+  CZGlobalData::SetZAppID(GUID_NULL);  // the one there is without a host's own
+  EXPECT_EQ(CZGlobalData::GetZAppID(), usual);
 }
 
 TEST_F(ExtDataWrapper, SearchesManagersAndCollections) {

@@ -82,18 +82,21 @@ TEST(List, PositionZeroAndNullAreMisuse) {
   EXPECT_EQ(Thrown([&] { coll->SetAt(0, a); }), E_FAIL);
   EXPECT_EQ(Thrown([&] { coll->MoveToHead(0); }), E_FAIL);
   EXPECT_EQ(Thrown([&] { coll->MoveToTail(0); }), E_FAIL);
-  const HRESULT refused[] = {coll->RemoveAt(0),
-                             coll->SetAt(coll->GetHeadPosition(), nullptr),
-                             coll->InsertAfter(nullptr, &none),
-                             coll->InsertBefore(nullptr, &none),
-                             coll->InsertAfter(a, nullptr),
-                             coll->InsertBefore(a, nullptr),
-                             coll->RemoveHead(nullptr),
-                             coll->RemoveTail(nullptr),
-                             coll->RemoveItem(nullptr),
-                             coll->AddHeadColl(nullptr),
-                             coll->AddTailColl(nullptr)};
-  for (const HRESULT result : refused) EXPECT_EQ(result, E_INVALIDARG);
+  const struct {
+    const char* call;
+    HRESULT result;
+  } refused[] = {{"RemoveAt", coll->RemoveAt(0)},
+                 {"SetAt", coll->SetAt(coll->GetHeadPosition(), nullptr)},
+                 {"InsertAfter null", coll->InsertAfter(nullptr, &none)},
+                 {"InsertBefore null", coll->InsertBefore(nullptr, &none)},
+                 {"InsertAfter", coll->InsertAfter(a, nullptr)},
+                 {"InsertBefore", coll->InsertBefore(a, nullptr)},
+                 {"RemoveHead", coll->RemoveHead(nullptr)},
+                 {"RemoveTail", coll->RemoveTail(nullptr)},
+                 {"RemoveItem", coll->RemoveItem(nullptr)},
+                 {"AddHeadColl", coll->AddHeadColl(nullptr)},
+                 {"AddTailColl", coll->AddTailColl(nullptr)}};
+  for (const auto& [call, result] : refused) EXPECT_EQ(result, E_INVALIDARG) << call;
   EXPECT_EQ(coll->MovePrev(nullptr), E_FAIL);
   EXPECT_EQ(coll->FindIndex(1), 0);
   coll->AddTail(nullptr);

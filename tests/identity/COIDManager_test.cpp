@@ -179,6 +179,7 @@ TEST(Table, BindsAnObjectToItsRecord) {
   EXPECT_EQ(db->oids.RegisterOwner(-1, object), 1);
   EXPECT_EQ(object->GetOwnerOID(), db->GetOID());
   EXPECT_EQ(COIDManager::GetObjOwnerID(object), -1);
+  EXPECT_TRUE(COIDManager::GetObjType(object).IsEmpty()) << "no name is registered";
   COIDManager::SetOwnerOID({object}, nullptr);
   EXPECT_EQ(COIDManager::GetObjOwnerID(object), 0);
 }
@@ -257,7 +258,7 @@ TEST(OIDTableStream, KeepsTheCompleteRecordsOfAStreamThatEndsEarly) {
   for (std::size_t size = 0; size < bytes.size(); ++size) {
     COIDManager table;
     table.Init();
-    ByteStream stream(First(bytes, size));
+    ByteStream stream(Cut(bytes, size));
     EXPECT_FALSE(table.Load(&stream)) << size;
     const bool hasFirst = size >= 16;
     EXPECT_EQ(table.GetOIDs().size(), hasFirst ? 1U : 0U) << size;

@@ -126,7 +126,7 @@ TEST_F(Pool, KeepsTheCompletePathsOfAStreamThatEndsEarly) {
   const auto bytes = Words({2, 4, 1, 1, 9, 2, 1, 2});
   for (std::size_t size = 0; size < bytes.size(); ++size) {
     CPIDManager loaded;
-    ByteStream stream(First(bytes, size));
+    ByteStream stream(Cut(bytes, size));
     EXPECT_FALSE(loaded.Load(&stream, &db->oids)) << size;
     EXPECT_EQ(loaded.GetPIDs().size(), size >= 16 ? 1U : 0U) << size;
   }

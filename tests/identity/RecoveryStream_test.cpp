@@ -80,7 +80,7 @@ TEST(ReadStream, WhatBecomesOfEachRecord) {
       {"an unknown class", WithClass(Plain(10, kOwner), kUnknownClass), true},
       {"a class of relations", WithClass(Plain(10, kOwner), reltnClass), true},
       {"a class identifier cut off", Bytes(15, 1), true},
-      {"a header cut off", First(good, 40), true},
+      {"a header cut off", Cut(good, 40), true},
   };
   for (const auto& row : cases) {
     SCOPED_TRACE(row.name);
@@ -209,7 +209,7 @@ TEST_F(ReadErrors, CutsKeepWhatPrecedesThem) {
   const Bytes all = first + Plain(11, kOwner) + Bytes(20) + Plain(12, kOwner);
   for (std::size_t size = 0; size < all.size(); ++size) {
     Target fresh;
-    fresh.Read(First(all, size));
+    fresh.Read(Cut(all, size));
     IDs expected;
     if (size >= first.size()) expected.push_back(10);
     if (size >= 2 * first.size()) expected.push_back(11);

@@ -1,5 +1,6 @@
 // How a manager takes in the objects of one of another document.
 #include "document/Document.h"
+#include "tests/identity/Records.h"
 #include "tests/model/ManagerSupport.h"
 #include "zdm/host/IZMergeStrategy.h"
 #include "zdm/identity/OID.h"
@@ -34,12 +35,6 @@ struct House {
   IZDMObjMgr* inner = nullptr;                               // 4
   IZDMObject* c = nullptr;                                   // 5
   IZDMObjMgr* doors = nullptr;                               // 6
-};
-
-struct Meter : IZObjectImpl<IZProgressMeter> {
-  void SetRange(LONG) override {}
-  void Step(LONG taken) override { steps += taken; }
-  LONG steps = 0;
 };
 
 class MergeFromTest : public testing::Test {

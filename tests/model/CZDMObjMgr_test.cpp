@@ -139,6 +139,7 @@ TEST_F(ObjMgr, MovesAmongTheObjectsWithABit) {
               {&IZDMObjMgr::MoveNextStatus, OLESTR("E"), none},
               {&IZDMObjMgr::MoveNextStatus, OLESTR("a"), none}};
   for (const auto& row : rows) {
+    SCOPED_TRACE(&row - rows);
     auto manager =
         MakeFilled({OLESTR("a"), OLESTR("B"), OLESTR("c"), OLESTR("D"), OLESTR("E"), OLESTR("f")});
     const LONG expected = row.order == none ? E_FAIL : S_OK;
@@ -163,6 +164,7 @@ TEST_F(ObjMgr, UniqueNamesCountOnFromTheHighestNumber) {
       {{OLESTR("Wall Wall \u00A0 4")}, OLESTR("Wall"), "Wall 5"},
       {{OLESTR("Wall -9")}, OLESTR("Wall"), "Wall 2"},
       {{OLESTR("Wall +9")}, OLESTR("Wall"), "Wall 10"},
+      {{OLESTR("Wall 9223372036854775806")}, OLESTR("Wall"), "Wall 9223372036854775807"},
       {{OLESTR("Wall 9223372036854775807")}, OLESTR("Wall"), "Wall 2"},
       {{OLESTR("Wall 99999999999999999999")}, OLESTR("Wall"), "Wall 2"},
       {{OLESTR("5"), OLESTR("x")}, OLESTR(""), " 6"},

@@ -1,7 +1,7 @@
 // The stored form of managers, and what damage does to one.
 #include "platform/ole/CAtlException.h"
 #include "tests/model/ManagerSupport.h"
-#include "tests/support/TestBytes.h"
+#include "tests/support/Bytes.h"
 #include "zdm/identity/OID.h"
 
 #include <gtest/gtest.h>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/system/Text.h"
+#include "tests/support/Bytes.h"
 #include "tests/support/IDNotes.h"
-#include "tests/support/TestBytes.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/extdata/CZExtDataObj.h"
 #include "zdm/parameters/CZParameterArray.h"

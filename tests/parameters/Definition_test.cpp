@@ -47,7 +47,8 @@ TEST(Definition, CopiesNumbersPropertyAndExtraData) {
   Definitions db;
   const auto source = db.Make(1, 25, 7);
   source->SetKind(8);
-  source->SetFlags(5);
+  source->SetFlags(4);
+  source->SetFlag(true);
   source->SetExtra(&kExtra);
   const auto copy = zdm::CloneAs<IZDefinition>(source);
   EXPECT_EQ(OwnDataOf(dynamic_cast<CZDefinition&>(*copy)),

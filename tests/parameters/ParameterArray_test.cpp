@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
+
 using namespace zdm::test;
 
 namespace {
@@ -221,6 +223,28 @@ TEST_F(ParameterArray, ForgetsAnOwnerThatDoesNotHoldIt) {
   EXPECT_EQ(array->GetOwner(), nullptr);
 }
 
+// Two keys that a look-up takes for one until it asks the parameters.
+TEST_F(ParameterArray, TellsKeysOfOneMarkApart) {
+  const GUID one = {0xACC672E2, 0, 0, {0, 0, 0, 0, 0x36, 0x5A, 0x2C, 0x60}};
+  const GUID other = {0x3134189A, 0, 0, {0, 0, 0, 0, 0x97, 0x41, 0x07, 0x02}};
+  const auto add = [&](const GUID& key) {
+    const auto definition = db.Make(1);
+    definition->GetProperty()->SetGUID(key);
+    array->BeginAdd();
+    array->Add(MakeParameter(definition), 0);
+    array->EndAdd();
+  };
+  add(one);
+  EXPECT_EQ(array->GetParameter(other), nullptr);
+  EXPECT_FALSE(array->RemoveByGUID(other));
+  add(other);
+  EXPECT_EQ(array->GetParameter(other), array->GetAt(0));
+  EXPECT_EQ(array->GetParameter(one), array->GetAt(1));
+  EXPECT_TRUE(array->RemoveByGUID(one));
+  EXPECT_EQ(array->GetParameter(one), nullptr);
+  EXPECT_EQ(array->GetParameter(other), array->GetAt(0));
+}
+
 TEST_F(ParameterArray, CopiesOfTheStorageHoldReferencesOfTheirOwn) {
   Add({1, 2});
   ZParaArray copy = *array->GetParaArray();
@@ -237,6 +261,23 @@ TEST_F(ParameterArray, CopiesOfTheStorageHoldReferencesOfTheirOwn) {
     return MakeParameter();
   });
   EXPECT_EQ(copy.GetCount(), 2) << "what copying takes out of the source is not copied";
+  for (const LONG count : {100, 7, 12, 8, 65, 0}) {  // one size in place of another
+    std::vector<BYTE> keys(static_cast<std::size_t>(count));
+    std::iota(keys.begin(), keys.end(), BYTE{1});
+    const auto sized = MakeArray();
+    Add(keys, sized);
+    copy = *sized->GetParaArray();
+    ASSERT_EQ(copy.GetCount(), count);
+    for (const BYTE key : keys) EXPECT_EQ(copy.GetParameter(Key(key)), sized->GetAt(key - 1));
+    EXPECT_EQ(copy.GetParameter(Key(101)), nullptr);
+    copy.AssignCopies(*sized->GetParaArray(), [](IZParameter* parameter) {
+      ZRefPtr<IZParameter> copied;
+      parameter->CloneParameter(copied.Out());
+      return copied;
+    });
+    ASSERT_EQ(copy.GetCount(), count);
+    for (const BYTE key : keys) EXPECT_EQ(copy.GetParameter(Key(key)), copy.at(key - 1));
+  }
   EXPECT_EQ(SlotOf(&ZParaArray::Save), 0);
   EXPECT_EQ(SlotOf(&ZParaArray::Load), 1);
 }

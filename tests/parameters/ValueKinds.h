@@ -1,4 +1,4 @@
-// Values of each type, as parameters make, answer, store and copy them.
+// Values of each type, as parameters make, answer and store them.
 #pragma once
 
 #include "tests/parameters/ParameterSupport.h"

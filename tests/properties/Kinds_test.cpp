@@ -68,6 +68,7 @@ TEST(ScaleProperty, FindsLabelsAmongItsEntriesAndCountsEveryAdd) {
   scales->RemoveAllScales();
   EXPECT_EQ(textOf(0.5), "-");
   EXPECT_EQ(scales->GetScaleCount(), 2u);
+  EXPECT_EQ(zdm::CloneAs<IZPropertyScaleIndex>(scales)->GetScaleCount(), 0u);
 }
 
 TEST(ScaleProperty, CopyAppendsEntries) {
@@ -210,6 +211,7 @@ TEST(PointProperty, IsNoPointWithoutThreeDoubles) {
   } rows[] = {
       {VT_R8, 0, 2, false}, {VT_R8, 0, 4, false}, {VT_R4, 0, 3, false}, {VT_R8, -1, 3, true}};
   for (const auto& row : rows) {
+    SCOPED_TRACE(std::to_string(row.type) + " from " + std::to_string(row.first));
     VARIANT value;
     VariantInit(&value);
     value.vt = static_cast<VARTYPE>(VT_ARRAY | row.type);
@@ -245,6 +247,8 @@ TEST(PropertyArray, GivesItsPointsTheirCoordinates) {
   }
   array->AddHead(MakeProperty());
   EXPECT_EQ(array->SetPoints(blocks, 3), 4u);
+  array->SetPointCount(40000);
+  EXPECT_EQ(array->GetPointCount(), 40000u);
   EXPECT_FALSE(array->MergeWith(nullptr));
   EXPECT_TRUE(array->IsReadOnly());
 }

@@ -4,7 +4,7 @@
 #include "platform/ole/Bstr.h"
 #include "platform/system/Text.h"
 #include "tests/support/ByteStream.h"
-#include "tests/support/TestBytes.h"
+#include "tests/support/Bytes.h"
 #include "tests/support/Thrown.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/module/ClassTable.h"

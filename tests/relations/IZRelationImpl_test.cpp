@@ -224,7 +224,7 @@ TEST(SingleReltn, OffersItsTargetForReplacement) {
 const Bytes kRecord = Hex("01008040 FEFFFFFF DDCCBBAA 07000000");
 
 TEST(RelationStream, CarriesStatusTagAndSpareWord) {
-  const Bytes record = First(kRecord, 12);
+  const Bytes record = Cut(kRecord, 12);
   ByteStream stream(record);
   const auto shape = zdm::MakeObject<IZRelation, Shape>();
   EXPECT_EQ(Saved(*shape), Hex("00008000 FFFFFFFF 00000000"));

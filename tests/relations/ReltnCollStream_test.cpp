@@ -83,7 +83,7 @@ TEST(ReltnCollStream, KeepsWholeElementsOfAShortStream) {
   const Bytes whole = Words({2}) + Entry('a') + Entry('b');
   const int before = PlainReltn::alive;
   for (std::size_t length = 0; length < whole.size(); ++length) {
-    EXPECT_EQ(Loaded(First(whole, length), "x"), length < 36 ? "!x" : "!xa") << length;
+    EXPECT_EQ(Loaded(Cut(whole, length), "x"), length < 36 ? "!x" : "!xa") << length;
   }
   EXPECT_EQ(PlainReltn::alive, before);
 }

@@ -6,23 +6,35 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <initializer_list>
+#include <iterator>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace zdm::test {
 
 using Bytes = std::vector<BYTE>;
 
-/// Two hexadecimal digits a byte; blanks and colons between them are passed over.
-inline Bytes Hex(const char* digits) {
+/// Two hexadecimal digits a byte; blanks and colons are passed over.
+inline Bytes Hex(std::string_view text) {
+  std::string digits;
+  std::ranges::copy_if(text, std::back_inserter(digits),
+                       [](char c) { return c != ' ' && c != ':'; });
   Bytes bytes;
-  for (; *digits != 0; ++digits) {
-    if (*digits == ' ' || *digits == ':') continue;
-    bytes.push_back(static_cast<BYTE>(std::stoi(std::string(digits, 2), nullptr, 16)));
-    ++digits;
+  for (std::size_t at = 0; at < digits.size(); at += 2) {
+    bytes.push_back(static_cast<BYTE>(std::stoi(digits.substr(at, 2), nullptr, 16)));
   }
   return bytes;
+}
+
+/// The bytes that a number or an identifier has in memory.
+template <class T>
+Bytes Raw(const T& value) {
+  const auto* bytes = reinterpret_cast<const BYTE*>(&value);
+  return {bytes, bytes + sizeof(value)};
 }
 
 /// 32-bit numbers as they stand in a stream.
@@ -37,8 +49,14 @@ inline Bytes operator+(Bytes left, const Bytes& right) {
   return left;
 }
 
+inline Bytes Join(std::initializer_list<Bytes> parts) {
+  Bytes joined;
+  for (const Bytes& part : parts) joined = joined + part;
+  return joined;
+}
+
 /// The first `size` bytes.
-inline Bytes First(const Bytes& bytes, std::size_t size) {
+inline Bytes Cut(const Bytes& bytes, std::size_t size) {
   return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)};
 }
 
@@ -50,13 +68,21 @@ Bytes Written(Save save) {
   return stream.GetBytes();
 }
 
-/// Loads every part of `bytes` that ends early: `load` must throw E_FAIL.
+/// `load` throws E_FAIL for every piece of `bytes` that is shorter, from the length `from` on.
+template <class Load>
+void ExpectCutsFail(const Bytes& bytes, Load load, std::size_t from = 0) {
+  for (std::size_t size = from; size < bytes.size(); ++size) {
+    EXPECT_EQ(Thrown([&] { load(Cut(bytes, size)); }), E_FAIL) << "cut at " << size;
+  }
+}
+
+/// The same of what loads from a stream.
 template <class Load>
 void ExpectShortStreamsThrow(const Bytes& bytes, Load load) {
-  for (std::size_t size = 0; size < bytes.size(); ++size) {
-    ByteStream stream(First(bytes, size));
-    EXPECT_EQ(Thrown([&] { load(&stream); }), E_FAIL) << "from " << size << " bytes";
-  }
+  ExpectCutsFail(bytes, [&](const Bytes& cut) {
+    ByteStream stream(cut);
+    load(&stream);
+  });
 }
 
 }  // namespace zdm::test

@@ -9,7 +9,7 @@
 
 namespace zdm::test {
 
-/// Lives on the stack. Answers true once to the ID `stopAt`.
+/// Lives on the stack. Answers true to the ID `stopAt`.
 class IDNotes : public ZReltnVisitor<IZReltnVisitor> {
  public:
   using ZReltnVisitor::Visit;

@@ -47,7 +47,7 @@ LONG Scan(const ZParaArray& array, const zdm::GuidKey& wanted) {
 }
 
 ULONG MarkOf(const zdm::GuidKey& key) {
-  return static_cast<ULONG>(((key.high ^ key.low) * 0x9E3779B97F4A7C15) >> 32);
+  return static_cast<ULONG>((key.high * 0x9E3779B97F4A7C15 ^ key.low * 0xC2B2AE3D27D4EB4F) >> 32);
 }
 
 }  // namespace
@@ -100,7 +100,7 @@ void ZParaArray::Exchange(ZParaArray& other) {
 /// There is room for it.
 void ZParaArray::Append(ZRefPtr<IZParameter> parameter, ULONG mark) {
   Marks()[count_] = mark;
-  const_cast<IZParameter**>(Items())[count_++] = parameter.Detach();
+  Items()[count_++] = parameter.Detach();
 }
 
 // What goes may run any code as it does, so it goes when the array is whole again.
@@ -148,9 +148,17 @@ IZParameter* ZParaArray::GetParameter(const GUID& definitionGUID) const {
 LONG ZParaArray::IndexOf(const GUID& definitionGUID) const {
   if (definitionGUID == GUID_UNSET) return -1;
   const zdm::GuidKey wanted(definitionGUID);
-  const LONG guess = MarkedOnce(MarkOf(wanted));
-  if (guess >= 0 && KeyOf(at(guess)) == wanted) return guess;
-  LookAgain();
+  if (count_ <= kMostMarks) {
+    const ULONG mark = MarkOf(wanted);
+    LONG place = FindMark(mark);
+    if (place >= 0 && KeyOf(at(place)) == wanted) return place;
+    if (place != kSeveral) {
+      LookAgain();
+      place = FindMark(mark);
+    }
+    if (place == kNone) return -1;
+    if (place != kSeveral) return KeyOf(at(place)) == wanted ? place : -1;
+  }
   const LONG found = Search(*this, wanted);
   return found >= 0 ? found : Scan(*this, wanted);
 }
@@ -170,18 +178,18 @@ void ZParaArray::LookAgain() const {
   for (LONG i = 0; i < count_; ++i) Marks()[i] = MarkOf(KeyOf(at(i)));
 }
 
-/// The place of what alone has that mark, where any search would come to; -1 if there is none.
-/// Without branches: the marks are few, and which of them it is cannot be foretold.
-LONG ZParaArray::MarkedOnce(ULONG mark) const {
+/// The place of what alone has that mark: where a search comes to as well, as far as the marks
+/// know. Without branches: the marks are few, and which of them it is cannot be foretold.
+LONG ZParaArray::FindMark(ULONG mark) const {
   const ULONG* const marks = Marks();
-  LONG place = -1;
+  LONG place = kNone;
   LONG met = 0;
   for (LONG i = 0; i < count_; ++i) {
     const bool isIt = marks[i] == mark;
     place = isIt ? i : place;
     met += isIt ? 1 : 0;
   }
-  return met == 1 ? place : -1;
+  return met > 1 ? kSeveral : place;
 }
 
 LONG ZParaArray::IndexOf(const IZParameter* parameter) const {

@@ -2,8 +2,8 @@
 // given. A few stand in the array itself, so that a look-up has no other block to go through; more
 // have a block of their own, of exactly their number. Beside each stands a mark made of the
 // definition GUID that it had when it was last looked at; a look-up starts from the marks and
-// believes one only when the parameter confirms it, so that it need not ask all of them. Stream
-// form: above Save in ZParaArray.cpp.
+// believes one only when the parameter confirms it, so that it need not ask several. Stream form:
+// above Save in ZParaArray.cpp.
 #pragma once
 
 #include "platform/core/ChangeWatch.h"
@@ -70,6 +70,11 @@ class ZDM_API ZParaArray {
 
  private:
   static constexpr LONG kFew = 8;
+  static constexpr LONG kMostMarks = 64;  // more are not looked through one after the other
+  // What FindMark answers instead of a place.
+  static constexpr LONG kNone = -1;
+  static constexpr LONG kSeveral = -2;
+
   struct Few {
     IZParameter* items[kFew];
     ULONG marks[kFew];
@@ -83,8 +88,8 @@ class ZDM_API ZParaArray {
   void Exchange(ZParaArray& other);
   void Append(ZRefPtr<IZParameter> parameter, ULONG mark);
   void LookAgain() const;
-  LONG MarkedOnce(ULONG mark) const;
-  IZParameter* const* Items() const { return isMany_ ? held_.many.items : held_.few.items; }
+  LONG FindMark(ULONG mark) const;
+  IZParameter** Items() const { return isMany_ ? held_.many.items : held_.few.items; }
   ULONG* Marks() const { return isMany_ ? held_.many.marks : held_.few.marks; }
 
   union Held {

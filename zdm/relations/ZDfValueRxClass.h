@@ -14,8 +14,8 @@ struct ZDM_API ZDfValueRxClass {
   /// Chains `record`, which comes from new and from then on belongs to the chain. False, and it
   /// stays the caller's, when it is null or its code is taken; 0 always is.
   static bool AddRxClass(ZDfValueRxClass* record);
-  /// A new value (Release by the caller); null for 0, for a code that is not registered and without
-  /// memory.
+  /// A new value (Release by the caller); null for 0 and for a code that is not registered. Without
+  /// memory it throws.
   static ZDfValue* CreateZDfValue(unsigned char code);
   /// Frees every record; the chain and the records of the library's classes become null.
   static void ReleaseRxClassChain();

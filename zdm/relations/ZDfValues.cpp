@@ -12,21 +12,20 @@
 
 #include <cmath>
 #include <memory>
-#include <new>
 
 ZDfValue::~ZDfValue() = default;
 bool ZDfValue::Accept(IZDMObject*, IZDMObject*, IZReltnVisitor*) { return false; }
 
 // NOLINTBEGIN(bugprone-macro-parentheses): Class names a type.
 // What is alike in all values: life, registration, type.
-#define ZDM_FIELD_VALUE_BODY(Class)                         \
-  ZDfValueRxClass* Class::gpDesc = nullptr;                 \
-  ZDfValue* Class::Creator() { return NewOrNull<Class>(); } \
-  void Class::rxInit() { Register<Class>(); }               \
-  Class::Class(const Class& other) = default;               \
-  Class& Class::operator=(const Class& other) = default;    \
-  Class::~Class() = default;                                \
-  unsigned char Class::GetType() { return kType; }          \
+#define ZDM_FIELD_VALUE_BODY(Class)                      \
+  ZDfValueRxClass* Class::gpDesc = nullptr;              \
+  ZDfValue* Class::Creator() { return new Class; }       \
+  void Class::rxInit() { Register<Class>(); }            \
+  Class::Class(const Class& other) = default;            \
+  Class& Class::operator=(const Class& other) = default; \
+  Class::~Class() = default;                             \
+  unsigned char Class::GetType() { return kType; }       \
   void Class::Release() { delete this; }
 
 // Values whose payload is copied as it is.
@@ -41,13 +40,6 @@ bool ZDfValue::Accept(IZDMObject*, IZDMObject*, IZReltnVisitor*) { return false;
 // NOLINTEND(bugprone-macro-parentheses)
 
 namespace {
-
-template <class V>
-ZDfValue* NewOrNull() try {
-  return new V;
-} catch (const std::bad_alloc&) {
-  return nullptr;
-}
 
 template <class V>
 void Register() {

@@ -1,3 +1,4 @@
+// Small blocks: what they hold stays apart and goes back; the pages they come from.
 #include "platform/core/SmallBlocks.h"
 
 #include "platform/system/Pages.h"
@@ -80,7 +81,7 @@ TEST(SmallBlocks, KeepObjectsApart) {
 
 TEST(SmallBlocks, PagesBeginAtMultiplesOfTheirSizeAndAreZero) {
   std::vector<void*> pages;
-  for (int i = 0; i < 40; ++i) {
+  for (int i = 0; i < 200; ++i) {
     auto* page = static_cast<unsigned char*>(zdm::TakePage());
     ASSERT_NE(page, nullptr);
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(page) % zdm::kPageSize, 0u);

@@ -139,6 +139,8 @@ TEST(GeArc, MovesPointByPoint) {
   }
   GeArc arc;
   EXPECT_FALSE(arc.TransformBy(GeMatrix::MakeScale({}, {1, 2, 1})));
+  const GeMatrix sheared = GeMatrix::MakeFrame({}, {1, 0, 0}, {0.6, 0.8, 0}, {0, 0, 1});
+  EXPECT_FALSE(arc.TransformBy(sheared));
   EXPECT_EQ(arc.GetRadius(), 1.0);
 }
 

@@ -61,6 +61,11 @@ TEST(GeMatrix, TakesAPointWhereItShould) {
   }
 }
 
+TEST(GeMatrix, TheDeterminantIsTheRatioOfVolumes) {
+  EXPECT_DOUBLE_EQ(GeMatrix(kThreeColumns).GetDeterminant(), 6);
+  EXPECT_DOUBLE_EQ(GeMatrix::MakeMirror({5, 0, 0}, {-2, 0, 0}).GetDeterminant(), -1);
+}
+
 TEST(GeMatrix, VectorsAreNotTranslated) {
   EXPECT_EQ(GeMatrix(kThreeColumns).TransformVector({1, 2, 3}), (XYZ{-4, 1, 9}));
 }

@@ -57,7 +57,7 @@ TEST(SubIDStream, ShortStreamsAndTooManyIndicesAreDamage) {
   Bytes whole = Save(&deepest);
   ULONGLONG used = 0;
   for (std::size_t length = 0; length < whole.size(); ++length) {
-    EXPECT_FALSE(SavedAgain(First(whole, length), &used)) << length;
+    EXPECT_FALSE(SavedAgain(Cut(whole, length), &used)) << length;
     EXPECT_LE(used, 4u) << length;  // the depth is checked before a path is read
   }
   whole[1] = SubID::kMaxDepth + 1;

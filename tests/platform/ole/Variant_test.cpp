@@ -70,7 +70,8 @@ TEST(VariantCopy, DuplicatesTextAndArrays) {
       ASSERT_EQ(SysStringByteLen(copy.bstrVal), 5U);
       EXPECT_EQ(std::memcmp(copy.bstrVal, "a\0\0\0b", 5), 0);
     }
-    EXPECT_EQ(VariantCopy(&copy, &copy), S_OK);  // nothing happens
+    EXPECT_EQ(VariantCopy(&copy, &copy), S_OK);
+    EXPECT_EQ(copy.vt, source->vt);
     EXPECT_EQ(VariantClear(&copy), S_OK);
     EXPECT_EQ(VariantClear(source), S_OK);
   }
@@ -105,7 +106,14 @@ TEST(VariantCopyInd, CopiesWhatAReferencePointsAt) {
     ASSERT_EQ(VariantCopyInd(copy.Out(), reference), S_OK);
     EXPECT_EQ(Describe(copy.Get()), "\"text\"");
     EXPECT_NE(copy.Get().bstrVal, string);
+    Variant converted;
+    ASSERT_EQ(VariantChangeTypeEx(converted.Out(), reference, 0x0409, 0, VT_BSTR), S_OK);
+    EXPECT_EQ(Describe(converted.Get()), "\"text\"");
   }
+  EXPECT_EQ(VariantClear(&inner), S_OK);
+  EXPECT_EQ(Describe(text.Get()), "\"text\"");  // stays with its owner
+  inner = Raw(VT_BYREF | VT_BSTR);
+  inner.pbstrVal = &string;
   inner = Raw(VT_BYREF | VT_VARIANT);
   inner.pvarVal = &outer;
   Variant copy;
@@ -198,9 +206,9 @@ TEST(VarCmp, OrdersByTheTypesOfBothSides) {
   };
   for (const auto& row : rows) {
     if (row.wineDiffers && UnderWine()) continue;
-    EXPECT_EQ(static_cast<int>(Compare(row.left, row.right)), row.expected)
-        << row.left.type() << " " << Describe(row.left.Get()) << " with " << row.right.type() << " "
-        << Describe(row.right.Get());
+    SCOPED_TRACE(std::to_string(row.left.type()) + " " + Describe(row.left.Get()) + " with " +
+                 std::to_string(row.right.type()) + " " + Describe(row.right.Get()));
+    EXPECT_EQ(static_cast<int>(Compare(row.left, row.right)), row.expected);
     EXPECT_EQ(static_cast<int>(Compare(row.right, row.left)), 2 - row.expected);
   }
 }

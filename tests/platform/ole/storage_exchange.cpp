@@ -47,8 +47,8 @@ void WriteTree(IStorage* root) {
 
 void Change(IStorage* root) {
   EXPECT_EQ(root->DestroyElement(OLESTR("s300000")), S_OK);
-  EXPECT_EQ(root->DestroyElement(OLESTR("s64")), S_OK);
-  AddStream(root, OLESTR("s64"), Pattern(20000));
+  EXPECT_EQ(MakesStream(root, OLESTR("s64"), kReadWrite | STGM_CREATE), S_OK);
+  Write(OpenStream(root, OLESTR("s64")).Get(), Pattern(20000));
   AddStream(OpenFolder(root, OLESTR("Objects")).Get(), OLESTR("added"), Pattern(4096));
 }
 
