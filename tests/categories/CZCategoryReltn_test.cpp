@@ -1,6 +1,6 @@
 // Category relations: what they take over, copy and compare, their trees, and the stored form.
 #include "tests/categories/CategorySupport.h"
-#include "tests/support/Bytes.h"
+#include "tests/support/Cuts.h"
 
 #include <gtest/gtest.h>
 

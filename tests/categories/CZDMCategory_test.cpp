@@ -1,7 +1,7 @@
 // Categories: flags, members, relation trees and their bounds, copies, and the stored form.
 #include "document/CZDMMaterial.h"
 #include "tests/categories/CategorySupport.h"
-#include "tests/support/Bytes.h"
+#include "tests/support/Cuts.h"
 #include "tests/support/Flags.h"
 #include "zdm/identity/ObjectOptions.h"
 #include "zdm/model/IZDMObjColl.h"

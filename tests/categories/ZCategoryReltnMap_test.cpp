@@ -2,7 +2,7 @@
 #include "zdm/categories/ZCategoryReltnMap.h"
 
 #include "tests/categories/CategorySupport.h"
-#include "tests/support/Bytes.h"
+#include "tests/support/Cuts.h"
 
 #include <gtest/gtest.h>
 

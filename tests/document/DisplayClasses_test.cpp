@@ -5,7 +5,7 @@
 #include "document/CZDispAttrib.h"
 #include "document/Document.h"
 #include "tests/document/DocumentSupport.h"
-#include "tests/support/Bytes.h"
+#include "tests/support/Cuts.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/framework/CreateAs.h"
 

@@ -1,7 +1,7 @@
 // Which hatchings count as the same, and what one writes.
 #include "zdm/host/ZGiHatchData.h"
 
-#include "tests/support/Bytes.h"
+#include "tests/support/Cuts.h"
 
 #include <limits>
 

@@ -2,6 +2,7 @@
 #include "zdm/identity/CID.h"
 
 #include "tests/identity/Records.h"
+#include "tests/support/Cuts.h"
 #include "zdm/identity/CPIDManager.h"
 #include "zdm/identity/PID.h"
 

@@ -4,6 +4,7 @@
 
 #include "document/CZOptPath.h"
 #include "tests/identity/Records.h"
+#include "tests/support/Cuts.h"
 #include "zdm/identity/PID.h"
 
 #include <algorithm>

@@ -2,6 +2,7 @@
 #include "zdm/identity/OID.h"
 
 #include "tests/identity/Records.h"
+#include "tests/support/Cuts.h"
 
 #include <stdexcept>
 

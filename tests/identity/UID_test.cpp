@@ -3,6 +3,7 @@
 
 #include "platform/geometry/SubID.h"
 #include "tests/identity/Records.h"
+#include "tests/support/Cuts.h"
 #include "zdm/identity/PID.h"
 
 #include <memory>

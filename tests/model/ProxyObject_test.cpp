@@ -1,6 +1,6 @@
 // Proxies: the bytes they keep of objects whose class is not there.
 #include "tests/model/ModelSupport.h"
-#include "tests/support/Bytes.h"
+#include "tests/support/Cuts.h"
 #include "tests/support/SlotOf.h"
 #include "zdm/model/CZDMProxyObject.h"
 

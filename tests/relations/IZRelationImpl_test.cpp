@@ -2,7 +2,7 @@
 #include "platform/geometry/GeBox.h"
 #include "platform/geometry/SubID.h"
 #include "tests/relations/ReltnSupport.h"
-#include "tests/support/Bytes.h"
+#include "tests/support/Cuts.h"
 #include "zdm/identity/OID.h"
 
 #include <memory>

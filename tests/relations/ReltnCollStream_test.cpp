@@ -1,6 +1,7 @@
 // What a relation collection writes, and what it makes of damaged bytes.
 #include "tests/relations/ReltnSupport.h"
 #include "tests/support/Bytes.h"
+#include "tests/support/Thrown.h"
 #include "zdm/framework/LoadDepth.h"
 #include "zdm/identity/OID.h"
 

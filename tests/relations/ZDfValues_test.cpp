@@ -3,7 +3,7 @@
 
 #include "platform/geometry/CMT.h"
 #include "tests/relations/ReltnSupport.h"
-#include "tests/support/Bytes.h"
+#include "tests/support/Cuts.h"
 #include "zdm/identity/OID.h"
 #include "zdm/module/DllRegisterZModule.h"
 #include "zdm/relations/ZDfValueRxClass.h"

@@ -4,7 +4,10 @@
 #include "platform/core/ZCore.h"
 #include "platform/ole/Bstr.h"
 #include "tests/support/Bytes.h"
+#include "tests/support/Thrown.h"
 #include "zdm/framework/ZRefPtr.h"
+
+#include <gtest/gtest.h>
 
 #include <random>
 #include <string>

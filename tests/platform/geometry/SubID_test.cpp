@@ -2,6 +2,9 @@
 #include "platform/geometry/SubID.h"
 
 #include "tests/support/Bytes.h"
+#include "tests/support/Thrown.h"
+
+#include <gtest/gtest.h>
 
 #include <memory>
 #include <optional>
