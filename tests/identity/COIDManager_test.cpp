@@ -5,6 +5,8 @@
 #include "tests/support/Variable.h"
 #include "zdm/identity/COuterPIDManager.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <random>
 

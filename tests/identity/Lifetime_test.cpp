@@ -7,6 +7,8 @@
 #include "zdm/identity/PID.h"
 #include "zdm/identity/UID.h"
 
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <random>
 

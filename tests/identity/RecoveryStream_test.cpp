@@ -4,6 +4,8 @@
 #include "tests/support/Variable.h"
 #include "zdm/host/IZPersistStrategy.h"
 
+#include <gtest/gtest.h>
+
 ZDM_OBJECT_BODY(zdm::test::Fragile)
 
 namespace {

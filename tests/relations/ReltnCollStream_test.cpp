@@ -5,6 +5,8 @@
 #include "zdm/framework/LoadDepth.h"
 #include "zdm/identity/OID.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 
 namespace {
