@@ -63,8 +63,10 @@ zdm::WideString NameOf(LONG i) {
 /// Objects 11 to 1010 in managers 1 to 10. Answers their texts.
 std::vector<zdm::WideString> Make(const char* path) {
   auto document = zdm::Document::Create(OLESTR("Salvage"));
-  std::vector<IZDMObjMgr*> managers;
-  for (LONG i = 0; i < kManagers; ++i) managers.push_back(document.AddManager(NameOf(-i).c_str()));
+  std::vector<IZDMObjMgr*> managers(kManagers);
+  for (LONG i = 0; auto& manager : managers) {
+    manager = document.AddManager(NameOf(i--).c_str());
+  }
   Random random(0x9E3779B97F4A7C15);
   std::vector<zdm::WideString> texts;
   std::vector<IZDMObject*> objects;
@@ -81,7 +83,7 @@ std::vector<zdm::WideString> Make(const char* path) {
 }
 
 zdm::WideString TextOf(BSTR text) {
-  const zdm::WideString copy(text != nullptr ? text : OLESTR(""));
+  zdm::WideString copy(text != nullptr ? text : OLESTR(""));
   SysFreeString(text);
   return copy;
 }

@@ -46,6 +46,8 @@ bool LoadsBytes(T& object, const std::vector<BYTE>& bytes, More... more) {
 
 }  // namespace zdm::test
 
+// NOLINTBEGIN(bugprone-macro-parentheses): bytes is a name.
+
 /// ZDM_FUZZ(bytes) { what is done with them }
 #define ZDM_FUZZ(bytes)                                                               \
   static void Fuzz(const std::vector<BYTE>& bytes);                                   \
@@ -54,3 +56,5 @@ bool LoadsBytes(T& object, const std::vector<BYTE>& bytes, More... more) {
     return 0;                                                                         \
   }                                                                                   \
   static void Fuzz(const std::vector<BYTE>& bytes)
+
+// NOLINTEND(bugprone-macro-parentheses)

@@ -18,7 +18,6 @@ using zdm::Deletion;
 using zdm::DeletionObstacle;
 using zdm::Document;
 using zdm::Reference;
-using zdm::ReferenceVia;
 
 namespace {
 

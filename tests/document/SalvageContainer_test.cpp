@@ -107,11 +107,11 @@ TEST_F(SalvageTest, FollowsChainsWithoutADirectory) {
   };
   Bytes shuffled = sound;
   for (ULONG i = 0; i < count; ++i) {
-    std::copy_n(&sound[(i + 1) * kSector], kSector, &shuffled[(moved(i) + 1) * kSector]);
+    std::copy_n(&sound[(i + 1) * kSector], kSector, &shuffled[std::size_t{moved(i) + 1} * kSector]);
   }
   for (ULONG i = 0; i < count; ++i) {
     const ULONG next = moved(nextOf(i));
-    std::memcpy(&shuffled[(moved(fat) + 1) * kSector + 4 * moved(i)], &next, 4);
+    std::memcpy(&shuffled[std::size_t{moved(fat) + 1} * kSector + 4 * moved(i)], &next, 4);
   }
   const ULONG place = moved(fat);
   std::memcpy(&shuffled[76], &place, 4);

@@ -47,6 +47,7 @@ inline std::vector<BYTE> SavedHouse() {
   IZDMObjMgr* const managers[] = {document.AddManager(OLESTR("Walls")),
                                   document.AddManager(OLESTR("Doors"))};
   std::vector<IZDMObject*> objects;
+  objects.reserve(60);
   for (int i = 0; i < 60; ++i) {
     objects.push_back(
         document.Add(FromUtf8("Object number " + std::to_string(i)), managers[i % 2]));
@@ -77,7 +78,7 @@ class SalvageTest : public testing::Test {
     ledger = Salvage(std::span<const BYTE>(sound)).ledger;
   }
   static std::filesystem::path SoundFile() {
-    const auto path = TempFile("sound.zdm");
+    auto path = TempFile("sound.zdm");
     WriteFileBytes(path, sound);
     return path;
   }

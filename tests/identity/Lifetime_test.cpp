@@ -100,7 +100,7 @@ TEST(Lifetime, APlainTableLeavesTheRecordToItsObject) {
     {
       COIDManager copy(table);
       copy.Remove(object->GetOID());
-      COIDManager another(table);
+      const COIDManager another(table);  // NOLINT(performance-unnecessary-copy-initialization)
     }
     EXPECT_EQ(table.GetOIDByID(5), object->GetOID()) << "a copy keeps nothing";
   }

@@ -40,6 +40,7 @@ inline OID* ListRecord(COIDManager& table, LONG id) {
 
 inline std::vector<LONG> IDsOf(const std::vector<OID*>& records) {
   std::vector<LONG> ids;
+  ids.reserve(records.size());
   for (const OID* record : records) ids.push_back(record->ID);
   return ids;
 }

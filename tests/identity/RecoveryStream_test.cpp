@@ -279,7 +279,9 @@ TEST(ReadStream, ChainsOfManagersOfAnyLengthEnd) {
   constexpr LONG kLength = 100000;
   Target target({});
   ByteStream stream;
-  const Bytes record = RecordOf(*NewManager(), 0, 0);
+  const auto empty = NewManager();
+  ASSERT_NE(empty, nullptr);
+  const Bytes record = RecordOf(*empty, 0, 0);
   for (LONG id = 10; id < 10 + kLength; ++id) {
     ListRecord(target.database->oids, id);
     Bytes link = record;

@@ -53,7 +53,7 @@ class MergeFromTest : public testing::Test {
 };
 
 TEST_F(MergeFromTest, DecidesByTheOptionOfTheDocument) {
-  struct Case {
+  struct Case {  // NOLINT(clang-analyzer-optin.performance.Padding)
     eZMergeOption option;
     const char* walls;
     const char* inner;
