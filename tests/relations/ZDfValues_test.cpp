@@ -169,7 +169,7 @@ TEST(DfValueCopy, StringsAreCopiedByBytesAndNullStaysNull) {
   });
   auto null = Text(nullptr);
   ForEachCopy<ZDfCComBSTR>(null, [](ZDfCComBSTR& copy, bool) { EXPECT_TRUE(copy.Value.IsNull()); });
-  const BSTR before = value.Value.Get();
+  BSTR before = value.Value.Get();
   value.CopyFrom(&value);
   EXPECT_EQ(value.Value.Get(), before);
 }
