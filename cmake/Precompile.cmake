@@ -8,5 +8,4 @@ endif()
 set(ZDM_PRECOMPILED
     [["platform/ole/ole.h"]]
     <algorithm> <array> <cstring> <functional> <map> <memory> <optional> <span> <string>
-    <string_view>
-    <unordered_map> <unordered_set> <utility> <vector>)
+    <string_view> <unordered_map> <unordered_set> <utility> <vector>)

@@ -103,10 +103,9 @@ IZCategory* Layers::Find(const WideString& name) const {
 
 IZCategory* Layers::Query(const WideString& name) {
   if (IZCategory* present = Find(name)) return present;
-  auto* categories = ViewAs<IZCategoryMgr>(manager_);
-  while (categories->GetCategoryByNumber(nextNumber_) != nullptr) ++nextNumber_;
+  while (manager_->GetCategoryByNumber(nextNumber_) != nullptr) ++nextNumber_;
   const auto category =
-      Attached(categories->GetOrCreateCategory(static_cast<ULONG>(nextNumber_), name.c_str()));
+      Attached(manager_->GetOrCreateCategory(static_cast<ULONG>(nextNumber_), name.c_str()));
   if (category == nullptr) throw CAtlException(E_FAIL);
   byName_.emplace(NameKey(name), category);
   return category;

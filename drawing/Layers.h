@@ -8,7 +8,7 @@
 
 class CZDocument;
 struct IZCategory;
-struct IZDMObjMgr;
+struct IZCategoryMgr;
 
 namespace zdm {
 
@@ -31,7 +31,7 @@ class Layers {
 
  private:
   CZDocument& document_;
-  IZDMObjMgr* manager_;
+  IZCategoryMgr* manager_;
   std::unordered_map<WideString, IZCategory*> byName_;
   LONG nextNumber_ = 1;
 };

@@ -104,8 +104,7 @@ void AddParameters(IZDMObject& object, const ObjectPlan& plan, IZDefinitionMgr* 
 
 void LibraryDocument::Build(const std::vector<ObjectPlan>& plans) {
   zdm::Document& document = document_.emplace(zdm::Document::Create(u"W"));
-  auto* categories =
-      zdm::ViewAs<IZCategoryMgr>(document->FindByInterface(ZInterface<IZCategoryMgr>::ID()));
+  IZCategoryMgr* categories = document->GetCategoryMgr();
   const auto definitions = zdm::MakeObject<IZDefinitionMgr, CZDefinitionMgr>();
   document->AttachTail(definitions);
   document->GetOIDManager()->AssignItemID(definitions, true, true);

@@ -46,7 +46,7 @@ class Failing(DocumentTest):
             # Those that load objects and the one that does not, and one that would save.
             for arguments in (("tree", name), ("info", name), ("set", name, 2, "name=x")):
                 if arguments[0] == "info" and name == "damaged.zdm":
-                    continue  # it looks at records alone, and only without a drawing
+                    continue  # ends so too, and tells first what the index says
                 with self.subTest(arguments):
                     self.assertIn(name.split("/")[0], self.refused(code, *arguments))
             if before is not None:

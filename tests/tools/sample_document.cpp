@@ -40,8 +40,7 @@ void Attach(IZDMObject* object) {
 }
 
 void Categorize(zdm::Document& document, IZDMObject* wall) {
-  auto* manager =
-      zdm::ViewAs<IZCategoryMgr>(document->FindByInterface(ZInterface<IZCategoryMgr>::ID()));
+  auto* manager = document->GetCategoryMgr();
   const auto outside = zdm::Attached(manager->GetOrCreateCategory(70, OLESTR("Outside")));
   const auto plaster = zdm::Attached(manager->GetOrCreateCategory(80, OLESTR("Plaster")));
   outside->AddMember(plaster);

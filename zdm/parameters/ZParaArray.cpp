@@ -165,12 +165,15 @@ LONG ZParaArray::IndexOf(const GUID& definitionGUID) const {
 
 LONG ZParaArray::FirstOf(const GUID& definitionGUID) const {
   const zdm::GuidKey wanted(definitionGUID);
+  const ULONG mark = MarkOf(wanted);
   const ULONG* const marks = Marks();
-  const ULONG* const guess = std::find(marks, marks + count_, MarkOf(wanted));
-  const auto place = static_cast<LONG>(guess - marks);
+  const auto place = static_cast<LONG>(std::find(marks, marks + count_, mark) - marks);
   if (place < count_ && KeyOf(at(place)) == wanted) return place;
   LookAgain();
-  return Scan(*this, wanted);
+  for (LONG i = 0; i < count_; ++i) {
+    if (Marks()[i] == mark && KeyOf(at(i)) == wanted) return i;
+  }
+  return -1;
 }
 
 /// A definition has changed since, or has arrived only now.
