@@ -22,6 +22,8 @@
 #include "zdm/properties/IZPropertyIndex.h"
 #include "zdm/relations/ZDfValues.h"
 
+#include <cstdio>
+#include <exception>
 #include <string_view>
 
 namespace {
@@ -118,7 +120,7 @@ void MakeParameters(zdm::Document& document) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
   if (argc == 3 && argv[2] == std::string_view("parameters")) {
     auto document = zdm::Document::Create(OLESTR("Parameters"));
     MakeParameters(document);
@@ -138,4 +140,9 @@ int main(int argc, char** argv) {
   Categorize(document, wall);
   document.Save(argv[1]);
   return 0;
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "%s\n", error.what());
+  return 1;
+} catch (...) {
+  return 1;
 }
