@@ -21,6 +21,7 @@ namespace {
 
 constexpr std::size_t kGrain = 16;  // what blocks are aligned to, as those of the heap are
 constexpr std::size_t kLargest = 512;
+constexpr std::size_t kSizes = kLargest / kGrain;
 
 struct Block {
   Block* next;
@@ -28,121 +29,153 @@ struct Block {
 
 /// What a page begins with.
 struct alignas(kGrain) Page {
-  Page* next;
-  Page* former;
-  Block* free;       // blocks that came back
+  /// Blocks of one size that came back, and the page's place among those that have some.
+  struct Holes {
+    Block* first;
+    Page* next;
+    Page* former;
+  };
+
   std::byte* fresh;  // from here on no block was used yet
   std::size_t used;
+  Holes holes[kSizes];
 };
 
-bool IsFull(const Page& page, std::size_t size) {
-  const std::byte* const end = reinterpret_cast<const std::byte*>(&page) + kPageSize;
-  return page.free == nullptr && static_cast<std::size_t>(end - page.fresh) < size;
+std::byte* FirstBlock(Page& page) { return reinterpret_cast<std::byte*>(&page + 1); }
+
+Page& PageOf(void* block) {
+  return *reinterpret_cast<Page*>(reinterpret_cast<std::uintptr_t>(block) & ~(kPageSize - 1));
 }
 
-/// The pages of one size that have room, in a list.
-class SizeClass {
+std::size_t Room(const Page& page) {
+  const std::byte* const end = reinterpret_cast<const std::byte*>(&page) + kPageSize;
+  return static_cast<std::size_t>(end - page.fresh);
+}
+
+std::size_t IndexOf(std::size_t size) { return (size - 1) / kGrain; }
+std::size_t BlockSize(std::size_t index) { return (index + 1) * kGrain; }
+
+/// All pages. A block comes out of a hole of its size, else out of the page that is being filled.
+class Blocks {
  public:
-  void* Take(std::size_t size) noexcept {
-    if (first_ == nullptr && !AddPage()) return nullptr;
-    Page& page = *first_;
-    void* block = page.free;
-    if (block != nullptr) {
-      page.free = page.free->next;
-    } else {
-      block = page.fresh;
-      page.fresh += size;
-    }
-    ++page.used;
-    ++used_;
-    if (IsFull(page, size)) Unlink(page);
+  void* Take(std::size_t index) noexcept {
+    void* const block = holed_[index] != nullptr ? TakeHole(index) : TakeFresh(BlockSize(index));
+    if (block == nullptr) return nullptr;
+    ++PageOf(block).used;
+    ++used_[index];
     return block;
   }
 
-  void GiveBack(void* block, std::size_t size) noexcept {
-    auto& page =
-        *reinterpret_cast<Page*>(reinterpret_cast<std::uintptr_t>(block) & ~(kPageSize - 1));
-    if (IsFull(page, size)) Link(page);
-    page.free = ::new (block) Block{page.free};
-    --used_;
-    if (--page.used == 0 && (page.next != nullptr || page.former != nullptr)) Drop(page);
+  void GiveBack(void* block, std::size_t index) noexcept {
+    Page& page = PageOf(block);
+    AddHole(page, block, index);
+    --used_[index];
+    if (--page.used == 0) Empty(page);
   }
 
-  /// The page that was kept.
+  /// The page that is being filled, if nothing is in it.
   void DropEmpty() noexcept {
-    if (first_ != nullptr && first_->used == 0) Drop(*first_);
+    if (filled_ == nullptr || filled_->used != 0) return;
+    GiveBackPage(filled_);
+    filled_ = nullptr;
   }
 
-  std::size_t GetUsed() const { return used_; }
+  std::size_t GetUsed(std::size_t index) const { return used_[index]; }
 
  private:
+  void* TakeHole(std::size_t index) noexcept {
+    Page& page = *holed_[index];
+    Block* const block = page.holes[index].first;
+    page.holes[index].first = block->next;
+    if (block->next == nullptr) Unlink(page, index);
+    return block;
+  }
+
+  void* TakeFresh(std::size_t size) noexcept {
+    if ((filled_ == nullptr || Room(*filled_) < size) && !AddPage()) return nullptr;
+    void* const block = filled_->fresh;
+    filled_->fresh += size;
+    return block;
+  }
+
+  /// What is left of the former page is one hole.
   bool AddPage() noexcept {
     void* const memory = TakePage();
     if (memory == nullptr) return false;
-    auto* const page = ::new (memory) Page{};
-    page->fresh = reinterpret_cast<std::byte*>(page + 1);
-    Link(*page);
+    if (filled_ != nullptr && Room(*filled_) != 0) {
+      AddHole(*filled_, filled_->fresh, IndexOf(Room(*filled_)));
+    }
+    filled_ = ::new (memory) Page{};
+    filled_->fresh = FirstBlock(*filled_);
     return true;
   }
 
-  void Link(Page& page) noexcept {
-    page.next = first_;
-    page.former = nullptr;
-    if (first_ != nullptr) first_->former = &page;
-    first_ = &page;
+  void AddHole(Page& page, void* place, std::size_t index) noexcept {
+    Page::Holes& holes = page.holes[index];
+    if (holes.first == nullptr) Link(page, index);
+    holes.first = ::new (place) Block{holes.first};
   }
 
-  void Unlink(Page& page) noexcept {
-    (page.former != nullptr ? page.former->next : first_) = page.next;
-    if (page.next != nullptr) page.next->former = page.former;
+  /// Nothing in it is used any more.
+  void Empty(Page& page) noexcept {
+    for (std::size_t index = 0; index < kSizes; ++index) {
+      if (page.holes[index].first == nullptr) continue;
+      Unlink(page, index);
+      page.holes[index].first = nullptr;
+    }
+    if (&page == filled_) {
+      page.fresh = FirstBlock(page);
+    } else {
+      GiveBackPage(&page);
+    }
   }
 
-  void Drop(Page& page) noexcept {
-    Unlink(page);
-    GiveBackPage(&page);
+  void Link(Page& page, std::size_t index) noexcept {
+    Page*& first = holed_[index];
+    page.holes[index].next = first;
+    page.holes[index].former = nullptr;
+    if (first != nullptr) first->holes[index].former = &page;
+    first = &page;
   }
 
-  Page* first_ = nullptr;
-  std::size_t used_ = 0;
+  void Unlink(Page& page, std::size_t index) noexcept {
+    const Page::Holes& holes = page.holes[index];
+    (holes.former != nullptr ? holes.former->holes[index].next : holed_[index]) = holes.next;
+    if (holes.next != nullptr) holes.next->holes[index].former = holes.former;
+  }
+
+  Page* filled_ = nullptr;
+  Page* holed_[kSizes] = {};  // by size, the first page that has holes of it
+  std::size_t used_[kSizes] = {};
 };
 
 // Never destroyed: what other static objects hold may come back late.
-constinit SizeClass classes[kLargest / kGrain];
+constinit Blocks blocks;
 
-/// When the library goes, so do the pages that were kept.
-const struct LastPages {
-  ~LastPages() {
-    for (SizeClass& each : classes) each.DropEmpty();
-  }
-} lastPages;
+/// When the library goes, so does the page that was kept.
+const struct LastPage {
+  ~LastPage() { blocks.DropEmpty(); }
+} lastPage;
 
-/// Null for a size that is the heap's.
-SizeClass* ClassOf(std::size_t size) {
-  if (ZDM_WATCHED_HEAP != 0 || size > kLargest) return nullptr;
-  return &classes[(size - 1) / kGrain];
-}
-
-std::size_t BlockSize(std::size_t size) { return (size + kGrain - 1) / kGrain * kGrain; }
+bool IsSmall(std::size_t size) { return ZDM_WATCHED_HEAP == 0 && size <= kLargest; }
 
 }  // namespace
 
 void* InSmallBlocks::operator new(std::size_t size) {
-  SizeClass* const sizeClass = ClassOf(size);
-  if (sizeClass == nullptr) return ::operator new(size);
-  void* const block = sizeClass->Take(BlockSize(size));
+  if (!IsSmall(size)) return ::operator new(size);
+  void* const block = blocks.Take(IndexOf(size));
   if (block == nullptr) throw std::bad_alloc();
   return block;
 }
 
 void* InSmallBlocks::operator new(std::size_t size, const std::nothrow_t& nothrow) noexcept {
-  SizeClass* const sizeClass = ClassOf(size);
-  return sizeClass != nullptr ? sizeClass->Take(BlockSize(size)) : ::operator new(size, nothrow);
+  return IsSmall(size) ? blocks.Take(IndexOf(size)) : ::operator new(size, nothrow);
 }
 
 void InSmallBlocks::operator delete(void* block, std::size_t size) noexcept {
   if (block == nullptr) return;
-  if (SizeClass* const sizeClass = ClassOf(size)) {
-    sizeClass->GiveBack(block, BlockSize(size));
+  if (IsSmall(size)) {
+    blocks.GiveBack(block, IndexOf(size));
   } else {
     ::operator delete(block);
   }
@@ -163,8 +196,9 @@ void InSmallBlocks::operator delete(void* block, std::size_t, std::align_val_t a
 
 std::vector<SmallBlockUse> GetSmallBlockUse() {
   std::vector<SmallBlockUse> uses;
-  std::size_t size = 0;
-  for (const SizeClass& each : classes) uses.push_back({size += kGrain, each.GetUsed()});
+  for (std::size_t index = 0; index < kSizes; ++index) {
+    uses.push_back({BlockSize(index), blocks.GetUsed(index)});
+  }
   return uses;
 }
 

@@ -1,7 +1,9 @@
-// Where the small objects live that a document has by the million: blocks of one size stand side by
-// side in pages of 64 KB, without a word of bookkeeping between them, so that they take less and
-// come and go faster than blocks of the heap. A page whose blocks all came back goes back to the
-// system, but for one of each size. As everything about objects, on one thread at a time.
+// Where the small objects live that a document has by the million: side by side in pages of 64 KB
+// in the order in which they are made, without a word of bookkeeping between them. So they take
+// less and come and go faster than blocks of the heap, and what was made together, an object with
+// its relations and parameters, is found together. What came back is used again for blocks of its
+// size; a page whose blocks all came back goes back to the system, but for the one that is being
+// filled. As everything about objects, on one thread at a time.
 #pragma once
 
 #include "platform/Export.h"

@@ -4,6 +4,7 @@
 #include "zdm/relations/ZDfValues.h"
 
 #include <memory>
+#include <typeinfo>
 
 namespace zdm {
 
@@ -15,7 +16,10 @@ class HeldValue {
   /// The value if it is a V, otherwise null.
   template <class V>
   V* As() const {
-    return dynamic_cast<V*>(value_.get());
+    ZDfValue* const value = value_.get();
+    // Nearly always it is just a V, which is cheaper to see than whether it is derived from one.
+    if (value == nullptr || typeid(*value) == typeid(V)) return static_cast<V*>(value);
+    return dynamic_cast<V*>(value);
   }
 
   /// Takes `value` (may be null) over; the former one ends.

@@ -86,6 +86,7 @@ void IZParameterImpl<T>::SetLinkedObject(IZDMObject* source) {
 
 template <class T>
 double IZParameterImpl<T>::GetDouble() {
+  if (!this->HasLink()) return PlainValue<ZDfDouble>();
   const zdm::LinkWalk<IZParameter> walk(*this, [](IZParameter&) { return true; });
   return walk.GetEnd() != nullptr ? walk.GetEnd()->GetDouble() : PlainValue<ZDfDouble>();
 }

@@ -17,6 +17,8 @@ namespace zdm {
 /// queries do not.
 class ZDM_INTERFACE ParameterLinks {
  protected:
+  bool HasLink() const { return link_.GetReltn() != nullptr; }
+
   ParameterTarget definition_{true};
   ParameterTarget link_{false};
 

@@ -7,6 +7,7 @@
 #include "zdm/properties/GUID_UNSET.h"
 
 #include <algorithm>
+#include <bit>
 #include <compare>
 #include <new>
 #include <utility>
@@ -15,6 +16,11 @@
 namespace {
 
 constexpr ULONG kSmallestRecord = 7;  // flags 2, key 2, three bytes that say what follows
+
+bool IsOf(const GUID& definitionGUID, IZParameter* parameter) {
+  GUID guid;
+  return *parameter->GetDefinitionGUID(&guid) == definitionGUID;
+}
 
 zdm::GuidKey KeyOf(IZParameter* parameter) {
   GUID guid;
@@ -39,9 +45,9 @@ LONG Search(const ZParaArray& array, const zdm::GuidKey& wanted) {
 }
 
 /// The first place of `wanted`; -1 if none.
-LONG Scan(const ZParaArray& array, const zdm::GuidKey& wanted) {
+LONG Scan(const ZParaArray& array, const GUID& wanted) {
   for (LONG i = 0; i < array.GetCount(); ++i) {
-    if (KeyOf(array.at(i)) == wanted) return i;
+    if (IsOf(wanted, array.at(i))) return i;
   }
   return -1;
 }
@@ -147,31 +153,31 @@ IZParameter* ZParaArray::GetParameter(const GUID& definitionGUID) const {
 
 LONG ZParaArray::IndexOf(const GUID& definitionGUID) const {
   if (definitionGUID == GUID_UNSET) return -1;
+  const LONG place = FindMark(MarkOf(zdm::GuidKey(definitionGUID)));
+  return place >= 0 && IsOf(definitionGUID, at(place)) ? place : IndexBySearch(definitionGUID);
+}
+
+/// Where the marks name none, several or a wrong one.
+LONG ZParaArray::IndexBySearch(const GUID& definitionGUID) const {
   const zdm::GuidKey wanted(definitionGUID);
   if (count_ <= kMostMarks) {
-    const ULONG mark = MarkOf(wanted);
-    LONG place = FindMark(mark);
-    if (place >= 0 && KeyOf(at(place)) == wanted) return place;
-    if (place != kSeveral) {
-      LookAgain();
-      place = FindMark(mark);
-    }
+    LookAgain();
+    const LONG place = FindMark(MarkOf(wanted));
     if (place == kNone) return -1;
-    if (place != kSeveral) return KeyOf(at(place)) == wanted ? place : -1;
+    if (place != kSeveral) return IsOf(definitionGUID, at(place)) ? place : -1;
   }
   const LONG found = Search(*this, wanted);
-  return found >= 0 ? found : Scan(*this, wanted);
+  return found >= 0 ? found : Scan(*this, definitionGUID);
 }
 
 LONG ZParaArray::FirstOf(const GUID& definitionGUID) const {
-  const zdm::GuidKey wanted(definitionGUID);
-  const ULONG mark = MarkOf(wanted);
+  const ULONG mark = MarkOf(zdm::GuidKey(definitionGUID));
   const ULONG* const marks = Marks();
   const auto place = static_cast<LONG>(std::find(marks, marks + count_, mark) - marks);
-  if (place < count_ && KeyOf(at(place)) == wanted) return place;
+  if (place < count_ && IsOf(definitionGUID, at(place))) return place;
   LookAgain();
   for (LONG i = 0; i < count_; ++i) {
-    if (Marks()[i] == mark && KeyOf(at(i)) == wanted) return i;
+    if (Marks()[i] == mark && IsOf(definitionGUID, at(i))) return i;
   }
   return -1;
 }
@@ -182,17 +188,19 @@ void ZParaArray::LookAgain() const {
 }
 
 /// The place of what alone has that mark: where a search comes to as well, as far as the marks
-/// know. Without branches: the marks are few, and which of them it is cannot be foretold.
+/// know. Without branches: which of the few it is cannot be foretold.
 LONG ZParaArray::FindMark(ULONG mark) const {
-  const ULONG* const marks = Marks();
-  LONG place = kNone;
-  LONG met = 0;
-  for (LONG i = 0; i < count_; ++i) {
-    const bool isIt = marks[i] == mark;
-    place = isIt ? i : place;
-    met += isIt ? 1 : 0;
+  ULONGLONG met = 0;
+  if (!isMany_) {
+    for (LONG i = 0; i < kFew; ++i) met |= ULONGLONG{held_.few.marks[i] == mark} << i;
+    met &= (ULONGLONG{1} << count_) - 1;
+  } else if (count_ <= kMostMarks) {
+    for (LONG i = 0; i < count_; ++i) met |= ULONGLONG{held_.many.marks[i] == mark} << i;
+  } else {
+    return kSeveral;
   }
-  return met > 1 ? kSeveral : place;
+  if (met == 0) return kNone;
+  return (met & (met - 1)) == 0 ? static_cast<LONG>(std::countr_zero(met)) : kSeveral;
 }
 
 LONG ZParaArray::IndexOf(const IZParameter* parameter) const {

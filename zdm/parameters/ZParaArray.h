@@ -88,6 +88,7 @@ class ZDM_API ZParaArray {
   void Exchange(ZParaArray& other);
   void Append(ZRefPtr<IZParameter> parameter, ULONG mark);
   void LookAgain() const;
+  LONG IndexBySearch(const GUID& definitionGUID) const;
   LONG FindMark(ULONG mark) const;
   IZParameter** Items() const { return isMany_ ? held_.many.items : held_.few.items; }
   ULONG* Marks() const { return isMany_ ? held_.many.marks : held_.few.marks; }
