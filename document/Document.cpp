@@ -75,6 +75,8 @@ std::span<const LONG> Document::ReferrersOf(LONG id) const {
   return document_->GetReferenceIndex().ReferrersOf(id);
 }
 
+Referrers Document::GetReferrers() const { return document_->GetReferenceIndex().GetReferrers(); }
+
 std::vector<LONG> Document::DependentsOf(std::span<const LONG> ids) const {
   return document_->GetReferenceIndex().DependentsOf(ids);
 }

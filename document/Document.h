@@ -17,6 +17,7 @@
 #include "document/Deletion.h"
 #include "document/Merge.h"
 #include "document/References.h"
+#include "document/Referrers.h"
 #include "platform/system/Text.h"
 #include "zdm/relations/IZSingleReltn.h"
 #include "zdm/relations/eZRelation.h"
@@ -74,6 +75,8 @@ class Document {
 
   /// Who refers to the object of that ID. Borrowed until the document is asked again.
   std::span<const LONG> ReferrersOf(LONG id) const;
+  /// The same for any number of IDs while nothing changes. Borrowed until the document changes.
+  Referrers GetReferrers() const;
   /// All objects that lead to one of these over any chain of references, these left out: what has
   /// to be looked at when they change.
   std::vector<LONG> DependentsOf(std::span<const LONG> ids) const;

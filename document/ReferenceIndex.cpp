@@ -228,12 +228,27 @@ std::vector<Reference> ReferenceIndex::ReferencesTo(const OID* target) {
   return references;
 }
 
-std::span<const LONG> ReferenceIndex::ReferrersOf(LONG id) {
+Referrers ReferenceIndex::GetReferrers() {
   BringUpToDate();
-  referrersOf_.clear();
-  const Slot slot = FindID(id);
-  if (slot == kNone) return {};
-  for (const Slot each : referrers_[slot]) referrersOf_.push_back(ids_[each]);
+  return Referrers(*this);
+}
+
+/// In a table out of order, what is near is not always what the table finds.
+Referrers::Referrers(const ReferenceIndex& index)
+    : index_(index),
+      lists_(index.referrers_),
+      ids_(index.ids_.data()),
+      firstID_(index.firstID_),
+      near_(index.isAscending_ ? std::span(index.byID_) : std::span<const ULONG>()) {}
+
+Referrers::IDs Referrers::Far(LONG id) const {
+  const ULONG slot = index_.FindID(id);
+  return slot != kNoSlot ? ListOf(slot) : IDs({}, ids_);
+}
+
+std::span<const LONG> ReferenceIndex::ReferrersOf(LONG id) {
+  const Referrers::IDs found = GetReferrers().Of(id);
+  referrersOf_.assign(found.begin(), found.end());
   // As a rule they are: lists begin in the order of the table.
   if (!std::ranges::is_sorted(referrersOf_)) std::ranges::sort(referrersOf_);
   return referrersOf_;

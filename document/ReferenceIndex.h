@@ -8,6 +8,7 @@
 
 #include "document/Adjacency.h"
 #include "document/References.h"
+#include "document/Referrers.h"
 #include "platform/core/ChangeWatch.h"
 
 #include <span>
@@ -24,6 +25,9 @@ class ReferenceIndex : private ChangeWatch {
   /// As zdm::ReferencesTo, looking only at the objects that do refer to it.
   std::vector<Reference> ReferencesTo(const OID* target);
 
+  /// Borrowed until the document changes.
+  Referrers GetReferrers();
+
   // By IDs, each once and ascending; nothing for an ID that is not listed.
 
   /// Borrowed until the index is asked again.
@@ -34,8 +38,9 @@ class ReferenceIndex : private ChangeWatch {
   std::vector<LONG> ClosureOf(std::span<const LONG> ids);
 
  private:
+  friend class Referrers;
   using Slot = Adjacency::Node;
-  static constexpr Slot kNone = ~Slot{0};
+  static constexpr Slot kNone = Referrers::kNoSlot;
   class Walker;
 
   void OnChanged(ULONG number) override;

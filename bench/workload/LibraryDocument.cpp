@@ -207,9 +207,10 @@ std::uint64_t LibraryDocument::ReverseScan(std::uint32_t target) const {
 }
 
 std::uint64_t LibraryDocument::Reverse(const std::vector<std::uint32_t>& targets) const {
+  const zdm::Referrers referrers = document_->GetReferrers();
   std::uint64_t sum = 0;
   for (const std::uint32_t target : targets) {
-    for (const LONG id : document_->ReferrersOf(static_cast<LONG>(target))) {
+    for (const LONG id : referrers.Of(static_cast<LONG>(target))) {
       sum += static_cast<std::uint32_t>(id);
     }
   }

@@ -25,7 +25,7 @@ class LibraryDocument {
   /// Visits every object until it shows a reference to the target.
   std::uint64_t ReverseScan(std::uint32_t target) const;
   /// The document's index is built by the first question.
-  void MakeIndex() const { static_cast<void>(document_->ReferrersOf(1)); }
+  void MakeIndex() const { static_cast<void>(document_->GetReferrers()); }
   std::uint64_t Reverse(const std::vector<std::uint32_t>& targets) const;
   std::uint64_t Dependents(std::uint32_t changed) const;
   std::uint64_t Closure(std::uint32_t start) const;

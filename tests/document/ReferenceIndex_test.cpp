@@ -191,7 +191,15 @@ class ReferenceIndexTest : public testing::TestWithParam<unsigned> {
     std::vector<OID*> records = document_->GetOIDManager()->GetOIDs();
     records.push_back(document_->GetOID());
     for (const OID* record : records) {
-      ASSERT_EQ(text(index.ReferencesTo(record)), text(zdm::ReferencesTo(*document_.Get(), record)))
+      const std::vector<Reference> references = zdm::ReferencesTo(*document_.Get(), record);
+      ASSERT_EQ(text(index.ReferencesTo(record)), text(references)) << record->ID;
+      if (document_->GetOIDByID(record->ID) != record) continue;
+      std::set<LONG> from;
+      for (const Reference& each : references) from.insert(each.from->GetID());
+      const std::vector<LONG> referrers(from.begin(), from.end());
+      ASSERT_TRUE(std::ranges::equal(index.ReferrersOf(record->ID), referrers)) << record->ID;
+      const zdm::Referrers::IDs found = index.GetReferrers().Of(record->ID);
+      ASSERT_TRUE(std::is_permutation(found.begin(), found.end(), from.begin(), from.end()))
           << record->ID;
     }
     const LONG start = AnyRecord()->ID;

@@ -10,6 +10,7 @@
 #include <bit>
 #include <compare>
 #include <new>
+#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -192,8 +193,10 @@ void ZParaArray::LookAgain() const {
 LONG ZParaArray::FindMark(ULONG mark) const {
   ULONGLONG met = 0;
   if (!isMany_) {
-    for (LONG i = 0; i < kFew; ++i) met |= ULONGLONG{held_.few.marks[i] == mark} << i;
-    met &= (ULONGLONG{1} << count_) - 1;
+    static constexpr ULONG kBits[kFew] = {1, 2, 4, 8, 16, 32, 64, 128};
+    ULONG bits[kFew];
+    for (LONG i = 0; i < kFew; ++i) bits[i] = held_.few.marks[i] == mark ? kBits[i] : 0;
+    met = std::accumulate(bits, bits + kFew, ULONG{0}) & ((ULONG{1} << count_) - 1);
   } else if (count_ <= kMostMarks) {
     for (LONG i = 0; i < count_; ++i) met |= ULONGLONG{held_.many.marks[i] == mark} << i;
   } else {
