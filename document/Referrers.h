@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <iterator>
 #include <span>
-#include <utility>
 
 namespace zdm {
 
@@ -28,29 +27,36 @@ class Referrers {
       using iterator_category = std::forward_iterator_tag;
 
       Iterator() = default;
-      Iterator(const ULONG* slot, const LONG* ids) : slot_(slot), ids_(ids) {}
-      LONG operator*() const { return ids_[*slot_]; }
+      Iterator(const IDs& list, std::size_t at) : slots_(list.slots_), ids_(list.ids_), at_(at) {}
+      LONG operator*() const { return ids_[slots_[at_]]; }
       Iterator& operator++() {
-        ++slot_;
+        ++at_;
         return *this;
       }
-      Iterator operator++(int) { return {std::exchange(slot_, slot_ + 1), ids_}; }
-      bool operator==(const Iterator& other) const { return slot_ == other.slot_; }
+      Iterator operator++(int) {
+        const Iterator former = *this;
+        ++at_;
+        return former;
+      }
+      bool operator==(const Iterator& other) const { return at_ == other.at_; }
 
      private:
-      const ULONG* slot_ = nullptr;
+      const ULONG* slots_ = nullptr;
       const LONG* ids_ = nullptr;
+      std::size_t at_ = 0;
     };
 
-    IDs(std::span<const ULONG> slots, const LONG* ids) : slots_(slots), ids_(ids) {}
-    Iterator begin() const { return {slots_.data(), ids_}; }
-    Iterator end() const { return {slots_.data() + slots_.size(), ids_}; }
-    std::size_t size() const { return slots_.size(); }
-    bool empty() const { return slots_.empty(); }
+    IDs(std::span<const ULONG> slots, const LONG* ids)
+        : slots_(slots.data()), ids_(ids), count_(slots.size()) {}
+    Iterator begin() const { return {*this, 0}; }
+    Iterator end() const { return {*this, count_}; }
+    std::size_t size() const { return count_; }
+    bool empty() const { return count_ == 0; }
 
    private:
-    std::span<const ULONG> slots_;
+    const ULONG* slots_;
     const LONG* ids_;
+    std::size_t count_;
   };
 
   /// The valid objects that refer to the object of that ID; none for an ID that is not listed.
