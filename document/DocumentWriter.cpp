@@ -78,10 +78,11 @@ ULONG DocumentWriter::WriteStream(IStorage* root, const OLECHAR* name,
 void DocumentWriter::WriteObjects(IStorage* root) {
   ChunkWriter objects(root, kObjectsStorage, 0);
   ChunkWriter embedded(root, kEmbeddedStorage, kEmbeddedChunk);
+  FrameKinds kinds;
   if (meter_ != nullptr) meter_->SetRange(document_.GetOIDManager()->GetValidOIDCount());
   for (const OID* oid : document_.GetOIDManager()->GetOIDs()) {
     if (oid->Object == nullptr || !oid->JudgeStatus(ZOS_VALID)) continue;
-    if (FrameKindOf(oid->Object) == FrameKind::kNone) {
+    if (kinds.Of(oid->Object) == FrameKind::kNone) {
       oid->Object->Save(objects.Begin(), &document_);
       objects.End(oid->ID);
     } else {
