@@ -56,11 +56,9 @@ void DocumentWriter::Fill(IStorage* root) {
   version_.orderChecksum =
       WriteStream(root, kOrderStream, [&](IZStream* stream) { SaveOrder(ids, document_, stream); });
 
-  const std::span<const BYTE> fields(reinterpret_cast<const BYTE*>(&version_),
-                                     offsetof(VersionRecord, checksum));
-  version_.checksum = Crc32c(fields);
-  const auto* bytes = reinterpret_cast<const BYTE*>(&version_);
-  Check(WriteBytes(root, kVersionStream, {bytes, bytes + sizeof(version_)}), "document");
+  const std::span<const BYTE> version(reinterpret_cast<const BYTE*>(&version_), sizeof(version_));
+  version_.checksum = Crc32c(version.first(offsetof(VersionRecord, checksum)));
+  Check(WriteBytes(root, kVersionStream, version), "document");
 }
 
 /// Answers the checksum of what `write` wrote.
