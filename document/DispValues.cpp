@@ -6,6 +6,20 @@
 
 namespace zdm {
 
+namespace {
+
+#pragma pack(push, 1)
+/// What stands behind the name of the line type.
+struct Tail {
+  double lineTypeScale;
+  LONG lineWeight;
+  bool isVisible;
+};
+#pragma pack(pop)
+static_assert(sizeof(Tail) == 13);
+
+}  // namespace
+
 // Display values, little-endian.
 //   size      field
 //      4      colour, 0x00RRGGBB
@@ -16,9 +30,8 @@ namespace zdm {
 void DispValues::Save(IZStream* stream) const {
   stream->Write(&color, sizeof(color));
   stream->WriteBSTR(lineType.Get());
-  stream->Write(&lineTypeScale, sizeof(lineTypeScale));
-  stream->Write(&lineWeight, sizeof(lineWeight));
-  stream->WriteFlag(isVisible);
+  const Tail tail = {lineTypeScale, lineWeight, isVisible};
+  stream->Write(&tail, sizeof(tail));
 }
 
 void DispValues::Load(IZStream* stream) {

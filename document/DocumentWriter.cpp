@@ -56,11 +56,9 @@ void DocumentWriter::Fill(IStorage* root) {
   version_.orderChecksum =
       WriteStream(root, kOrderStream, [&](IZStream* stream) { SaveOrder(ids, document_, stream); });
 
-  const std::span<const BYTE> fields(reinterpret_cast<const BYTE*>(&version_),
-                                     offsetof(VersionRecord, checksum));
-  version_.checksum = Crc32c(fields);
-  const auto* bytes = reinterpret_cast<const BYTE*>(&version_);
-  Check(WriteBytes(root, kVersionStream, {bytes, bytes + sizeof(version_)}), "document");
+  const std::span<const BYTE> version(reinterpret_cast<const BYTE*>(&version_), sizeof(version_));
+  version_.checksum = Crc32c(version.first(offsetof(VersionRecord, checksum)));
+  Check(WriteBytes(root, kVersionStream, version), "document");
 }
 
 /// Answers the checksum of what `write` wrote.
@@ -78,10 +76,11 @@ ULONG DocumentWriter::WriteStream(IStorage* root, const OLECHAR* name,
 void DocumentWriter::WriteObjects(IStorage* root) {
   ChunkWriter objects(root, kObjectsStorage, 0);
   ChunkWriter embedded(root, kEmbeddedStorage, kEmbeddedChunk);
+  FrameKinds kinds;
   if (meter_ != nullptr) meter_->SetRange(document_.GetOIDManager()->GetValidOIDCount());
   for (const OID* oid : document_.GetOIDManager()->GetOIDs()) {
     if (oid->Object == nullptr || !oid->JudgeStatus(ZOS_VALID)) continue;
-    if (FrameKindOf(oid->Object) == FrameKind::kNone) {
+    if (kinds.Of(oid->Object) == FrameKind::kNone) {
       oid->Object->Save(objects.Begin(), &document_);
       objects.End(oid->ID);
     } else {

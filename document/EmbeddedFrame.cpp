@@ -89,11 +89,16 @@ bool LoadAs(CZDocument& document, const EmbeddedHeader& header, std::span<const 
 
 }  // namespace
 
-FrameKind FrameKindOf(IZDMObject* object) {
+FrameKind FrameKindOf(IZDMObject* object) { return FrameKinds().Of(object); }
+
+FrameKind FrameKinds::Of(IZDMObject* object) {
+  const std::type_info* const type = &typeid(*object);
+  if (frameless_.contains(type)) return FrameKind::kNone;
   if (dynamic_cast<CZDMProxyObject*>(object) != nullptr) return FrameKind::kProxy;
   if (dynamic_cast<CZDMObjEmbed*>(object) != nullptr) return FrameKind::kEmbedded;
-  const auto* absent = dynamic_cast<CZDMAbsentObject*>(object);
-  return absent != nullptr ? absent->GetFrameKind() : FrameKind::kNone;
+  if (const auto* absent = dynamic_cast<CZDMAbsentObject*>(object)) return absent->GetFrameKind();
+  frameless_.insert(type);
+  return FrameKind::kNone;
 }
 
 void SaveFrame(CZDocument& document, IZDMObject* object, IZStream* stream) {

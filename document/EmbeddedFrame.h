@@ -5,6 +5,8 @@
 #include "platform/core/IZStream.h"
 
 #include <span>
+#include <typeinfo>
+#include <unordered_set>
 
 class CZDocument;
 struct IZDMObject;
@@ -18,6 +20,16 @@ enum class FrameKind : BYTE {
 };
 
 FrameKind FrameKindOf(IZDMObject* object);
+
+/// FrameKindOf for many objects: of a class whose objects have none, only the first one is looked
+/// at closely.
+class FrameKinds {
+ public:
+  FrameKind Of(IZDMObject* object);
+
+ private:
+  std::unordered_set<const std::type_info*> frameless_;
+};
 
 /// Writes the frame of an object whose kind is not kNone.
 void SaveFrame(CZDocument& document, IZDMObject* object, IZStream* stream);

@@ -42,7 +42,7 @@ HRESULT ReadBytes(IStorage* storage, const OLECHAR* name, std::vector<BYTE>* out
   return S_OK;
 }
 
-HRESULT WriteBytes(IStorage* storage, const OLECHAR* name, const std::vector<BYTE>& bytes) {
+HRESULT WriteBytes(IStorage* storage, const OLECHAR* name, std::span<const BYTE> bytes) {
   OleRef<IStream> stream;
   HRESULT result = storage->CreateStream(name, kMake, 0, 0, stream.Out());
   if (FAILED(result) || bytes.empty()) return result;
@@ -90,16 +90,14 @@ void ChunkWriter::Flush(ULONG size) {
   if (chunk_ % kFanOut == 0) {
     Check(MakeFolder(storage_.Get(), HexName(chunk_ / kFanOut).c_str(), &folder_), "document");
   }
-  std::vector<BYTE> next(bytes_.bytes.begin() + size, bytes_.bytes.end());
-  bytes_.bytes.resize(size);
-  const std::span<const BYTE> written = bytes_.bytes;
+  const auto written = std::span<const BYTE>(bytes_.bytes).first(size);
   for (; firstOfChunk_ < entries_.size(); ++firstOfChunk_) {
     IndexEntry& entry = entries_[firstOfChunk_];
     entry.checksum = Crc32c(written.subspan(entry.offset, entry.length));
   }
-  Check(WriteBytes(folder_.Get(), HexName(chunk_ % kFanOut).c_str(), bytes_.bytes), "document");
+  Check(WriteBytes(folder_.Get(), HexName(chunk_ % kFanOut).c_str(), written), "document");
   ++chunk_;
-  bytes_.bytes = std::move(next);
+  bytes_.bytes.erase(bytes_.bytes.begin(), bytes_.bytes.begin() + size);
   bytes_.position = bytes_.bytes.size();
 }
 

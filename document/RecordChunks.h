@@ -6,6 +6,7 @@
 #include "document/StreamOver.h"
 #include "platform/ole/OleRef.h"
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,7 @@ namespace zdm {
 
 /// The whole stream; STG_E_FILENOTFOUND when there is none. @param out  emptied first.
 HRESULT ReadBytes(IStorage* storage, const OLECHAR* name, std::vector<BYTE>* out);
-HRESULT WriteBytes(IStorage* storage, const OLECHAR* name, const std::vector<BYTE>& bytes);
+HRESULT WriteBytes(IStorage* storage, const OLECHAR* name, std::span<const BYTE> bytes);
 
 /// Opens a storage inside `storage` for reading.
 HRESULT OpenFolder(IStorage* storage, const OLECHAR* name, OleRef<IStorage>* out);

@@ -42,26 +42,31 @@ void Destroy(CZObject* object) { delete object; }
   return true;
 }();
 
-/// memcpy for lengths known only at run time; the common ones do not pay for a call.
-inline void Copy(void* to, const void* from, ULONG length) {
-  switch (length) {
-    case 0:
-      break;
-    case 1:
-      std::memcpy(to, from, 1);
-      break;
-    case 4:
-      std::memcpy(to, from, 4);
-      break;
-    case 8:
-      std::memcpy(to, from, 8);
-      break;
-    case 16:
-      std::memcpy(to, from, 16);
-      break;
-    default:
-      std::memcpy(to, from, length);
-      break;
+/// The first and the last `Size` bytes, which overlap: a copy of Size to 2 * Size bytes.
+template <std::size_t Size>
+inline void CopyEnds(BYTE* to, const BYTE* from, ULONG length) {
+  BYTE first[Size];
+  BYTE last[Size];
+  std::memcpy(first, from, Size);
+  std::memcpy(last, from + length - Size, Size);
+  std::memcpy(to, first, Size);
+  std::memcpy(to + length - Size, last, Size);
+}
+
+/// memcpy for lengths known only at run time; short ones do not pay for a call.
+inline void Copy(BYTE* to, const BYTE* from, ULONG length) {
+  if (length > 32) {
+    std::memcpy(to, from, length);
+  } else if (length >= 16) {
+    CopyEnds<16>(to, from, length);
+  } else if (length >= 8) {
+    CopyEnds<8>(to, from, length);
+  } else if (length >= 4) {
+    CopyEnds<4>(to, from, length);
+  } else if (length >= 2) {
+    CopyEnds<2>(to, from, length);
+  } else if (length == 1) {
+    *to = *from;
   }
 }
 
@@ -89,7 +94,7 @@ void CZStream::Read(void* data, ULONG length, bool* complete) {
   if (complete != nullptr) *complete = false;
   ULONG read = length;
   if (length <= static_cast<std::size_t>(valid_ - current_)) {
-    Copy(data, current_, length);
+    Copy(static_cast<BYTE*>(data), current_, length);
     current_ += length;
   } else {
     read = ReadSlowly(static_cast<BYTE*>(data), length);
@@ -106,7 +111,7 @@ void CZStream::Write(const void* data, ULONG length) {
     WriteSlowly(static_cast<const BYTE*>(data), length);
     return;
   }
-  Copy(current_, data, length);
+  Copy(current_, static_cast<const BYTE*>(data), length);
   current_ += length;
   valid_ = std::max(valid_, current_);
   dirty_ = true;
@@ -168,6 +173,14 @@ void CZStream::WriteBSTR(BSTR text) {
   if (bytes > 0xFFFFFFFF) throw CAtlException(E_INVALIDARG);
   const auto length = static_cast<ULONG>(bytes);
   constexpr OLECHAR kTerminator = 0;
+  BYTE record[128];  // of a short text, as most are; written in one piece
+  if (length + sizeof(length) <= sizeof(record)) {
+    std::memcpy(record, &length, sizeof(length));
+    Copy(record + sizeof(length), reinterpret_cast<const BYTE*>(text), length - 2);
+    std::memcpy(record + sizeof(length) + length - 2, &kTerminator, 2);
+    Write(record, length + sizeof(length));
+    return;
+  }
   Write(&length, sizeof(length));
   Write(text, length - 2);
   Write(&kTerminator, 2);

@@ -25,17 +25,19 @@ HRESULT BytesStream::Read(void* data, ULONG length, ULONG* read) {
   return count == length ? S_OK : S_FALSE;
 }
 
-HRESULT BytesStream::Write(const void* data, ULONG length, ULONG* written) {
+HRESULT BytesStream::Write(const void* data, ULONG length, ULONG* written) try {
   if (written != nullptr) *written = 0;
-  const ULONGLONG end = ULONGLONG{position} + length;
-  if (end > bytes.size()) {
-    const HRESULT result = Resize(end);
-    if (FAILED(result)) return result;
-  }
-  if (length != 0) std::memcpy(bytes.data() + position, data, length);
+  if (ULONGLONG{position} + length > SIZE_MAX / 2) return E_OUTOFMEMORY;
+  const auto* from = static_cast<const BYTE*>(data);
+  if (position > bytes.size()) bytes.resize(position + length);  // zeros before what is written
+  const std::size_t over = std::min<std::size_t>(length, bytes.size() - position);
+  bytes.insert(bytes.end(), from + over, from + length);  // first, since it may fail
+  if (over != 0) std::memcpy(bytes.data() + position, from, over);
   position += length;
   if (written != nullptr) *written = length;
   return S_OK;
+} catch (const std::exception&) {
+  return E_OUTOFMEMORY;
 }
 
 HRESULT BytesStream::Seek(LARGE_INTEGER offset, DWORD origin, ULARGE_INTEGER* to) {

@@ -259,8 +259,8 @@ void CZCategoryReltn::Save(IZStream* stream, IZDatabase* database) {
   Require(projectionAttrib_);
   Require(sectionAttrib_);
   IZSingleReltnImpl::Save(stream, database);
-  stream->Write(&flags_, sizeof(flags_));
-  stream->Write(&level_, sizeof(level_));
+  const BYTE flagsAndLevel[2] = {flags_, level_};
+  stream->Write(flagsAndLevel, sizeof(flagsAndLevel));
   projectionAttrib_->Save(stream, database);
   sectionAttrib_->Save(stream, database);
   hatchA_.Save(stream);

@@ -15,6 +15,20 @@
 #include <string>
 #include <utility>
 
+namespace zdm {
+
+#pragma pack(push, 1)
+/// What a parameter record begins with.
+struct ParameterHead {
+  USHORT flags;
+  USHORT key;
+  BYTE hasDefinition;
+};
+#pragma pack(pop)
+static_assert(sizeof(ParameterHead) == 5);
+
+}  // namespace zdm
+
 template <class T>
 void IZParameterImpl<T>::Report() {
   if (IZParameterArray* array = array_.Get()) array->OnParameterChanged(this);
@@ -258,14 +272,22 @@ bool IZParameterImpl<T>::Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisi
 //   variable  its own record
 //      1      type code of the value, 0 without one
 //   variable  the value's own record
+//
+// Of all records there are most of these, so what stands side by side is written together.
 template <class T>
 void IZParameterImpl<T>::SaveBody(IZStream* stream, IZDatabase* database) {
-  stream->Write(&flags_, sizeof(flags_));
-  stream->Write(&key_, sizeof(key_));
-  definition_.Save(stream, database);
-  link_.Save(stream, database);
+  const zdm::ParameterHead head = {flags_, key_, definition_.GetReltn() != nullptr};
+  stream->Write(&head, sizeof(head));
+  if (head.hasDefinition != 0) definition_.GetReltn()->Save(stream, database);
+  const bool hasLink = link_.GetReltn() != nullptr;
+  if (hasLink) link_.Save(stream, database);
   const BYTE type = value_.IsNull() ? BYTE{0} : BYTE{value_.Get()->GetType()};
-  stream->Write(&type, sizeof(type));
+  if (hasLink) {
+    stream->Write(&type, sizeof(type));
+  } else {
+    const auto noLinkAndType = static_cast<USHORT>(type << 8);
+    stream->Write(&noLinkAndType, sizeof(noLinkAndType));
+  }
   if (!value_.IsNull()) value_.Get()->Save(stream, database);
 }
 

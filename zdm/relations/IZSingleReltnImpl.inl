@@ -24,8 +24,10 @@ void IZSingleReltnImpl<T>::CopyFrom(IZRelation* other) {
 //       12     4  ID of the target, 0 for none
 template <class T>
 void IZSingleReltnImpl<T>::Save(IZStream* stream, IZDatabase*) {
-  const LONG record[4] = {static_cast<LONG>(this->status_), this->tag_,
-                          static_cast<LONG>(this->spare_), target_ != nullptr ? target_->ID : 0};
+  // In two words: the stream copies sixteen bytes at once, which waits for fields stored singly.
+  const auto id = static_cast<ULONG>(target_ != nullptr ? target_->ID : 0);
+  const ULONGLONG record[2] = {this->status_ | ULONGLONG{static_cast<ULONG>(this->tag_)} << 32,
+                               this->spare_ | ULONGLONG{id} << 32};
   stream->Write(record, sizeof(record));
 }
 

@@ -16,7 +16,7 @@ class StreamContent {
  public:
   /// Longer streams do not fit a compound file of version 3.
   static constexpr ULONGLONG kMaxSize = 0x7FFFFFFF;
-  static constexpr std::size_t kPieceSize = std::size_t{64} << 10;
+  static constexpr std::size_t kPieceSize = std::size_t{256} << 10;
 
   StreamContent() = default;
   /// The stream of `size` bytes that begins at sector `start` of `source`.
@@ -56,7 +56,7 @@ class StreamContent {
 
 template <class Visit>
 HRESULT StreamContent::ForEachPiece(Visit visit) const {
-  constexpr std::size_t kWindowPieces = 16;  // read from the file at once
+  constexpr std::size_t kWindowPieces = 4;  // read from the file at once
   std::vector<BYTE> buffer;
   ULONGLONG offset = 0;
   while (offset < size_) {

@@ -55,6 +55,19 @@ TEST(Stream, WritesScalarsAndStringsByteByByteAndReadsThemBack) {
   EXPECT_EQ(stream.GetBytesLeft(), 0u);
 }
 
+TEST(Stream, WritesTextsOfEveryLengthAlike) {
+  for (std::size_t length = 0; length < 80; ++length) {
+    std::basic_string<OLECHAR> text;
+    for (std::size_t i = 0; i < length; ++i) text += static_cast<OLECHAR>('A' + i);
+    ByteStream stream;
+    stream.WriteBSTR(zdm::Bstr(text.c_str()).Get());
+    Bytes expected = {static_cast<BYTE>(2 * length + 2), 0, 0, 0};
+    for (const OLECHAR unit : text) expected.insert(expected.end(), {static_cast<BYTE>(unit), 0});
+    expected.insert(expected.end(), {0, 0});
+    EXPECT_EQ(stream.GetBytes(), expected) << length;
+  }
+}
+
 TEST(Stream, TerminatesAStringOfOddBytesByAZeroUnit) {
   ByteStream stream;
   BSTR odd = SysAllocStringByteLen("abc", 3);
