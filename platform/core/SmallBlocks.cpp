@@ -55,7 +55,7 @@ std::size_t Room(const Page& page) {
 std::size_t IndexOf(std::size_t size) { return (size - 1) / kGrain; }
 std::size_t BlockSize(std::size_t index) { return (index + 1) * kGrain; }
 
-/// All pages. A block comes out of a hole of its size, else out of the page that is being filled.
+/// The pages of one kind. A block comes out of a hole of its size, else out of the page that is being filled.
 class Blocks {
  public:
   void* Take(std::size_t index) noexcept {
@@ -150,54 +150,47 @@ class Blocks {
 };
 
 // Never destroyed: what other static objects hold may come back late.
-constinit Blocks blocks;
+constinit Blocks kinds[3];
 
-/// When the library goes, so does the page that was kept.
-const struct LastPage {
-  ~LastPage() { blocks.DropEmpty(); }
-} lastPage;
+Blocks& Of(BlockKind kind) { return kinds[static_cast<std::size_t>(kind)]; }
+
+/// When the library goes, so do the pages that were kept.
+const struct LastPages {
+  ~LastPages() {
+    for (Blocks& each : kinds) each.DropEmpty();
+  }
+} lastPages;
 
 bool IsSmall(std::size_t size) { return ZDM_WATCHED_HEAP == 0 && size <= kLargest; }
 
 }  // namespace
 
-void* InSmallBlocks::operator new(std::size_t size) {
+void* TakeBlock(BlockKind kind, std::size_t size) {
   if (!IsSmall(size)) return ::operator new(size);
-  void* const block = blocks.Take(IndexOf(size));
+  void* const block = Of(kind).Take(IndexOf(size));
   if (block == nullptr) throw std::bad_alloc();
   return block;
 }
 
-void* InSmallBlocks::operator new(std::size_t size, const std::nothrow_t& nothrow) noexcept {
-  return IsSmall(size) ? blocks.Take(IndexOf(size)) : ::operator new(size, nothrow);
+void* TakeBlock(BlockKind kind, std::size_t size, const std::nothrow_t& nothrow) noexcept {
+  return IsSmall(size) ? Of(kind).Take(IndexOf(size)) : ::operator new(size, nothrow);
 }
 
-void InSmallBlocks::operator delete(void* block, std::size_t size) noexcept {
+void GiveBackBlock(BlockKind kind, void* block, std::size_t size) noexcept {
   if (block == nullptr) return;
   if (IsSmall(size)) {
-    blocks.GiveBack(block, IndexOf(size));
+    Of(kind).GiveBack(block, IndexOf(size));
   } else {
     ::operator delete(block);
   }
 }
 
-void* InSmallBlocks::operator new(std::size_t size, std::align_val_t alignment) {
-  return ::operator new(size, alignment);
-}
-
-void* InSmallBlocks::operator new(std::size_t size, std::align_val_t alignment,
-                                  const std::nothrow_t& nothrow) noexcept {
-  return ::operator new(size, alignment, nothrow);
-}
-
-void InSmallBlocks::operator delete(void* block, std::size_t, std::align_val_t alignment) noexcept {
-  ::operator delete(block, alignment);
-}
-
 std::vector<SmallBlockUse> GetSmallBlockUse() {
   std::vector<SmallBlockUse> uses;
   for (std::size_t index = 0; index < kSizes; ++index) {
-    uses.push_back({BlockSize(index), blocks.GetUsed(index)});
+    std::size_t count = 0;
+    for (const Blocks& each : kinds) count += each.GetUsed(index);
+    uses.push_back({BlockSize(index), count});
   }
   return uses;
 }

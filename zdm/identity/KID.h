@@ -6,7 +6,7 @@
 #include "platform/core/SmallBlocks.h"
 #include "platform/ole/ole.h"
 
-class ZDM_API KID : public zdm::InSmallBlocks {
+class ZDM_API KID : public zdm::InBlocks<zdm::BlockKind::kRecord> {
  public:
   explicit KID(LONG id = 0) : ID(id) {}
   KID(const KID&) = default;

@@ -25,9 +25,13 @@ constexpr LONGLONG kNewObjectOptions = static_cast<LONGLONG>(0xF230FA2000000000)
 }  // namespace zdm
 
 template <class T>
-class IZDMObjectImpl : public IZDisplayImpl<IZObjectImpl<T>>, public zdm::StoredParts {
+class IZDMObjectImpl : public IZDisplayImpl<IZObjectImpl<T>>,
+                       public zdm::StoredParts,
+                       public zdm::InBlocks<zdm::BlockKind::kObject> {
  public:
   using T::GetMaterial;  // forms of its own that an interface may add
+  using zdm::InBlocks<zdm::BlockKind::kObject>::operator new;
+  using zdm::InBlocks<zdm::BlockKind::kObject>::operator delete;
 
   /// A record of its own with status bit 12 and the option mask of a new object; no owner.
   IZDMObjectImpl();
