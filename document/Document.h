@@ -75,7 +75,8 @@ class Document {
 
   /// Who refers to the object of that ID. Borrowed until the document is asked again.
   std::span<const LONG> ReferrersOf(LONG id) const;
-  /// The same for any number of IDs while nothing changes. Borrowed until the document changes.
+  /// The same for any number of IDs while nothing changes. Borrowed until anything in the
+  /// document changes.
   Referrers GetReferrers() const;
   /// All objects that lead to one of these over any chain of references, these left out: what has
   /// to be looked at when they change.

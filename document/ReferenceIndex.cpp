@@ -247,8 +247,11 @@ Referrers::IDs Referrers::Far(LONG id) const {
 }
 
 std::span<const LONG> ReferenceIndex::ReferrersOf(LONG id) {
-  const Referrers::IDs found = GetReferrers().Of(id);
-  referrersOf_.assign(found.begin(), found.end());
+  BringUpToDate();
+  referrersOf_.clear();
+  const Slot slot = FindID(id);
+  if (slot == kNone) return {};
+  for (const Slot each : referrers_[slot]) referrersOf_.push_back(ids_[each]);
   // As a rule they are: lists begin in the order of the table.
   if (!std::ranges::is_sorted(referrersOf_)) std::ranges::sort(referrersOf_);
   return referrersOf_;

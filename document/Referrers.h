@@ -1,6 +1,6 @@
 // Who refers to whom, by IDs, as it stands: for many questions in a row, each of which costs little
-// more than going through its answer. Borrowed from the document (Document::GetReferrers) until it
-// changes or ends.
+// more than going through its answer. Borrowed from the document (Document::GetReferrers) until
+// anything in it changes, also a status or a parameter's target, or it ends.
 #pragma once
 
 #include "document/Adjacency.h"
@@ -24,7 +24,8 @@ class Referrers {
       using difference_type = std::ptrdiff_t;
       using reference = LONG;
       using pointer = void;
-      using iterator_category = std::forward_iterator_tag;
+      using iterator_concept = std::forward_iterator_tag;
+      using iterator_category = std::input_iterator_tag;
 
       Iterator() = default;
       Iterator(const IDs& list, std::size_t at) : slots_(list.slots_), ids_(list.ids_), at_(at) {}

@@ -55,7 +55,8 @@ std::size_t Room(const Page& page) {
 std::size_t IndexOf(std::size_t size) { return (size - 1) / kGrain; }
 std::size_t BlockSize(std::size_t index) { return (index + 1) * kGrain; }
 
-/// The pages of one kind. A block comes out of a hole of its size, else out of the page that is being filled.
+/// The pages of one kind. A block comes out of a hole of its size, else out of the page that is
+/// being filled.
 class Blocks {
  public:
   void* Take(std::size_t index) noexcept {
@@ -70,17 +71,19 @@ class Blocks {
     Page& page = PageOf(block);
     AddHole(page, block, index);
     --used_[index];
-    if (--page.used == 0) Empty(page);
+    if (--page.used == 0) Clear(page);
   }
 
   /// The page that is being filled, if nothing is in it.
   void DropEmpty() noexcept {
     if (filled_ == nullptr || filled_->used != 0) return;
     GiveBackPage(filled_);
+    --pages_;
     filled_ = nullptr;
   }
 
   std::size_t GetUsed(std::size_t index) const { return used_[index]; }
+  std::size_t GetPages() const { return pages_; }
 
  private:
   void* TakeHole(std::size_t index) noexcept {
@@ -102,6 +105,7 @@ class Blocks {
   bool AddPage() noexcept {
     void* const memory = TakePage();
     if (memory == nullptr) return false;
+    ++pages_;
     if (filled_ != nullptr && Room(*filled_) != 0) {
       AddHole(*filled_, filled_->fresh, IndexOf(Room(*filled_)));
     }
@@ -117,7 +121,7 @@ class Blocks {
   }
 
   /// Nothing in it is used any more.
-  void Empty(Page& page) noexcept {
+  void Clear(Page& page) noexcept {
     for (std::size_t index = 0; index < kSizes; ++index) {
       if (page.holes[index].first == nullptr) continue;
       Unlink(page, index);
@@ -127,6 +131,7 @@ class Blocks {
       page.fresh = FirstBlock(page);
     } else {
       GiveBackPage(&page);
+      --pages_;
     }
   }
 
@@ -147,6 +152,7 @@ class Blocks {
   Page* filled_ = nullptr;
   Page* holed_[kSizes] = {};  // by size, the first page that has holes of it
   std::size_t used_[kSizes] = {};
+  std::size_t pages_ = 0;
 };
 
 // Never destroyed: what other static objects hold may come back late.
@@ -183,6 +189,12 @@ void GiveBackBlock(BlockKind kind, void* block, std::size_t size) noexcept {
   } else {
     ::operator delete(block);
   }
+}
+
+std::size_t CountBlockPages() {
+  std::size_t count = 0;
+  for (const Blocks& each : kinds) count += each.GetPages();
+  return count;
 }
 
 std::vector<SmallBlockUse> GetSmallBlockUse() {

@@ -1,10 +1,10 @@
-// Where the small objects live that a document has by the million: side by side in pages of 64 KB in
-// the order in which they are made, without a word of bookkeeping between them. So they take less
-// and come and go faster than blocks of the heap, and what was made together, a parameter with its
-// value and its relation, is found together. What others refer to from everywhere has pages of its
-// own, where much of it is near. What came back is used again for blocks of its size; a page whose
-// blocks all came back goes back to the system, but for the one that is being filled. As everything
-// about objects, on one thread at a time.
+// Where the small objects live that a document has by the million: side by side in pages of 64 KB
+// in the order in which they are made, without a word of bookkeeping between them. So they take
+// less and come and go faster than blocks of the heap, and what was made together, a parameter with
+// its value and its relation, is found together. What others refer to from everywhere has pages of
+// its own, where much of it is near. What came back is used again for blocks of its size; a page
+// whose blocks all came back goes back to the system, but for the one that is being filled. As
+// everything about objects, on one thread at a time.
 #pragma once
 
 #include "platform/Export.h"
@@ -63,5 +63,7 @@ struct SmallBlockUse {
 
 /// One entry for each size, ascending.
 ZDM_API std::vector<SmallBlockUse> GetSmallBlockUse();
+/// The pages that are held.
+ZDM_API std::size_t CountBlockPages();
 
 }  // namespace zdm

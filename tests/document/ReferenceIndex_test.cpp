@@ -177,6 +177,14 @@ class ReferenceIndexTest : public testing::TestWithParam<unsigned> {
     Any()->SetID(static_cast<ULONG>(document_->GetOIDManager()->QuerySoftID()));
     document_->GetOIDManager()->ReSort();
   }
+  void RenumberOwner() {
+    IZDMObject* const object = Any();
+    if (object->GetOwnerOID() == document_->GetOID()) return;
+    const auto former = static_cast<LONG>(object->GetOwnerID());
+    object->SetOwnerID(static_cast<ULONG>(document_->GetOIDManager()->QuerySoftID()));
+    EXPECT_TRUE(document_.GetReferrers().Of(former).empty());
+    document_->GetOIDManager()->ReSort();
+  }
 
   /// The walk's answer to every question.
   void Check() {
@@ -271,7 +279,8 @@ TEST_P(ReferenceIndexTest, AnswersLikeAWalkAfterEveryChange) {
       {"add with a hard ID", [&] { AddHard(); }},
       {"delete", [&] { Delete(); }},
       {"toggle object", [&] { ToggleObject(); }},
-      {"new ID", [&] { Renumber(); }}};
+      {"new ID", [&] { Renumber(); }},
+      {"new ID of the owner", [&] { RenumberOwner(); }}};
   Check();
   for (int i = 0; i < 150 && !HasFatalFailure(); ++i) {
     const auto& [name, change] = changes[Below(std::size(changes))];

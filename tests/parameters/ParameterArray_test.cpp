@@ -245,6 +245,47 @@ TEST_F(ParameterArray, TellsKeysOfOneMarkApart) {
   EXPECT_EQ(array->GetParameter(other), array->GetAt(0));
 }
 
+/// What a binary search for a key that is there comes to.
+IZParameter* Searched(IZParameterArray& array, BYTE number) {
+  LONG low = 0;
+  LONG high = array.GetCount() - 1;
+  for (;;) {
+    const LONG middle = (low + high) / 2;
+    const BYTE found = KeyOf(array.GetAt(middle)).Data4[7];
+    if (found == number) return array.GetAt(middle);
+    if (found < number) {
+      low = middle + 1;
+    } else {
+      high = middle - 1;
+    }
+  }
+}
+
+// As many as are found by marks in the array itself, by marks beside it, and without marks.
+TEST_F(ParameterArray, OfTwoOfOneKeyGivesTheOneThatASearchComesTo) {
+  for (const BYTE count : {BYTE{4}, BYTE{7}, BYTE{30}, BYTE{90}}) {
+    const auto many = MakeArray();
+    std::vector<BYTE> keys(count);
+    std::iota(keys.begin(), keys.end(), BYTE{1});
+    Add(keys, many);
+    for (LONG twice = 0; twice < count; ++twice) {
+      const auto sheet = MakeArray();
+      std::vector<zdm::ParaEntry> entries;
+      for (LONG i = 0; i < count; ++i) {
+        for (LONG copy = 0; copy < (i == twice ? 2 : 1); ++copy) {
+          auto& entry = entries.emplace_back();
+          many->GetAt(i)->CloneParameter(entry.parameter.Out());
+          entry.key = zdm::GuidKey(KeyOf(entry.parameter));
+        }
+      }
+      sheet->GetParaArray()->Assign(entries);
+      const auto number = static_cast<BYTE>(twice + 1);
+      EXPECT_EQ(sheet->GetParameter(Key(number)), Searched(*sheet, number))
+          << int{count} << ", " << twice;
+    }
+  }
+}
+
 TEST_F(ParameterArray, CopiesOfTheStorageHoldReferencesOfTheirOwn) {
   Add({1, 2});
   ZParaArray copy = *array->GetParaArray();

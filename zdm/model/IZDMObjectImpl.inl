@@ -180,7 +180,9 @@ void IZDMObjectImpl<T>::SetOwnerOID(OID* oid) {
 
 template <class T>
 void IZDMObjectImpl<T>::SetOwnerID(ULONG id) {
-  if (ownerOid_ != nullptr) ownerOid_->ID = static_cast<LONG>(id);
+  if (ownerOid_ == nullptr) return;
+  ownerOid_->ID = static_cast<LONG>(id);
+  if (ownerOid_->Object != nullptr) zdm::ChangeWatch::Changed(*ownerOid_->Object);
 }
 
 template <class T>

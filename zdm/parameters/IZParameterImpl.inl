@@ -276,9 +276,10 @@ bool IZParameterImpl<T>::Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisi
 // Of all records there are most of these, so what stands side by side is written together.
 template <class T>
 void IZParameterImpl<T>::SaveBody(IZStream* stream, IZDatabase* database) {
-  const zdm::ParameterHead head = {flags_, key_, definition_.GetReltn() != nullptr};
+  const ZRefPtr<IZSingleReltn> definition = definition_.GetReltn();
+  const zdm::ParameterHead head = {flags_, key_, definition != nullptr};
   stream->Write(&head, sizeof(head));
-  if (head.hasDefinition != 0) definition_.GetReltn()->Save(stream, database);
+  if (definition != nullptr) definition->Save(stream, database);
   const bool hasLink = link_.GetReltn() != nullptr;
   if (hasLink) link_.Save(stream, database);
   const BYTE type = value_.IsNull() ? BYTE{0} : BYTE{value_.Get()->GetType()};

@@ -17,6 +17,7 @@ namespace zdm {
 /// queries do not.
 class ZDM_INTERFACE ParameterLinks {
  protected:
+  /// Whether there is a relation for it, with or without a target.
   bool HasLink() const { return link_.GetReltn() != nullptr; }
 
   ParameterTarget definition_{true};

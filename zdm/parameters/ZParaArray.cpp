@@ -193,6 +193,7 @@ void ZParaArray::LookAgain() const {
 LONG ZParaArray::FindMark(ULONG mark) const {
   ULONGLONG met = 0;
   if (!isMany_) {
+    static_assert(kFew == 8);
     static constexpr ULONG kBits[kFew] = {1, 2, 4, 8, 16, 32, 64, 128};
     ULONG bits[kFew];
     for (LONG i = 0; i < kFew; ++i) bits[i] = held_.few.marks[i] == mark ? kBits[i] : 0;

@@ -44,8 +44,9 @@ class ZDM_API ZParaArray {
   LONG GetCount() const { return count_; }
   /// Borrowed; `index` must be within the bounds.
   IZParameter* at(LONG index) const { return Items()[index]; }
-  /// By binary search over the definition GUIDs, then by a scan from the first. Borrowed; null if
-  /// none and for GUID_UNSET.
+  /// By binary search over the definition GUIDs, then by a scan from the first; where a
+  /// definition's GUID became that of another one only since, perhaps the other one's. Borrowed;
+  /// null if none and for GUID_UNSET.
   IZParameter* GetParameter(const GUID& definitionGUID) const;
   /// The place of what GetParameter answers; -1 if none.
   LONG IndexOf(const GUID& definitionGUID) const;

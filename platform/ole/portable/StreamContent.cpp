@@ -103,6 +103,7 @@ HRESULT StreamContent::OwnPiece(std::size_t index, bool keep, Piece** out) {
   std::shared_ptr<Piece>& slot = pieces_[index];
   if (slot == nullptr || slot.use_count() > 1) {
     auto piece = std::make_shared<Piece>();
+    // The first piece of a small stream takes no more than it holds.
     if (index != 0 || !keep) piece->reserve(kPieceSize);
     if (!keep) MakePresent(piece->data(), kPieceSize);
     if (keep && slot != nullptr) {

@@ -79,6 +79,27 @@ TEST(SmallBlocks, KeepObjectsApart) {
   EXPECT_EQ(CountInUse(), before);
 }
 
+// Pages whose blocks all came back go back, but for the one that is being filled.
+TEST(SmallBlocks, LieInTheOrderOfTheirMakingAndGiveTheirPagesBack) {
+  constexpr std::size_t kCount = 20000;
+  const std::size_t before = zdm::CountBlockPages();
+  std::vector<std::unique_ptr<Thing>> things;
+  for (std::size_t i = 0; i < kCount; ++i) things.push_back(Make(static_cast<unsigned>(i % 4)));
+  if (zdm::CountBlockPages() == 0) GTEST_SKIP() << "blocks are of the heap here";
+  std::size_t neighbours = 0;
+  for (std::size_t i = 1; i < kCount; ++i) {
+    const auto place = [&](std::size_t at) {
+      return reinterpret_cast<std::uintptr_t>(&*things[at]);
+    };
+    const std::size_t distance = place(i) - place(i - 1);
+    if (distance > 0 && distance <= 512) ++neighbours;
+  }
+  EXPECT_GT(neighbours, kCount * 9 / 10);
+  std::ranges::shuffle(things, std::mt19937(5));
+  things.clear();
+  EXPECT_LE(zdm::CountBlockPages(), before + 1);
+}
+
 TEST(SmallBlocks, PagesBeginAtMultiplesOfTheirSizeAndAreZero) {
   std::vector<void*> pages;
   for (int i = 0; i < 200; ++i) {
