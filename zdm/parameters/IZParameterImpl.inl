@@ -48,7 +48,7 @@ IZDefinition* IZParameterImpl<T>::GetDefinition() {
 
 template <class T>
 void IZParameterImpl<T>::SetDefinition(IZObject* definition) {
-  definition_.SetObject(zdm::ViewAs<IZDMObject>(definition));
+  definition_.SetObject(zdm::ViewAs<IZDMObject>(definition), this->kDefinitionDiffusible);
   zdm::ChangeWatch::Changed(*this);
 }
 
@@ -91,7 +91,7 @@ void IZParameterImpl<T>::AddPropertyTo(IZPropertyColl* collection) {
 template <class T>
 void IZParameterImpl<T>::SetLinkedObject(IZDMObject* source) {
   if (source != nullptr) {
-    link_.SetObject(source);
+    link_.SetObject(source, this->kLinkDiffusible);
   } else {
     link_.Reset();
   }
@@ -298,8 +298,8 @@ void IZParameterImpl<T>::LoadBody(IZStream* stream, IZDatabase* database) {
   stream->Read(words, sizeof(words));
   flags_ = words[0];
   key_ = words[1];
-  definition_.Load(stream, database);
-  link_.Load(stream, database);
+  definition_.Load(stream, database, this->kDefinitionDiffusible);
+  link_.Load(stream, database, this->kLinkDiffusible);
   BYTE type;
   stream->Read(&type, sizeof(type));
   value_.Attach(ZDfValueRxClass::CreateZDfValue(type));

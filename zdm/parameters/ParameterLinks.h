@@ -20,8 +20,12 @@ class ZDM_INTERFACE ParameterLinks {
   /// Whether there is a relation for it, with or without a target.
   bool HasLink() const { return link_.GetReltn() != nullptr; }
 
-  ParameterTarget definition_{true};
-  ParameterTarget link_{false};
+  // Whether changes spread along them.
+  static constexpr bool kDefinitionDiffusible = true;
+  static constexpr bool kLinkDiffusible = false;
+
+  ParameterTarget definition_;
+  ParameterTarget link_;
 
  private:
   template <class View>

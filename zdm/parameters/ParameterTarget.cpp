@@ -12,10 +12,10 @@
 
 namespace zdm {
 
-void ParameterTarget::Make() {
+void ParameterTarget::Make(bool diffusible) {
   if (reltn_ != nullptr) return;
   reltn_ = CreateAs<IZSingleReltn>(kPlainReltnClass);
-  if (reltn_ != nullptr) reltn_->SetReltnDiffusible(isDiffusible_);
+  if (reltn_ != nullptr) reltn_->SetReltnDiffusible(diffusible);
 }
 
 /// Only records that objects brought along: one that the relation was given otherwise comes from an
@@ -24,8 +24,8 @@ void ParameterTarget::Hold(OID* record) {
   if (record != held_) OID::GiveUp(std::exchange(held_, OID::Take(record)), nullptr);
 }
 
-void ParameterTarget::SetObject(IZDMObject* object) {
-  Make();
+void ParameterTarget::SetObject(IZDMObject* object, bool diffusible) {
+  Make(diffusible);
   if (reltn_ == nullptr || object == nullptr) return;
   reltn_->SetReltnObj(object);
   Hold(reltn_->GetReltnObject() == object ? reltn_->GetReltnOID() : nullptr);
@@ -57,11 +57,11 @@ void ParameterTarget::Save(IZStream* stream, IZDatabase* database) const {
   if (reltn_ != nullptr) reltn_->Save(stream, database);
 }
 
-void ParameterTarget::Load(IZStream* stream, IZDatabase* database) {
+void ParameterTarget::Load(IZStream* stream, IZDatabase* database, bool diffusible) {
   BYTE flag;
   stream->Read(&flag, sizeof(flag));
   if (flag != 1) return;
-  Make();
+  Make(diffusible);
   if (reltn_ == nullptr) throw CAtlException(E_FAIL);
   reltn_->Load(stream, database);
   if (reltn_->GetReltnOID() != held_) Hold(nullptr);

@@ -17,8 +17,7 @@ namespace zdm {
 
 class ZDM_API ParameterTarget {
  public:
-  /// @param diffusible  whether changes spread along the relation.
-  explicit ParameterTarget(bool diffusible) : isDiffusible_(diffusible) {}
+  ParameterTarget() = default;
   ParameterTarget(const ParameterTarget&) = delete;
   ParameterTarget& operator=(const ParameterTarget&) = delete;
   ~ParameterTarget() { Hold(nullptr); }
@@ -33,7 +32,8 @@ class ZDM_API ParameterTarget {
   }
 
   /// Makes the relation where there is none, and `object` its target; null leaves the target.
-  void SetObject(IZDMObject* object);
+  /// @param diffusible  whether changes spread along a relation that is made.
+  void SetObject(IZDMObject* object, bool diffusible);
   /// Takes the relation away.
   void Reset();
   /// Exchanges the relation, with its target.
@@ -42,15 +42,14 @@ class ZDM_API ParameterTarget {
   /// Offers the relation, if there is one.
   bool Accept(IZDMObject* root, IZDMObject* owner, IZReltnVisitor* visitor);
   void Save(IZStream* stream, IZDatabase* database) const;
-  void Load(IZStream* stream, IZDatabase* database);
+  void Load(IZStream* stream, IZDatabase* database, bool diffusible);
 
  private:
-  void Make();
+  void Make(bool diffusible);
   void Hold(OID* record);
 
   ZRefPtr<IZSingleReltn> reltn_;
   OID* held_ = nullptr;
-  bool isDiffusible_;
 };
 
 }  // namespace zdm
