@@ -56,7 +56,7 @@ HRESULT WithLarge(IStorage* root, Use use) {
 struct Operation {
   const char* name;
   HRESULT (*run)(IStorage* root);
-  bool stepwise = false;  // what was copied before memory ran out stays
+  bool stepwise = false;  // what was done before memory ran out stays
 };
 
 const Operation kOperations[] = {
@@ -73,6 +73,14 @@ const Operation kOperations[] = {
      [](IStorage* root) {
        return WithLarge(root, [](IStream* stream) { return stream->Write("abc", 3, nullptr); });
      }},
+    {"write over two pieces of memory",
+     [](IStorage* root) {
+       return WithLarge(root, [](IStream* stream) {
+         stream->Seek(Move((256 << 10) - 2), STREAM_SEEK_SET, nullptr);
+         return stream->Write("abc", 3, nullptr);
+       });
+     },
+     true},
     {"set the size",
      [](IStorage* root) {
        return WithLarge(root, [](IStream* stream) { return stream->SetSize(Size(70000)); });
