@@ -208,6 +208,9 @@ TEST(Storage, CopiesIntoAnotherMergingStorages) {
   EXPECT_EQ(BytesOf(folder.Get(), OLESTR("1")), expected);
   EXPECT_EQ(BytesOf(OpenFolder(from.Get(), OLESTR("Objects")).Get(), OLESTR("1")),
             Pattern(300000, 4));
+  EXPECT_EQ(OpenStream(to.Get(), OLESTR("below"))->SetSize(Size(1000)), S_OK);
+  EXPECT_EQ(BytesOf(to.Get(), OLESTR("below")), Pattern(1000, 3));
+  EXPECT_EQ(BytesOf(from.Get(), OLESTR("below")), Pattern(4095, 3));
 }
 
 TEST(StorageFile, AnswersForFilesThatAreNone) {
