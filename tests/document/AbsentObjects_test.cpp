@@ -2,6 +2,7 @@
 // back, byte for byte.
 #include "document/CZDMAbsentObject.h"
 #include "tests/document/DocumentSupport.h"
+#include "tests/model/EmbedSupport.h"
 #include "tests/support/TestDatabase.h"
 #include "zdm/framework/CreateAs.h"
 #include "zdm/identity/OID.h"
@@ -14,6 +15,8 @@
 #include <cstring>
 
 using namespace zdm::test;
+
+ZDM_OBJECT_BODY(zdm::test::Extension)
 
 namespace {
 
@@ -133,6 +136,24 @@ TEST_F(Objects, EmbeddedOnesAndProxiesComeBackThroughTheirFrames) {
   CoTaskMemFree(data);
   EXPECT_EQ(readProxy->GetReltnColl()->GetCount(), 1);
   EXPECT_EQ(document->GetCount(), 3);
+}
+
+/// Absent objects are of one class, whatever they stand for.
+TEST_F(Objects, AbsentWithAndWithoutAFrameComeBackFromOneDocument) {
+  class ForeignExtension : public Extension {
+    HRESULT GetClassID(GUID* out) const override {
+      *out = ForeignObject::kClass;
+      return S_OK;
+    }
+  };
+  auto embedded = zdm::MakeObject<CZDMObjEmbed, CZDMObjEmbed>();
+  embedded->SetExt(zdm::MakeObject<Extension, ForeignExtension>());
+  document->AddTail(zdm::MakeObject<ForeignObject, ForeignObject>());
+  document->AddTail(embedded->GetIZObject());
+  ASSERT_NE(At<CZDMAbsentObject>(1), nullptr);
+  auto* framed = At<CZDMAbsentObject>(2);
+  ASSERT_NE(framed, nullptr);
+  EXPECT_EQ(framed->GetFrameKind(), zdm::FrameKind::kEmbedded);
 }
 
 }  // namespace

@@ -189,6 +189,30 @@ TEST_P(StorageMemory, ReleasedWithoutAnyLeavesTheOldFileOrTheNewOne) {
   }
 }
 
+// Part of the second piece of a stream read from the file, and all of the first one.
+TEST(StreamMemory, AFailedWriteLeavesTheBytesThatWereThere) {
+  const Name path = FreshPath("pieces");
+  const Bytes old = Pattern(300000);
+  const Bytes bytes = Pattern(256 << 10, 2);
+  for (const std::size_t at : {280000, 0}) {
+    SCOPED_TRACE(at);
+    AddStream(CreateAt(path).Get(), OLESTR("s"), old);
+    const auto size = static_cast<ULONG>(at == 0 ? bytes.size() : 3);
+    HRESULT result = E_OUTOFMEMORY;
+    for (int count = 0; result != S_OK; ++count) {
+      SCOPED_TRACE(count);
+      const Storage root = OpenAt(path);
+      const Stream stream = OpenStream(root.Get(), OLESTR("s"));
+      ASSERT_EQ(stream->Seek(Move(static_cast<LONGLONG>(at)), STREAM_SEEK_SET, nullptr), S_OK);
+      result = WithAllocations(count, [&] { return stream->Write(bytes.data(), size, nullptr); });
+      ASSERT_TRUE(result == S_OK || result == E_OUTOFMEMORY);
+      Bytes expected = old;
+      if (result == S_OK) std::copy_n(bytes.begin(), size, expected.data() + at);
+      EXPECT_EQ(ReadAll(stream.Get()), expected);
+    }
+  }
+}
+
 // Opens the file at `path` and reads everything with no more than 16 MB and four times the file.
 void ExpectReadWithinMemory(const Name& path, HRESULT expected, unsigned elementsExpected,
                             DWORD transacted = STGM_DIRECT) {

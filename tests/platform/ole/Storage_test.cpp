@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <numeric>
 
 namespace zdm::test {
 namespace {
@@ -199,10 +200,17 @@ TEST(Storage, CopiesIntoAnotherMergingStorages) {
   EXPECT_EQ(BytesOf(to.Get(), OLESTR("small")), Pattern(100, 1));
   const Storage folder = OpenFolder(to.Get(), OLESTR("Objects"));
   EXPECT_EQ(BytesOf(folder.Get(), OLESTR("own")), Pattern(7));
-  // The copy is a copy.
-  Write(OpenStream(folder.Get(), OLESTR("1")).Get(), Pattern(70000, 9));
+  // The copy is a copy, also where all of a piece that both share is written at once.
+  const Bytes written = Pattern(280000, 9);
+  Write(OpenStream(folder.Get(), OLESTR("1")).Get(), written);
+  Bytes expected = Pattern(300000, 4);
+  std::copy(written.begin(), written.end(), expected.begin());
+  EXPECT_EQ(BytesOf(folder.Get(), OLESTR("1")), expected);
   EXPECT_EQ(BytesOf(OpenFolder(from.Get(), OLESTR("Objects")).Get(), OLESTR("1")),
             Pattern(300000, 4));
+  EXPECT_EQ(OpenStream(to.Get(), OLESTR("below"))->SetSize(Size(1000)), S_OK);
+  EXPECT_EQ(BytesOf(to.Get(), OLESTR("below")), Pattern(1000, 3));
+  EXPECT_EQ(BytesOf(from.Get(), OLESTR("below")), Pattern(4095, 3));
 }
 
 TEST(StorageFile, AnswersForFilesThatAreNone) {
@@ -280,7 +288,7 @@ TEST(StorageFile, OpeningASoundFileDoesNotWriteIt) {
 TEST(StorageFile, ReadsScatteredStreams) {
   for (const int version : {3, 4}) {
     CompoundBuilder builder(version);
-    const Bytes bytes = Pattern(200000);
+    Bytes bytes = Pattern(300000);
     const ULONG entry = builder.AddStream(0, OLESTR("s"), bytes);
     Bytes file = builder.Build();
     // Swap neighbours from the second sector on, and the chain with them.
@@ -298,7 +306,14 @@ TEST(StorageFile, ReadsScatteredStreams) {
     }
     const Name path = FreshPath("scattered");
     WriteFile(path, file);
-    EXPECT_EQ(BytesOf(OpenAt(path).Get(), OLESTR("s")), bytes);
+    const Storage root = OpenAt(path);
+    EXPECT_EQ(BytesOf(root.Get(), OLESTR("s")), bytes);
+    // Around what is written stays what was read from the middle of the chain.
+    const Stream stream = OpenStream(root.Get(), OLESTR("s"));
+    ASSERT_EQ(stream->Seek(Move(280000), STREAM_SEEK_SET, nullptr), S_OK);
+    Write(stream.Get(), {1, 2, 3});
+    std::iota(bytes.begin() + 280000, bytes.begin() + 280003, BYTE{1});
+    EXPECT_EQ(ReadAll(stream.Get()), bytes);
   }
 }
 
