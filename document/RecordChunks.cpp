@@ -98,7 +98,8 @@ void ChunkWriter::Flush(ULONG size) {
   Check(WriteBytes(folder_.Get(), HexName(chunk_ % kFanOut).c_str(), written), "document");
   ++chunk_;
   bytes_.bytes.erase(bytes_.bytes.begin(), bytes_.bytes.begin() + size);
-  if (bytes_.bytes.capacity() > 4 * kChunkSize) bytes_.bytes.shrink_to_fit();  // a huge record's
+  const bool hadHugeRecord = bytes_.bytes.capacity() > std::size_t{4} * kChunkSize;
+  if (hadHugeRecord) bytes_.bytes.shrink_to_fit();
   bytes_.position = bytes_.bytes.size();
 }
 

@@ -191,6 +191,7 @@ class ReferenceIndexTest : public testing::TestWithParam<unsigned> {
     zdm::ReferenceIndex& index = document_->GetReferenceIndex();
     const auto text = [](const std::vector<Reference>& references) {
       std::vector<std::tuple<IZDMObject*, OID*, zdm::ReferenceVia, IZRelation*>> entries;
+      entries.reserve(references.size());
       for (const Reference& each : references) {
         entries.emplace_back(each.from, each.to, each.via, each.relation);
       }
@@ -203,7 +204,7 @@ class ReferenceIndexTest : public testing::TestWithParam<unsigned> {
       ASSERT_EQ(text(index.ReferencesTo(record)), text(references)) << record->ID;
       if (document_->GetOIDByID(record->ID) != record) continue;
       std::set<LONG> from;
-      for (const Reference& each : references) from.insert(each.from->GetID());
+      for (const Reference& each : references) from.insert(static_cast<LONG>(each.from->GetID()));
       const std::vector<LONG> referrers(from.begin(), from.end());
       ASSERT_TRUE(std::ranges::equal(index.ReferrersOf(record->ID), referrers)) << record->ID;
       const zdm::Referrers::IDs found = index.GetReferrers().Of(record->ID);

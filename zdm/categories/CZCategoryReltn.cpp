@@ -123,7 +123,7 @@ void CZCategoryReltn::CopyValuesFrom(IZCategoryReltn* other) { CopyAll(other, fa
 void CZCategoryReltn::CopyAll(IZRelation* other, bool withSubReltns) {
   if (other == nullptr) return SetReltnObj(nullptr);
   if (static_cast<CZObject*>(other) == static_cast<CZObject*>(this)) return;
-  IZRelationImpl::CopyFrom(other);
+  IZRelationImpl::CopyFrom(other);  // NOLINT(bugprone-parent-virtual-call): the target comes next
   CopyTarget(zdm::ViewAs<IZSingleReltn>(other));
   auto* source = zdm::ViewAs<IZCategoryReltn>(other);
   if (source == nullptr) return;
