@@ -8,8 +8,9 @@
 //   document.Relate(door, wall, ZR_DIFFUSIBLE);
 //   document.Save("house.zdm");
 //
-// Pointers handed out are borrowed: the document's managers hold the objects. What fails throws
-// zdm::DocumentError.
+// Pointers handed out are borrowed: the document's managers hold the objects. Objects handed in are
+// this document's, and null only where that is said. What fails throws zdm::DocumentError; an
+// argument that is out of bounds throws CAtlException, which is no std::exception.
 #pragma once
 
 #include "document/CZDocument.h"
@@ -56,11 +57,12 @@ class Document {
   ///     `from` is there; ZR_NONDIFFUSIBLE otherwise.
   IZSingleReltn* Relate(IZDMObject* from, IZDMObject* to, eZRelation kind = ZR_NONDIFFUSIBLE);
 
-  /// The category that the object is in; null for none. Categories and what they show:
-  /// zdm/categories.
+  /// The category that the object is in; null for none. The objects in a category are among those
+  /// who refer to it. Categories and what they show: zdm/categories.
   IZCategory* CategoryOf(IZDMObject* object) const;
   /// Puts the object into the category of that number, in place of the one that it is in. Where
-  /// there is none of that number yet, it is made and called `name`.
+  /// there is none of that number yet, it is made and called `name`. Nothing changes where it is in
+  /// that one.
   /// @param number  1 or more, otherwise CAtlException(E_INVALIDARG).
   IZCategory* SetCategory(IZDMObject* object, LONG number, WideView name = {});
 

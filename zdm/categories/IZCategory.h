@@ -43,7 +43,8 @@ struct ZDM_INTERFACE IZCategory : IZDMObject {
   virtual bool IsCategoryVisible() = 0;                  // 153
   virtual void SetCategoryVisible(bool visible) = 0;     // 154
   virtual void SetNumber(ULONG number) = 0;              // 155
-  virtual void AddMember(IZDMObject* object) = 0;        // 156
+  /// Members are objects that the category itself refers to; those that are in it refer to it.
+  virtual void AddMember(IZDMObject* object) = 0;  // 156
   /// A new collection of the members, count 0.
   virtual IZDMObjColl* GetMembers() = 0;  // 157
   virtual LONG GetMemberCount() = 0;      // 158

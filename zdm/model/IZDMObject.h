@@ -108,7 +108,8 @@ struct ZDM_INTERFACE IZDMObject : IZRelation {
   virtual void GetDisplayName(BSTR* out) = 0;  // 93
   /// A category answers its number; 0 elsewhere.
   virtual ULONG GetNumber() = 0;  // 94
-  /// The category of the object (borrowed); null here.
+  /// The category of the object (borrowed); null here, where a host's class may know it. What the
+  /// relations of the object say: IZCategoryReltn.
   virtual IZCategory* GetCategory() = 0;  // 95
   virtual void Reserved96() = 0;          // 96
   /// The material of the object's category (borrowed); null without either.
