@@ -22,9 +22,10 @@ IZCategory* SetCategory(CZDocument& document, IZDMObject& object, LONG number, W
   const auto category = Attached(document.GetCategoryMgr()->GetOrCreateCategory(
       static_cast<ULONG>(number), WideString(name).c_str()));
   if (category == nullptr) throw CAtlException(E_FAIL);
+  IZCategoryReltn* former = GetCategoryReltn(object);
+  if (former != nullptr && former->GetCategory() == category) return category;
   const ZRefPtr<IZCategoryReltn> relation = category->CreateCategoryReltn();
   if (relation == nullptr) throw CAtlException(E_FAIL);
-  IZCategoryReltn* former = GetCategoryReltn(object);
   if (former != nullptr) object.GetReltnColl()->RemoveItem(former);
   object.AddRelation(relation);
   document.SetModified(true);

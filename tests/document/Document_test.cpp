@@ -2,6 +2,7 @@
 #include "document/Document.h"
 
 #include "document/Audit.h"
+#include "document/Categorize.h"
 #include "tests/document/DocumentSupport.h"
 #include "tests/document/RandomDocument.h"
 #include "tests/support/TestDatabase.h"
@@ -54,6 +55,9 @@ TEST(DocumentCategory, IsOneAtATimeAndMadeOnce) {
   EXPECT_EQ(document.SetCategory(door, 7, OLESTR("Doors")), walls);
   EXPECT_EQ(NameOf(walls), "Walls");
   IZCategory* doors = document.SetCategory(door, 8, OLESTR("Doors"));
+  const IZCategoryReltn* relation = zdm::GetCategoryReltn(*door);
+  EXPECT_EQ(document.SetCategory(door, 8), doors);
+  EXPECT_EQ(zdm::GetCategoryReltn(*door), relation);
   EXPECT_EQ(document.CategoryOf(wall), walls);
   EXPECT_EQ(document.CategoryOf(door), doors);
   EXPECT_EQ(door->GetReltnColl()->GetCount(), 1);
